@@ -1,0 +1,16 @@
+# Warnings are errors everywhere. Frames stay below the handheld's page of 4 KB (the sanitizers pad
+# frames, so their builds do not measure them).
+add_library(quorvane_warnings INTERFACE)
+target_compile_options(quorvane_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror)
+if(NOT QUORVANE_SANITIZE)
+    target_compile_options(quorvane_warnings INTERFACE -Wframe-larger-than=3500)
+endif()
+
+# What the engine and the shell give up so that they can run on the handheld. Functions have
+# sections of their own and unused ones are dropped; data does not, because the arena's zeros would
+# then be written into the Windows executable.
+add_library(quorvane_portable INTERFACE)
+target_compile_options(quorvane_portable INTERFACE
+    -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections)
+target_include_directories(quorvane_portable INTERFACE ${PROJECT_SOURCE_DIR})
