@@ -1,0 +1,103 @@
+// The block arena: 10,000 blocks of 40 bytes that hold everything a web consists of.
+//
+// A block is named by a 16-bit handle; 0 is none. Whoever holds the handle of a chain's first block
+// owns the whole chain and releases it with chain_free(). The arena never grows; when the last
+// block is gone the operation in hand is abandoned by a jump to the recovery point
+// (core/recovery.h), so no destructor and no open resource may stand between a recovery point and
+// an allocation.
+#pragma once
+
+#include <cstdint>
+
+using BlockHandle = uint16_t;
+
+// Handle of the node block that holds a cell (web/cells.h); 0 is none.
+using CellHandle = BlockHandle;
+
+constexpr uint32_t k_block_count = 10000;
+constexpr uint32_t k_block_size = 40;
+constexpr uint32_t k_low_block_count = 100;  // fewer free blocks than this is "short on memory"
+
+// The type decides which bytes are cleared when a block is allocated.
+enum BlockType : uint8_t {
+    k_block_plain = 0,
+    k_block_text = 16,
+    k_block_link = 32,
+    k_block_node = 64,
+};
+
+// Byte offsets within a block. All fields wider than a byte are little-endian and unaligned.
+constexpr uint32_t k_block_type_at = 0;
+constexpr uint32_t k_block_count_at = 1;
+constexpr uint32_t k_block_next_at = 2;
+constexpr uint32_t k_block_payload_at = 4;
+
+// Empties the arena: the free chain is 1, 2, ..., 10,000.
+void block_arena_init();
+
+// Takes a block and clears it as its type demands. Leaves through the recovery point when none is
+// free. When fewer than 100 blocks stay free the user is offered to save and exit, at every
+// allocation.
+BlockHandle block_alloc(uint8_t type);
+
+// Gives one block back; 0 does nothing. The last block released is the next one handed out.
+void block_free(BlockHandle h);
+
+// Gives back a chain, head first; 0 does nothing.
+void chain_free(BlockHandle head);
+
+// Clears a block according to its type: the count byte, and for the known types everything behind.
+void block_clear(BlockHandle h);
+
+// Address of the block's 40 bytes; no range check. Handle 0 has bytes too, which mean nothing.
+uint8_t *block_ptr(BlockHandle h);
+
+uint8_t block_used(BlockHandle h);
+BlockHandle block_next(BlockHandle h);
+void block_set_next(BlockHandle h, BlockHandle next);
+
+uint16_t blocks_in_use();
+uint16_t blocks_free();
+
+// True once an allocation has left fewer than 100 blocks; only block_arena_init() takes it back.
+bool low_on_blocks();
+
+// Little-endian access to a field of a block, by byte offset.
+uint16_t block_get16(BlockHandle h, uint32_t at);
+void block_set16(BlockHandle h, uint32_t at, uint16_t value);
+uint32_t block_get32(BlockHandle h, uint32_t at);
+void block_set32(BlockHandle h, uint32_t at, uint32_t value);
+
+// ---- Running short, and running out -------------------------------------------------------------
+
+// Asks "Short On Memory--Save And Exit?" and saves and exits on OK. Does nothing for a user who has
+// already said OK and whose save is under way.
+void short_on_memory_offer();
+
+// The text chain that is being allocated, which recovery gives back; 0 is none. Owned by
+// core/text.cpp.
+void chain_under_construction_set(BlockHandle head);
+
+// Keeps a finished chain safe while more is allocated: recovery gives parked chains back. Parks
+// nest; at most k_parked_max at a time. 0 may be parked.
+constexpr uint32_t k_parked_max = 8;
+void chain_park(BlockHandle head);
+
+// Takes the chain parked last off again and returns it; it is the caller's once more.
+BlockHandle chain_unpark();
+
+// Gives back the chain under construction and every parked chain. Part of recovery.
+void block_arena_recover();
+
+// Start-up is complete: running out now jumps to the recovery point. Until then it shows "OUT OF
+// MEMORY" and ends the program with -1.
+void recovery_arm(bool armed);
+
+// ---- Faults, for tests --------------------------------------------------------------------------
+
+// Makes the allocation after `countdown` further ones fail as though no block were free, and every
+// later one too when `for_ever`. A negative countdown turns faults off.
+void block_arena_fail_after(int32_t countdown, bool for_ever);
+
+// Calls `visit` for every block of the free chain, in its order; for checkers.
+void block_arena_each_free(void (*visit)(BlockHandle h, void *context), void *context);

@@ -1,0 +1,50 @@
+// Buffered bytes to and from a file, 2,048 at a time. The buffers are the only copies: the C
+// library's own are switched off, so that a failed write is seen where it happens.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+
+constexpr uint32_t k_byte_buffer_size = 2048;
+
+struct ByteOutput {
+    FILE *file;
+    uint32_t fill;
+    uint8_t bytes[k_byte_buffer_size];
+};
+
+struct ByteInput {
+    FILE *file;
+    uint32_t position;  // of the byte handed out last
+    uint32_t count;     // valid bytes
+    uint8_t last;       // the byte handed out last
+    uint8_t pending;    // the LF behind a bare LF's CR; 0 is none
+    bool ended;
+    bool failed;  // ended by a read error
+    uint8_t bytes[k_byte_buffer_size];
+};
+
+// Binds a stream to an open file, which stays the caller's.
+void byte_output_bind(ByteOutput *out, FILE *file);
+void byte_input_bind(ByteInput *in, FILE *file);
+
+// 0, or -4 when a full buffer could not be written, which is then shown.
+int byte_output_put(ByteOutput *out, uint8_t byte);
+int byte_output_write(ByteOutput *out, const char *bytes, uint32_t n);
+
+// Writes what is left and makes sure that the file took it; 0, or -4, which is then shown.
+int byte_output_flush(ByteOutput *out);
+
+// The next byte, or 0 at the end of the input. A bare LF comes as CR, LF. A read error is shown
+// (-5) and counts as the end.
+int byte_input_next(ByteInput *in);
+
+// Fills the buffer if it is used up. False at the end.
+bool byte_input_fill(ByteInput *in);
+
+// ---- Faults, for tests --------------------------------------------------------------------------
+
+// Makes the read (write) after `countdown` further ones fail: a read as an error, a write by
+// writing nothing. Negative turns the fault off. A write fault stays until it is turned off.
+void byte_stream_fail_read_after(int32_t countdown);
+void byte_stream_fail_write_after(int32_t countdown);

@@ -1,0 +1,148 @@
+// What the engine asks of the program around it.
+//
+// Nothing here is a callback: the engine calls these functions, and each program that links the
+// engine defines them. Quorvane.exe defines them in shell/, qvx in cli/, the engine's tests in
+// tests/engine/ (a recorder). Two of them are the engine's own, declared here only because a lower
+// folder calls a higher one; they are named at the end.
+//
+// Strings are 8-bit (UTF-8 where they leave the web), zero-terminated, and belong to the caller for
+// the length of the call unless a function says otherwise. None of these functions may allocate
+// from the arena except where it says so.
+#pragma once
+
+#include "core/block_arena.h"
+
+#include <cstdint>
+#include <cstdio>
+
+// ---- Messages and questions ---------------------------------------------------------------------
+
+constexpr const char *k_product_name = "Quorvane";
+
+// Shows a short message on the status line, with a beep, for five seconds.
+void show_status_message(const char *text);
+
+// Sets the status line's resting text; it appears once no transient message is up.
+void set_resting_status(const char *text);
+
+// A box with one OK button.
+void show_warning(const char *text, const char *caption);
+
+// Questions; true only for OK, respectively Yes.
+bool ask_ok_cancel(const char *text, const char *caption);
+bool ask_yes_no(const char *text, const char *caption);
+
+// Yes, No or Cancel about unsaved changes; true only for Yes.
+bool ask_save_changes(const char *text, const char *caption);
+
+// Asks for a new cell's name and leaves it, normalised and valid, in `name` (at most
+// k_cellname_max characters and a terminating zero). False when the user gave none; `name` is then
+// empty.
+bool ask_cellname(char *name);
+
+// Ends the program at once with this exit status. Nothing is saved.
+[[noreturn]] void end_program(int status);
+
+// ---- The current cell's view --------------------------------------------------------------------
+
+// With mode 1: takes the text pane's text into the current cell when the pane was modified, and
+// keeps the pane's selection and first line in the cell's view state. Any other mode stores
+// nothing. Allocates; may leave through the recovery point, and the pane then still holds the text.
+// Returns the current cell.
+CellHandle store_text_pane(int mode);
+
+// Shows the current cell's name in the cellname box and its text in the text pane. The web changed
+// flag keeps its value. Allocates nothing when no block is free.
+void refresh_current_view();
+
+// Brings every view in line with a web that was just made or read: pane styles and zoom, cell list,
+// current cell.
+void refresh_views();
+
+// The text selected in the active pane; "" when nothing is selected or it cannot be copied (the
+// host has then raised the offer to save and exit). The host keeps the buffer until the next call
+// or selected_text_free().
+const char *selected_text();
+void selected_text_free();
+
+// ---- Start-up and caption -----------------------------------------------------------------------
+
+// Sets up both text panes (styles and cellname list), once, at start-up.
+void configure_panes();
+
+// Hands the names of all live cells to the panes, which draw them as links.
+void refresh_cellname_list();
+
+// Shows the cell list with its tab selected.
+void show_cell_list();
+
+void set_window_title(const char *title);
+
+void hide_text_caret();
+
+// ---- The cell list ------------------------------------------------------------------------------
+// One item for each live cell. The host keeps the items; the cell record keeps a token for its own
+// (cell_list_item() in web/cells.h). Token 0 is no item; an unknown token selects and removes
+// nothing.
+
+using ListItem = uint32_t;
+
+ListItem cell_list_insert_item(CellHandle cell);
+
+// Inserts an item for every live cell, stores the tokens in the records, selects the current cell.
+void cell_list_fill();
+
+// Inserts an item for one cell, stores its token in the record and selects the current cell.
+void cell_list_add(CellHandle cell);
+
+void cell_list_select_current();
+void cell_list_clear();
+void cell_list_remove_item(ListItem item);
+
+// ---- The console, and output in progress --------------------------------------------------------
+
+void console_clear();
+
+// Inserts `count` bytes at byte position `position` and brings the caret behind them.
+void console_insert(uint32_t position, const char *bytes, uint32_t count);
+
+// Handles the messages that are waiting, so that a cancel box stays alive while output runs. What
+// it handles may raise output_abort().
+void pump_messages();
+
+// Output begins: from now on the host may show a cancel box. `blocks_window` is true for file
+// output, for which the main window takes no input until output_ended().
+void output_began(bool blocks_window);
+
+// Output is over: the main window takes input again and the cancel box goes away. Harmless when
+// neither is needed.
+void output_ended();
+
+// ---- Files --------------------------------------------------------------------------------------
+// Paths are UTF-8. Modes are those of fopen and always binary.
+
+// Returns the open file, or null. The caller closes it.
+FILE *file_open(const char *path, const char *mode);
+
+// Both return 0, or -1 when the system refuses.
+int file_rename(const char *from, const char *to);
+int file_remove(const char *path);
+
+// The mode in which a web is opened for reading: "r+b" where the program will write to it again,
+// so that a file which could not be saved is refused at once.
+const char *file_read_mode();
+
+// The character that separates folders in this platform's paths, '\\' or '/'.
+extern const char k_path_separator;
+
+// File dialogs. `path` holds `size` bytes; it starts with the path to propose and receives the
+// chosen one. False when the user cancels.
+bool ask_open_path(char *path, uint32_t size);
+bool ask_save_path(char *path, uint32_t size, const char *display_name);
+
+// ---- Upward calls within the engine -------------------------------------------------------------
+
+// Saves if the user agrees and ends the program. Returns only when a save that the user asked for
+// did not succeed, or a web file was open and the answer would have cost it. Defined in
+// file/document.cpp.
+void save_and_exit();

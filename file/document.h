@@ -1,0 +1,59 @@
+// The document: which file the web belongs to, and New, Open, Save and Save As.
+//
+// Operations return 0 when done, 1 when the user cancelled a file dialog, or a negative ErrorCode
+// that has been shown.
+#pragma once
+
+#include <cstdint>
+
+constexpr uint32_t k_path_max = 256;  // characters
+
+// Opens the file named on the command line (quotes are dropped), or makes a new web.
+void doc_start(const char *command_line);
+
+int doc_new();
+
+// An empty path asks the user.
+int doc_open(const char *path);
+int doc_save();
+int doc_save_as();
+
+// Saves when there are unsaved changes and the user says Yes; 0 otherwise.
+int doc_save_if_changed();
+
+// The commands of the File menu. Each stores the text pane first, shows the current cell again
+// afterwards, and leaves the web unchanged whatever happened. While output is under way they are
+// refused with -13.
+int doc_command_new();
+int doc_command_open();
+int doc_command_save();
+int doc_command_save_as();
+
+// doc_command_open() with the path given.
+int doc_command_open_path(const char *path);
+
+// True only for Yes.
+bool doc_confirm_save();
+
+void doc_set_paths(const char *path);
+
+// The file's name without folders and suffix, in one static buffer.
+const char *doc_display_name(const char *path);
+
+// Sets the caption: the product name and the first 10 characters of the display name.
+void doc_set_title(const char *display_name);
+
+// The paths in force; "" when there is none.
+const char *doc_current_path();
+const char *doc_save_path();
+const char *doc_current_display_name();
+
+// Stores the pane, or says "OUT OF MEMORY" when its text does not fit. False in that case; the pane
+// still holds the text. The web changed flag keeps its value.
+bool store_text_pane_or_say();
+
+// ---- Recovery -----------------------------------------------------------------------------------
+
+// Brings the program back after recovery_run() returned -1: output, lists, staged cells and files
+// are closed and given back, the views refreshed, "OUT OF MEMORY" shown.
+void program_recover();

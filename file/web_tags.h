@@ -1,0 +1,10 @@
+// The web file's tag names.
+#pragma once
+
+#include "web/option_tags.h"
+
+// The name of a tag as it is written.
+const char *web_tag_name(int tag);
+
+// The index of a name, regardless of case, or -1.
+int web_tag_find(const char *name, unsigned length);

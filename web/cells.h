@@ -1,0 +1,127 @@
+// Cells and the cell index: an unbalanced binary search tree of node blocks in folded-name order.
+//
+// A node owns its name and, through its record, everything the cell has. Deleting a cell releases
+// its fields and leaves the node with kind k_cell_deleted, so that the name can be revived in
+// place; nodes go only with the whole web.
+#pragma once
+
+#include "core/block_arena.h"
+#include "core/host.h"
+#include "core/names.h"
+
+enum CellKind : uint16_t {
+    k_cell_staged = 0,  // read from a file, not yet in the index (file/web_reader.cpp)
+    k_cell_live = 1,
+    k_cell_value_entry = 4,
+    k_cell_deleted = 5,
+};
+
+// ---- Records ------------------------------------------------------------------------------------
+// Accessors for the node's links and the CellRecord's fields. None of them tests its handle.
+
+CellHandle node_parent(CellHandle node);
+CellHandle node_left(CellHandle node);
+CellHandle node_right(CellHandle node);
+void node_set_parent(CellHandle node, CellHandle parent);
+void node_set_left(CellHandle node, CellHandle left);
+void node_set_right(CellHandle node, CellHandle right);
+
+BlockHandle cell_name(CellHandle cell);
+uint16_t cell_kind(CellHandle cell);
+ListItem cell_list_item(CellHandle cell);
+BlockHandle cell_text(CellHandle cell);          // 0: empty
+BlockHandle cell_first_aux(CellHandle cell);     // view state (web/cell_text.h), or 0
+BlockHandle cell_second_aux(CellHandle cell);    // always 0
+BlockHandle cell_out_pointers(CellHandle cell);  // LinkList, 0 outside a report
+BlockHandle cell_script(CellHandle cell);        // 0: none
+BlockHandle cell_second_links(CellHandle cell);  // LinkList, always 0
+BlockHandle cell_value(CellHandle cell);         // 0: none; stale in a deleted record
+bool cell_numbered(CellHandle cell);
+
+void cell_set_name(CellHandle cell, BlockHandle name);
+void cell_set_kind(CellHandle cell, uint16_t kind);
+void cell_set_list_item(CellHandle cell, ListItem item);
+void cell_set_text(CellHandle cell, BlockHandle text);
+void cell_set_first_aux(CellHandle cell, BlockHandle block);
+void cell_set_second_aux(CellHandle cell, BlockHandle block);
+void cell_set_out_pointers(CellHandle cell, BlockHandle list);
+void cell_set_script(CellHandle cell, BlockHandle script);
+void cell_set_second_links(CellHandle cell, BlockHandle list);
+void cell_set_value(CellHandle cell, BlockHandle value);
+void cell_set_numbered(CellHandle cell, bool numbered);
+
+// True for a node that is a cell; false for 0.
+bool is_live_cell(CellHandle node);
+
+// ---- Index --------------------------------------------------------------------------------------
+// Each takes the root (or its address), so that the same code serves any tree.
+
+// The node of that name, of any kind, or 0.
+CellHandle index_find(CellHandle root, const char *name);
+CellHandle index_find_text(CellHandle root, BlockHandle name);
+
+// Adds a node for the name, which it takes over. An equal name goes to the right.
+CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind);
+
+// Hangs a finished node, whose name is set, into the tree; allocates nothing.
+void index_link(CellHandle node, CellHandle *root);
+
+// A new node of that name, or the deleted one revived; 0 when the name is taken.
+CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind);
+
+// A new node, which takes the name over, or the one found when it is of that kind; else 0. In the
+// last two cases the name stays the caller's.
+CellHandle index_find_or_insert_text(BlockHandle name, CellHandle *root, uint16_t kind);
+
+// Leftmost (rightmost) node below and including this one; 0 for 0.
+CellHandle index_first(CellHandle node);
+CellHandle index_last(CellHandle node);
+
+// In-order neighbours; 0 past either end, and for 0.
+CellHandle index_next(CellHandle node);
+CellHandle index_prev(CellHandle node);
+
+// Runs the function on every node, children first; the function may release its node. Needs no
+// stack that grows with the tree.
+void index_walk(CellHandle root, void (*function)(CellHandle node));
+
+// ---- The web's cells ----------------------------------------------------------------------------
+
+// Root of the web's index: the home cell, or 0 while there is no web.
+CellHandle index_root();
+CellHandle *index_root_address();
+
+// The live cell of that name, or 0.
+CellHandle cell_lookup(const char *name);
+CellHandle cell_lookup_in(CellHandle root, const char *name);
+
+// First live cell at or after (before) the node in index order; 0 when there is none.
+CellHandle live_from(CellHandle node);
+CellHandle live_back_from(CellHandle node);
+
+// Makes an empty cell of exactly that name, or revives the deleted one; 0 when a live cell has it.
+// The cell numbers are rebuilt.
+CellHandle cell_create(CellHandle *root, const char *name);
+
+// Deletes a cell: the trail forgets it, its fields go, its node stays. When it is the current cell
+// the previous one becomes current first, without storing the pane. 0 does nothing.
+void cell_delete(CellHandle cell);
+
+// Gives back what the record of a node owns, by its kind; the name stays.
+void cell_release_fields(CellHandle node);
+
+// The name as a string in one static buffer, which the next call overwrites. "BAD_CELL_HANDLE" for
+// 0; for a node that is no cell the buffer stays as it was.
+const char *cell_name_string(CellHandle cell);
+
+// Releases the whole web, names included, and resets the trail.
+void web_clear();
+
+// Replaces the web by one empty cell of that name, current, with default options. The views are not
+// refreshed.
+void web_reset(const char *cellname);
+
+// ---- Changed flag -------------------------------------------------------------------------------
+
+bool web_changed();
+void set_web_changed(bool changed);
