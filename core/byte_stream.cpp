@@ -1,0 +1,142 @@
+#include "core/byte_stream.h"
+
+#include "core/errors.h"
+
+#include <cstring>
+
+namespace {
+
+// Reads and writes until one fails; negative: never.
+struct Faults {
+    int32_t read_countdown;
+    int32_t write_countdown;
+} faults = {-1, -1};
+
+bool read_fault_due() {
+    if (faults.read_countdown < 0) {
+        return false;
+    }
+    return faults.read_countdown-- == 0;
+}
+
+// Stays at 0 once reached: a full disk stays full.
+bool write_fault_due() {
+    if (faults.write_countdown <= 0) {
+        return faults.write_countdown == 0;
+    }
+    --faults.write_countdown;
+    return false;
+}
+
+int write_buffer(ByteOutput *out) {
+    uint32_t n = out->fill;
+    out->fill = 0;
+    if (n == 0) {
+        return 0;
+    }
+    if (write_fault_due() || fwrite(out->bytes, 1, n, out->file) < n) {
+        return report_error(k_cannot_write_web);
+    }
+    return 0;
+}
+
+}  // namespace
+
+void byte_output_bind(ByteOutput *out, FILE *file) {
+    setvbuf(file, nullptr, _IONBF, 0);
+    out->file = file;
+    out->fill = 0;
+}
+
+void byte_input_bind(ByteInput *in, FILE *file) {
+    setvbuf(file, nullptr, _IONBF, 0);
+    in->file = file;
+    in->position = k_byte_buffer_size - 1;
+    in->count = k_byte_buffer_size - 1;
+    in->last = 0;
+    in->pending = 0;
+    in->ended = false;
+    in->failed = false;
+}
+
+int byte_output_put(ByteOutput *out, uint8_t byte) {
+    if (out->fill >= k_byte_buffer_size) {
+        int r = write_buffer(out);
+        if (r < 0) {
+            return r;
+        }
+    }
+    out->bytes[out->fill++] = byte;
+    return 0;
+}
+
+int byte_output_write(ByteOutput *out, const char *bytes, uint32_t n) {
+    while (n > 0) {
+        if (out->fill >= k_byte_buffer_size) {
+            int r = write_buffer(out);
+            if (r < 0) {
+                return r;
+            }
+        }
+        uint32_t room = k_byte_buffer_size - out->fill;
+        uint32_t taken = n < room ? n : room;
+        memcpy(out->bytes + out->fill, bytes, taken);
+        out->fill += taken;
+        bytes += taken;
+        n -= taken;
+    }
+    return 0;
+}
+
+int byte_output_flush(ByteOutput *out) {
+    int r = write_buffer(out);
+    if (r == 0 && fflush(out->file) != 0) {
+        r = report_error(k_cannot_write_web);
+    }
+    return r;
+}
+
+bool byte_input_fill(ByteInput *in) {
+    if (in->ended) {
+        return false;
+    }
+    bool fault = read_fault_due();
+    size_t n = fault ? 0 : fread(in->bytes, 1, k_byte_buffer_size, in->file);
+    if (n == 0) {
+        in->ended = true;
+        if (fault || !feof(in->file)) {
+            in->failed = true;
+            report_error(k_cannot_read_web);
+        }
+        return false;
+    }
+    in->count = static_cast<uint32_t>(n);
+    in->position = 0;
+    return true;
+}
+
+int byte_input_next(ByteInput *in) {
+    if (in->pending != 0) {
+        in->last = in->pending;
+        in->pending = 0;
+        return in->last;
+    }
+    if (in->ended || (++in->position >= in->count && !byte_input_fill(in))) {
+        return 0;
+    }
+    uint8_t byte = in->bytes[in->position];
+    if (byte == '\n' && in->last != '\r') {
+        in->pending = '\n';
+        byte = '\r';
+    }
+    in->last = byte;
+    return byte;
+}
+
+void byte_stream_fail_read_after(int32_t countdown) {
+    faults.read_countdown = countdown;
+}
+
+void byte_stream_fail_write_after(int32_t countdown) {
+    faults.write_countdown = countdown;
+}

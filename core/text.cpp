@@ -1,0 +1,281 @@
+#include "core/text.h"
+
+#include <cstring>
+
+namespace {
+
+// The cursors are global: callers use one reader and one builder at a time.
+struct Reader {
+    BlockHandle block;
+    uint32_t position;
+    bool ended;
+} reader;
+
+struct Builder {
+    BlockHandle head;
+    BlockHandle tail;
+} builder;
+
+char *text_chars(BlockHandle h) {
+    return reinterpret_cast<char *>(block_ptr(h)) + k_block_payload_at;
+}
+
+void set_used(BlockHandle h, uint32_t count) {
+    block_ptr(h)[k_block_count_at] = static_cast<uint8_t>(count);
+}
+
+// Appends as many of n bytes as the block has room for; returns how many.
+uint32_t append_to_block(BlockHandle h, const char *bytes, uint32_t n) {
+    uint32_t used = block_used(h);
+    uint32_t room = used < k_text_block_chars ? k_text_block_chars - used : 0;
+    uint32_t taken = n < room ? n : room;
+    memcpy(text_chars(h) + used, bytes, taken);
+    set_used(h, used + taken);
+    return taken;
+}
+
+BlockHandle skip_empty(BlockHandle h) {
+    while (h != 0 && block_used(h) == 0) {
+        h = block_next(h);
+    }
+    return h;
+}
+
+// A place in a chain of characters, for comparisons. A first block that is empty counts as its
+// zero first byte.
+struct Place {
+    BlockHandle block;
+    uint32_t index;
+};
+
+int folded_at(const Place *place) {
+    return fold_char(text_chars(place->block)[place->index]);
+}
+
+void advance(Place *place) {
+    if (++place->index >= block_used(place->block)) {
+        place->block = skip_empty(block_next(place->block));
+        place->index = 0;
+    }
+}
+
+// Bytes 0x80 to 0xFF are negative, whatever `char` is, and become 0xFF80 to 0xFFFF: they sort last.
+int folded_difference(int x, int y) {
+    auto widen = [](int c) { return static_cast<uint16_t>(static_cast<signed char>(c)); };
+    return static_cast<int>(widen(x)) - static_cast<int>(widen(y));
+}
+
+}  // namespace
+
+BlockHandle text_alloc(uint32_t n) {
+    BlockHandle head = block_alloc(k_block_text);
+    uint32_t more = n / k_text_block_chars;
+    if (more == 0) {
+        return head;
+    }
+    chain_under_construction_set(head);
+    BlockHandle tail = head;
+    for (; more > 0; --more) {
+        BlockHandle block = block_alloc(k_block_text);
+        block_set_next(tail, block);
+        tail = block;
+    }
+    chain_under_construction_set(0);
+    return head;
+}
+
+uint32_t text_fill_block(BlockHandle h, const char *s, uint32_t i) {
+    uint32_t used = block_used(h);
+    char *chars = text_chars(h);
+    while (used < k_text_block_chars && s[i] != 0) {
+        chars[used++] = s[i++];
+    }
+    set_used(h, used);
+    return i;
+}
+
+BlockHandle text_from_cstring(const char *s) {
+    return text_from_bytes(s, static_cast<uint32_t>(strlen(s)));
+}
+
+BlockHandle text_from_bytes(const char *bytes, uint32_t n) {
+    BlockHandle head = text_alloc(n);
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        uint32_t taken = append_to_block(h, bytes, n);
+        bytes += taken;
+        n -= taken;
+    }
+    return head;
+}
+
+uint32_t text_copy_block(char *d, BlockHandle h, uint32_t i, uint32_t m) {
+    uint32_t used = block_used(h);
+    uint32_t room = i < m ? m - i : 0;
+    uint32_t taken = used < room ? used : room;
+    memcpy(d + i, text_chars(h), taken);
+    return i + taken;
+}
+
+uint32_t text_copy_out(char *d, BlockHandle head, uint32_t m) {
+    uint32_t count = 0;
+    for (BlockHandle h = head; h != 0 && count < m; h = block_next(h)) {
+        count = text_copy_block(d, h, count, m);
+    }
+    d[count] = 0;
+    return count;
+}
+
+uint16_t text_length(BlockHandle head) {
+    return static_cast<uint16_t>(text_size(head));
+}
+
+uint32_t text_size(BlockHandle head) {
+    uint32_t size = 0;
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        size += block_used(h);
+    }
+    return size;
+}
+
+BlockHandle text_substring(BlockHandle head, uint32_t from, uint32_t to) {
+    uint32_t length = text_size(head);
+    uint32_t last = length < to ? length : to;
+    uint32_t first = from == 0 ? 1 : from;
+    if (length == 0 || last < first) {
+        return 0;
+    }
+    BlockHandle result = text_alloc(last - first + 1);
+    BlockHandle target = result;
+    uint32_t before = 0;  // characters in the blocks passed
+    for (BlockHandle h = head; h != 0 && before < last; h = block_next(h)) {
+        uint32_t used = block_used(h);
+        uint32_t start = first - 1 > before ? first - 1 - before : 0;
+        uint32_t end = last - before < used ? last - before : used;
+        while (start < end) {
+            start += append_to_block(target, text_chars(h) + start, end - start);
+            if (start < end) {
+                target = block_next(target);
+            }
+        }
+        before += used;
+    }
+    return result;
+}
+
+BlockHandle text_duplicate(BlockHandle head) {
+    return text_substring(head, 1, text_size(head));
+}
+
+BlockHandle text_insert_block_after(BlockHandle h) {
+    BlockHandle block = block_alloc(k_block_text);
+    block_set_next(block, block_next(h));
+    block_set_next(h, block);
+    return block;
+}
+
+void text_reader_start(BlockHandle head) {
+    reader.block = head;
+    reader.position = 0;
+    reader.ended = false;
+}
+
+int text_reader_next() {
+    if (reader.block == 0) {
+        return k_reader_past_end;
+    }
+    if (reader.ended) {
+        return k_reader_end;
+    }
+    if (reader.position >= block_used(reader.block)) {
+        reader.block = skip_empty(block_next(reader.block));
+        reader.position = 0;
+        if (reader.block == 0) {
+            reader.ended = true;
+            return k_reader_end;
+        }
+    }
+    int ch = static_cast<signed char>(text_chars(reader.block)[reader.position++]);
+    return ch != 0 ? ch : k_reader_end;
+}
+
+BlockHandle text_builder_start() {
+    builder.head = text_alloc(1);
+    builder.tail = builder.head;
+    return builder.head;
+}
+
+void text_builder_put(char ch) {
+    text_builder_put_run(&ch, 1);
+}
+
+void text_builder_put_run(const char *bytes, uint32_t n) {
+    for (;;) {
+        uint32_t taken = append_to_block(builder.tail, bytes, n);
+        if (taken == n) {
+            return;
+        }
+        bytes += taken;
+        n -= taken;
+        builder.tail = text_insert_block_after(builder.tail);
+    }
+}
+
+void text_builder_reset() {
+    builder.head = 0;
+    builder.tail = 0;
+}
+
+int fold_char(int ch) {
+    int c = static_cast<signed char>(ch);
+    if (c == '_') {
+        return ' ';
+    }
+    return c >= 'a' && c <= 'z' ? c - 32 : ch;
+}
+
+int text_compare(BlockHandle a, BlockHandle b) {
+    if (a == 0) {
+        return b == 0 ? 0 : -1;
+    }
+    Place x = {a, 0};
+    Place y = {b, 0};
+    while (x.block != 0 && y.block != 0) {
+        int difference = folded_difference(folded_at(&x), folded_at(&y));
+        if (difference != 0) {
+            return difference;
+        }
+        advance(&x);
+        advance(&y);
+    }
+    if (x.block != 0) {
+        return 1;
+    }
+    return y.block == 0 ? 0 : -1;
+}
+
+int text_compare_cstring(BlockHandle a, const char *s) {
+    Place x = {a, 0};
+    while (x.block != 0 && *s != 0) {
+        int difference = folded_difference(folded_at(&x), fold_char(*s));
+        if (difference != 0) {
+            return difference;
+        }
+        advance(&x);
+        ++s;
+    }
+    if (x.block != 0 && text_chars(x.block)[x.index] != 0) {
+        return 1;
+    }
+    return *s == 0 ? 0 : -1;
+}
+
+bool text_equals_cstring(BlockHandle a, const char *s) {
+    for (BlockHandle h = a; h != 0; h = block_next(h)) {
+        uint32_t used = block_used(h);
+        if (strncmp(text_chars(h), s, used) != 0) {
+            return false;
+        }
+        s += used;
+    }
+    return *s == 0;
+}
