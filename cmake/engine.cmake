@@ -22,6 +22,7 @@ add_library(quorvane_engine OBJECT
     web/report_selection.cpp
     web/trail.cpp
     web/value.cpp
+    web/words.cpp
     report/output.cpp
     report/reports.cpp
     file/document.cpp

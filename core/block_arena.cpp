@@ -38,14 +38,17 @@ bool fault_due() {
     return true;
 }
 
-[[noreturn]] void run_out_of_blocks() {
-    if (arena.armed && recovery_available()) {
-        chain_free(arena.under_construction);
-        arena.under_construction = 0;
-        recovery_jump();
+BlockHandle take_block(uint8_t type) {
+    BlockHandle h = arena.free_head;
+    block_ptr(h)[k_block_type_at] = type;
+    arena.free_head = block_next(h);
+    --arena.free_count;
+    block_clear(h);
+    if (arena.free_count < k_low_block_count) {
+        arena.low_memory = 1;
+        short_on_memory_offer();
     }
-    show_warning(error_message(k_out_of_memory), k_product_name);
-    end_program(-1);
+    return h;
 }
 
 }  // namespace
@@ -71,16 +74,21 @@ BlockHandle block_alloc(uint8_t type) {
     if (arena.free_head == 0 || fault_due()) {
         run_out_of_blocks();
     }
-    BlockHandle h = arena.free_head;
-    block_ptr(h)[k_block_type_at] = type;
-    arena.free_head = block_next(h);
-    --arena.free_count;
-    block_clear(h);
-    if (arena.free_count < k_low_block_count) {
-        arena.low_memory = 1;
-        short_on_memory_offer();
+    return take_block(type);
+}
+
+BlockHandle block_try_alloc(uint8_t type) {
+    return arena.free_head == 0 || fault_due() ? 0 : take_block(type);
+}
+
+void run_out_of_blocks() {
+    if (arena.armed && recovery_available()) {
+        chain_free(arena.under_construction);
+        arena.under_construction = 0;
+        recovery_jump();
     }
-    return h;
+    show_warning(error_message(k_out_of_memory), k_product_name);
+    end_program(-1);
 }
 
 void block_free(BlockHandle h) {

@@ -40,6 +40,12 @@ void block_arena_init();
 // allocation.
 BlockHandle block_alloc(uint8_t type);
 
+// The same, but 0 when there is none: for what can be done without.
+BlockHandle block_try_alloc(uint8_t type);
+
+// Gives up the operation in hand as block_alloc() does with no block left.
+[[noreturn]] void run_out_of_blocks();
+
 // Gives one block back; 0 does nothing. The last block released is the next one handed out.
 void block_free(BlockHandle h);
 

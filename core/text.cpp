@@ -41,6 +41,29 @@ BlockHandle skip_empty(BlockHandle h) {
     return h;
 }
 
+void fill_chain(BlockHandle head, const char *bytes, uint32_t n) {
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        uint32_t taken = append_to_block(h, bytes, n);
+        bytes += taken;
+        n -= taken;
+    }
+}
+
+uint32_t chain_length(BlockHandle head) {
+    uint32_t length = 0;
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        ++length;
+    }
+    return length;
+}
+
+BlockHandle chain_last(BlockHandle h) {
+    while (block_next(h) != 0) {
+        h = block_next(h);
+    }
+    return h;
+}
+
 // A place in a chain of characters, for comparisons. A first block that is empty counts as its
 // zero first byte.
 struct Place {
@@ -73,9 +96,9 @@ BlockHandle text_alloc(uint32_t n) {
     if (more == 0) {
         return head;
     }
-    chain_under_construction_set(head);
     BlockHandle tail = head;
     for (; more > 0; --more) {
+        chain_under_construction_set(head);  // again each time: the offer to save may allocate too
         BlockHandle block = block_alloc(k_block_text);
         block_set_next(tail, block);
         tail = block;
@@ -100,12 +123,43 @@ BlockHandle text_from_cstring(const char *s) {
 
 BlockHandle text_from_bytes(const char *bytes, uint32_t n) {
     BlockHandle head = text_alloc(n);
-    for (BlockHandle h = head; h != 0; h = block_next(h)) {
-        uint32_t taken = append_to_block(h, bytes, n);
-        bytes += taken;
-        n -= taken;
-    }
+    fill_chain(head, bytes, n);
     return head;
+}
+
+BlockHandle text_rewrite(BlockHandle old, const char *bytes, uint32_t n) {
+    if (n == 0) {
+        chain_free(old);
+        return 0;
+    }
+    uint32_t missing = text_rewrite_cost(old, n);
+    if (missing > blocks_free()) {
+        run_out_of_blocks();
+    }
+    BlockHandle added = missing > 0 ? text_alloc((missing - 1) * k_text_block_chars) : 0;
+    BlockHandle head = old;
+    if (old == 0) {
+        head = added;
+    } else if (added != 0) {
+        block_set_next(chain_last(old), added);
+    }
+    BlockHandle last = head;
+    for (uint32_t i = n / k_text_block_chars; i > 0; --i) {
+        last = block_next(last);
+    }
+    chain_free(block_next(last));
+    block_set_next(last, 0);
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        set_used(h, 0);
+    }
+    fill_chain(head, bytes, n);
+    return head;
+}
+
+uint32_t text_rewrite_cost(BlockHandle old, uint32_t n) {
+    uint32_t needed = n > 0 ? n / k_text_block_chars + 1 : 0;
+    uint32_t there = chain_length(old);
+    return needed > there ? needed - there : 0;
 }
 
 uint32_t text_copy_block(char *d, BlockHandle h, uint32_t i, uint32_t m) {

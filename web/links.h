@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/block_arena.h"
+#include "web/words.h"
 
 constexpr uint32_t k_cell_number_max = 256;    // cells with a number
 constexpr uint32_t k_scanned_text_max = 4095;  // characters of a text that links and reports see
@@ -53,9 +54,6 @@ LinkEntry *link_list_next(BlockHandle list);
 void link_list_free(BlockHandle list);
 
 // ---- Building and dropping ----------------------------------------------------------------------
-
-// Fills the table of character classes; once at start-up.
-void char_classes_init();
 
 // A list of the cells that the text names, or 0 for an empty text.
 BlockHandle links_scan_text(BlockHandle text, CellHandle owner);

@@ -1,0 +1,34 @@
+#include "web/links.h"
+
+#include "web/cells.h"
+
+#include <cstring>
+
+static struct CellNumbers {
+    CellHandle cells[k_cell_number_max];
+    uint32_t count;
+} numbers;
+
+void cell_numbers_rebuild() {
+    memset(&numbers, 0, sizeof numbers);
+    CellHandle cell = live_from(index_first(index_root()));
+    while (cell != 0 && numbers.count < k_cell_number_max) {
+        numbers.cells[numbers.count++] = cell;
+        cell_set_numbered(cell, true);
+        cell = live_from(index_next(cell));
+    }
+}
+
+int32_t cell_number_of(CellHandle cell) {
+    for (uint32_t i = 0; i < numbers.count; ++i) {
+        if (numbers.cells[i] == cell) {
+            return static_cast<int32_t>(i);
+        }
+    }
+    return -1;
+}
+
+CellHandle cell_by_number(int32_t number) {
+    return number >= 0 && number < static_cast<int32_t>(k_cell_number_max) ? numbers.cells[number]
+                                                                           : 0;
+}

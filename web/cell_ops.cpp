@@ -1,0 +1,312 @@
+#include "web/cell_ops.h"
+
+#include "core/busy.h"
+#include "core/host.h"
+#include "core/text.h"
+#include "web/cells.h"
+#include "web/options.h"
+#include "web/trail.h"
+#include "web/value.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr uint32_t k_cloned_aux_at = k_block_payload_at + 8;
+constexpr uint32_t k_cloned_aux_bytes = 16;
+
+static struct CellOps {
+    char name[k_cellname_max + 1];  // the name that an operation works with
+    BlockHandle cloned_value;       // hung into no cell yet; recovery gives it back
+} ops;
+
+// Leaves the name to work with in ops.name: the one given, or the user's answer. False when there
+// is none, the user having been told why.
+bool take_name(const char *name) {
+    if (name == nullptr || *name == 0) {
+        return ask_cellname(ops.name) && ops.name[0] != 0;
+    }
+    // Only the part from the first letter on counts, and only 48 characters of it.
+    while (*name != 0 && !is_letter(*name)) {
+        ++name;
+    }
+    strncpy(ops.name, name, k_cellname_max);
+    ops.name[k_cellname_max] = 0;
+    if (!cellname_valid(ops.name)) {
+        show_warning("Bad cell name supplied", k_product_name);
+        return false;
+    }
+    return true;
+}
+
+// Makes a cell current as the next step of a way that the user takes by name.
+void follow_by_name(CellHandle cell) {
+    forward_clear();
+    trail_push(current_cell());
+    set_current(cell);
+}
+
+void show_existing(CellHandle cell) {
+    follow_by_name(cell);
+    cell_list_select_current();
+}
+
+void show_created(CellHandle cell) {
+    follow_by_name(cell);
+    cell_list_add(cell);
+}
+
+// Makes the cell, after the pane's text is safe: if that does not fit, nothing has been created.
+CellHandle create_named() {
+    store_text_pane_keep_flag();
+    return cell_create(index_root_address(), ops.name);
+}
+
+// A copy of an auxiliary block, or 0 for none.
+BlockHandle copy_aux_block(BlockHandle source) {
+    if (source == 0) {
+        return 0;
+    }
+    BlockHandle copy = block_alloc(k_block_plain);
+    memcpy(block_ptr(copy) + k_cloned_aux_at, block_ptr(source) + k_cloned_aux_at,
+           k_cloned_aux_bytes);
+    return copy;
+}
+
+BlockHandle parked(BlockHandle head) {
+    chain_park(head);
+    return head;
+}
+
+// Makes every part first and the cell last, so that a clone is whole or not there. The copies of
+// the auxiliary blocks are hung in nowhere: a clone starts without view state, and they stay taken.
+CellHandle make_clone(CellHandle source) {
+    store_text_pane_keep_flag();
+    BlockHandle text = parked(text_duplicate(cell_text(source)));
+    BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));
+    BlockHandle script = parked(text_duplicate(cell_script(source)));
+    ops.cloned_value = val_copy(cell_value(source));
+    parked(copy_aux_block(cell_first_aux(source)));
+    parked(copy_aux_block(cell_second_aux(source)));
+    CellHandle clone = cell_create(index_root_address(), ops.name);
+    for (int i = 0; i < 5; ++i) {
+        chain_unpark();
+    }
+    cell_set_text(clone, text);
+    cell_set_out_pointers(clone, list);
+    cell_set_script(clone, script);
+    cell_set_value(clone, ops.cloned_value);
+    ops.cloned_value = 0;
+    return clone;
+}
+
+// The live cell before (after) the list position, wrapping at the end of the index.
+CellHandle step(CellHandle (*neighbour)(CellHandle), CellHandle wrapped) {
+    CellHandle node = neighbour(list_position());
+    while (node != 0 && !is_live_cell(node)) {
+        list_position_set(node);
+        node = neighbour(node);
+    }
+    return node != 0 ? node : wrapped;
+}
+
+CellHandle first_live() {
+    return live_from(index_first(index_root()));
+}
+
+CellHandle last_live() {
+    return live_back_from(index_last(index_root()));
+}
+
+void leave_current_for_step() {
+    if (current_cell() != 0) {
+        store_text_pane_keep_flag();
+        list_position_set(current_cell());
+        current_cell_clear();
+    }
+}
+
+void select_if_any(CellHandle cell) {
+    if (cell != 0) {
+        set_current_and_select(cell);
+    }
+}
+
+// The newest trail entry of exactly that name, or 0.
+CellHandle find_trail_entry(const char *name) {
+    trail_walk_start();
+    for (CellHandle entry = trail_walk_next(); entry != 0; entry = trail_walk_next()) {
+        if (text_equals_cstring(cell_name(entry), name)) {
+            return entry;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+CellHandle go_to_cell(CellHandle cell) {
+    if (cell == 0 || cell == current_cell() || refused_while_busy()) {
+        return current_cell();
+    }
+    trail_push(current_cell());
+    set_current(cell);
+    cell_list_select_current();
+    return cell;
+}
+
+void go_to_name(const char *name) {
+    if (refused_while_busy() || !take_name(name)) {
+        return;
+    }
+    CellHandle cell = cell_lookup(ops.name);
+    if (cell != 0) {
+        show_existing(cell);
+        return;
+    }
+    if (option_dclick_ask() != 0 && !ask_yes_no("No such cell. Create it?", ops.name)) {
+        return;
+    }
+    cell = create_named();
+    if (cell != 0) {
+        show_created(cell);
+    }
+}
+
+CellHandle new_cell(const char *name) {
+    if (refused_while_busy() || !take_name(name)) {
+        return 0;
+    }
+    CellHandle cell = cell_lookup(ops.name);
+    if (cell == 0) {
+        cell = create_named();
+        if (cell != 0) {
+            show_created(cell);
+            set_web_changed(true);
+        }
+        return cell;
+    }
+    if (!ask_yes_no("Cell already exists, go there?", ops.name)) {
+        return 0;
+    }
+    show_existing(cell);
+    return cell;
+}
+
+CellHandle clone_cell(const char *name) {
+    if (refused_while_busy() || !take_name(name)) {
+        return 0;
+    }
+    if (cell_lookup(ops.name) != 0) {
+        show_warning("Duplicate cell name supplied", k_product_name);
+        return 0;
+    }
+    CellHandle clone = make_clone(current_cell());
+    show_created(clone);
+    set_web_changed(true);
+    return clone;
+}
+
+void delete_cell() {
+    CellHandle cell = current_cell();
+    if (cell == 0 || refused_while_busy()) {
+        return;
+    }
+    if (cell == index_root()) {
+        show_status_message("Can't Delete Home");
+        return;
+    }
+    if (!ask_ok_cancel("Delete current cell?", k_product_name)) {
+        return;
+    }
+    ListItem item = cell_list_item(cell);
+    cell_delete(cell);
+    cell_list_remove_item(item);
+    set_web_changed(true);
+}
+
+void previous_cell() {
+    if (!refused_while_busy()) {
+        leave_current_for_step();
+        select_if_any(step(index_prev, last_live()));
+    }
+}
+
+void next_cell() {
+    if (!refused_while_busy()) {
+        leave_current_for_step();
+        select_if_any(step(index_next, first_live()));
+    }
+}
+
+void step_off_current_cell() {
+    list_position_set(current_cell());
+    current_cell_clear();
+    select_if_any(step(index_prev, last_live()));
+}
+
+void first_cell() {
+    if (!refused_while_busy()) {
+        select_if_any(first_live());
+    }
+}
+
+void last_cell() {
+    if (!refused_while_busy()) {
+        select_if_any(last_live());
+    }
+}
+
+void go_home() {
+    if (!refused_while_busy()) {
+        set_current_and_select(index_root());
+    }
+}
+
+// With no entry to go back to, the cell left still goes on the forward ring, so that forward()
+// returns to it.
+void back() {
+    if (refused_while_busy()) {
+        return;
+    }
+    CellHandle cell = trail_pop();
+    if (cell != 0) {
+        set_current_and_select(cell);
+        return;
+    }
+    if (current_cell() != 0 && current_cell() != index_root()) {
+        forward_push(current_cell());
+    }
+    go_home();
+}
+
+void forward() {
+    if (refused_while_busy()) {
+        return;
+    }
+    CellHandle cell = forward_pop();
+    if (cell != 0) {
+        go_to_cell(cell);
+    }
+}
+
+void jump_to_trail_entry(const char *name) {
+    if (refused_while_busy()) {
+        return;
+    }
+    CellHandle entry = find_trail_entry(name);
+    if (entry != 0) {
+        while (trail_pop() != entry) {
+        }
+        set_current_and_select(entry);
+    } else if (strcmp(name, "home") == 0) {
+        while (trail_pop() != 0) {
+        }
+        go_home();
+    }
+}
+
+void cell_ops_recover() {
+    val_free(ops.cloned_value);
+    ops.cloned_value = 0;
+}

@@ -1,0 +1,50 @@
+#include "web/cell_text.h"
+
+#include "core/text.h"
+#include "web/cells.h"
+#include "web/links.h"
+
+namespace {
+
+// The record lies within the 16 bytes that cloning a cell looks at.
+constexpr uint32_t k_first_line_at = k_block_payload_at + 8;
+constexpr uint32_t k_selection_start_at = k_block_payload_at + 12;
+constexpr uint32_t k_selection_end_at = k_block_payload_at + 16;
+
+BlockHandle view_block(CellHandle cell) {
+    if (cell_first_aux(cell) == 0) {
+        cell_set_first_aux(cell, block_try_alloc(k_block_plain));
+    }
+    return cell_first_aux(cell);
+}
+
+}  // namespace
+
+void cell_replace_text(CellHandle cell, const char *bytes, uint32_t n) {
+    cell_set_text(cell, text_rewrite(cell_text(cell), bytes, n));
+    links_drop(cell);
+}
+
+bool cell_text_fits(CellHandle cell, uint32_t n) {
+    return text_rewrite_cost(cell_text(cell), n) <= blocks_free();
+}
+
+void cell_store_view(CellHandle cell, const ViewState *view) {
+    BlockHandle block = view_block(cell);
+    if (block != 0) {
+        block_set32(block, k_first_line_at, static_cast<uint32_t>(view->first_line));
+        block_set32(block, k_selection_start_at, static_cast<uint32_t>(view->selection_start));
+        block_set32(block, k_selection_end_at, static_cast<uint32_t>(view->selection_end));
+    }
+}
+
+ViewState cell_view(CellHandle cell) {
+    ViewState view = {0, 0, 0};
+    BlockHandle block = view_block(cell);
+    if (block != 0) {
+        view.first_line = static_cast<int32_t>(block_get32(block, k_first_line_at));
+        view.selection_start = static_cast<int32_t>(block_get32(block, k_selection_start_at));
+        view.selection_end = static_cast<int32_t>(block_get32(block, k_selection_end_at));
+    }
+    return view;
+}

@@ -1,0 +1,175 @@
+#include "web/cells.h"
+
+#include "core/text.h"
+#include "web/cell_ops.h"
+#include "web/links.h"
+#include "web/options.h"
+#include "web/trail.h"
+#include "web/value.h"
+
+#include <cstring>
+
+static struct Web {
+    CellHandle root;
+    bool changed;
+    char name[k_cellname_max + 1];
+} web;
+
+namespace {
+
+void release_cell(CellHandle cell) {
+    chain_free(cell_text(cell));
+    link_list_free(cell_second_links(cell));
+    cell_set_second_links(cell, 0);
+    block_free(cell_first_aux(cell));
+    cell_set_text(cell, 0);
+    cell_set_first_aux(cell, 0);
+    // The out pointer list is forgotten, not given back: its field is zero by the time it is freed.
+    cell_set_out_pointers(cell, 0);
+    chain_free(cell_script(cell));
+    link_list_free(cell_out_pointers(cell));
+    block_free(cell_second_aux(cell));
+    cell_set_second_aux(cell, 0);
+    cell_set_script(cell, 0);
+    cell_set_numbered(cell, false);
+    val_free(cell_value(cell));  // the field keeps its handle; reviving the cell clears it
+}
+
+void release_name_and_node(CellHandle node) {
+    chain_free(cell_name(node));
+    block_free(node);
+}
+
+// A cell that was deleted may hold stale handles in these.
+void clear_fields(CellHandle cell) {
+    cell_set_text(cell, 0);
+    cell_set_first_aux(cell, 0);
+    cell_set_second_aux(cell, 0);
+    cell_set_out_pointers(cell, 0);
+    cell_set_script(cell, 0);
+    cell_set_second_links(cell, 0);
+    cell_set_value(cell, 0);
+    cell_set_numbered(cell, false);
+}
+
+// Releases every node but `kept` (the root, or 0), which is left outside the tree.
+void release_web(CellHandle kept) {
+    index_walk(web.root, cell_release_fields);
+    if (kept != 0) {
+        index_walk(node_left(kept), release_name_and_node);
+        index_walk(node_right(kept), release_name_and_node);
+    } else {
+        index_walk(web.root, release_name_and_node);
+    }
+    web.root = 0;
+    trail_reset();
+}
+
+}  // namespace
+
+CellHandle index_root() {
+    return web.root;
+}
+
+CellHandle *index_root_address() {
+    return &web.root;
+}
+
+CellHandle cell_lookup(const char *name) {
+    return cell_lookup_in(web.root, name);
+}
+
+CellHandle cell_lookup_in(CellHandle root, const char *name) {
+    CellHandle node = index_find(root, name);
+    return is_live_cell(node) ? node : 0;
+}
+
+CellHandle live_from(CellHandle node) {
+    while (node != 0 && !is_live_cell(node)) {
+        node = index_next(node);
+    }
+    return node;
+}
+
+CellHandle live_back_from(CellHandle node) {
+    while (node != 0 && !is_live_cell(node)) {
+        node = index_prev(node);
+    }
+    return node;
+}
+
+CellHandle cell_create(CellHandle *root, const char *name) {
+    CellHandle cell = index_find_or_insert(name, root, k_cell_live);
+    if (cell == 0) {
+        return 0;
+    }
+    clear_fields(cell);
+    cell_numbers_rebuild();
+    return cell;
+}
+
+void cell_delete(CellHandle cell) {
+    if (cell == 0) {
+        return;
+    }
+    trail_forget(cell);
+    forward_forget(cell);
+    if (cell == current_cell()) {
+        step_off_current_cell();
+    }
+    cell_release_fields(cell);
+    cell_set_kind(cell, k_cell_deleted);
+    cell_numbers_rebuild();
+}
+
+void cell_release_fields(CellHandle node) {
+    switch (cell_kind(node)) {
+    case k_cell_live:
+        release_cell(node);
+        break;
+    case k_cell_value_entry:
+        val_free(cell_text(node));
+        break;
+    default:
+        break;
+    }
+}
+
+const char *cell_name_string(CellHandle cell) {
+    if (cell == 0) {
+        return "BAD_CELL_HANDLE";
+    }
+    if (cell_kind(cell) == k_cell_live) {
+        text_copy_out(web.name, cell_name(cell), k_cellname_max);
+    }
+    return web.name;
+}
+
+void web_clear() {
+    release_web(0);
+}
+
+// The home cell's own blocks serve again, so that a new web can be made however full the arena is.
+void web_reset(const char *cellname) {
+    CellHandle home =
+        web.root != 0 && text_equals_cstring(cell_name(web.root), cellname) ? web.root : 0;
+    release_web(home);
+    current_cell_clear();
+    if (home != 0) {
+        clear_fields(home);
+        index_link(home, &web.root);
+        cell_numbers_rebuild();
+    } else {
+        home = cell_create(&web.root, cellname);
+    }
+    current_cell_assign(home);
+    option_defaults();
+}
+
+bool web_changed() {
+    return web.changed;
+}
+
+void set_web_changed(bool changed) {
+    web.changed = changed;
+}
