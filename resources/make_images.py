@@ -1,0 +1,135 @@
+#!/usr/bin/env python3
+"""Makes the program's bitmap and icon out of their readable sources.
+
+    make_images.py bitmap SOURCE.txt OUTPUT.bmp
+    make_images.py icon OUTPUT.ico PNG...
+
+The bitmap has 16 colours, because only such a one follows the system's colours on a bar. The icon
+keeps images up to 48 pixels as plain bitmaps with alpha and larger ones as PNG.
+"""
+
+import struct
+import sys
+import zlib
+
+IMAGE_WIDTH = 16
+IMAGE_HEIGHT = 15
+
+
+def read_images(path):
+    """Returns ({letter: (red, green, blue)}, [rows of one image, ...])."""
+    colours, images = {}, []
+    with open(path, encoding="ascii") as source:
+        for number, line in enumerate(source, 1):
+            words = line.split()
+            if line.startswith("image "):
+                images.append([])
+            elif line.startswith("colour "):
+                colours[words[1]] = bytes.fromhex(words[2])
+            elif images and words:
+                row = line.rstrip("\n")
+                if len(row) != IMAGE_WIDTH or not set(row) <= set(colours):
+                    sys.exit(f"{path}:{number}: not a row of {IMAGE_WIDTH} known colours")
+                images[-1].append(row)
+    if len(colours) > 16 or any(len(rows) != IMAGE_HEIGHT for rows in images):
+        sys.exit(f"{path}: an image has not {IMAGE_HEIGHT} rows, or there are over 16 colours")
+    return colours, images
+
+
+def make_bitmap(source, output):
+    colours, images = read_images(source)
+    index = {letter: number for number, letter in enumerate(colours)}
+    width = IMAGE_WIDTH * len(images)
+    rows = []
+    for y in reversed(range(IMAGE_HEIGHT)):
+        pixels = [index[letter] for rows_of_one in images for letter in rows_of_one[y]]
+        row = bytes(high << 4 | low for high, low in zip(pixels[::2], pixels[1::2]))
+        rows.append(row + bytes(-len(row) % 4))
+    palette = b"".join(bytes((*reversed(rgb), 0)) for rgb in colours.values()).ljust(64, b"\0")
+    data = b"".join(rows)
+    offset = 14 + 40 + len(palette)
+    with open(output, "wb") as file:
+        file.write(struct.pack("<2sIHHI", b"BM", offset + len(data), 0, 0, offset))
+        file.write(struct.pack("<IiiHHIIiiII", 40, width, IMAGE_HEIGHT, 1, 4, 0, len(data),
+                               0, 0, 16, 0))
+        file.write(palette + data)
+
+
+def read_png(data):
+    """Returns (size, rows of RGBA bytes, top first) of a square PNG with 8 bits a channel."""
+    position, packed = 8, b""
+    while position < len(data):
+        length, kind = struct.unpack_from(">I4s", data, position)
+        body = data[position + 8:position + 8 + length]
+        if kind == b"IHDR":
+            width, height, depth, colour, _, _, interlace = struct.unpack(">IIBBBBB", body)
+            if (width, depth, colour, interlace) != (height, 8, 6, 0):
+                sys.exit("an icon image is a square PNG with red, green, blue and alpha")
+        elif kind == b"IDAT":
+            packed += body
+        position += 12 + length
+    raw, stride = zlib.decompress(packed), width * 4
+    rows, above = [], bytes(stride)
+    for y in range(height):
+        kind, line = raw[y * (stride + 1)], bytearray(raw[y * (stride + 1) + 1:][:stride])
+        for x in range(stride):
+            left = line[x - 4] if x >= 4 else 0
+            corner = above[x - 4] if x >= 4 else 0
+            line[x] = (line[x] + predict(kind, left, above[x], corner)) & 0xFF
+        rows.append(bytes(line))
+        above = line
+    return width, rows
+
+
+def predict(kind, left, up, corner):
+    """The five row filters of PNG."""
+    if kind == 4:
+        guess = left + up - corner
+        return min((left, up, corner), key=lambda value: abs(guess - value))
+    return (0, left, up, (left + up) // 2)[kind]
+
+
+def icon_bitmap(size, rows):
+    """A 32-bit bitmap, bottom row first, and behind it the mask that older systems look at."""
+    pixels, mask = b"", b""
+    for row in reversed(rows):
+        bits = 0
+        for x in range(size):
+            red, green, blue, alpha = row[4 * x:4 * x + 4]
+            pixels += bytes((blue, green, red, alpha))
+            bits = bits << 1 | (alpha < 128)
+        width = (size + 31) // 32 * 32
+        mask += (bits << width - size).to_bytes(width // 8, "big")
+    header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 32, 0, len(pixels) + len(mask),
+                         0, 0, 0, 0)
+    return header + pixels + mask
+
+
+def make_icon(output, sources):
+    images = []
+    for source in sources:
+        with open(source, "rb") as file:
+            data = file.read()
+        size, rows = read_png(data)
+        images.append((size, data if size > 48 else icon_bitmap(size, rows)))
+    offset = 6 + 16 * len(images)
+    with open(output, "wb") as file:
+        file.write(struct.pack("<HHH", 0, 1, len(images)))
+        for size, data in images:
+            file.write(struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(data),
+                                   offset))
+            offset += len(data)
+        for _, data in images:
+            file.write(data)
+
+
+def main(arguments):
+    if len(arguments) == 3 and arguments[0] == "bitmap":
+        make_bitmap(arguments[1], arguments[2])
+    elif len(arguments) > 2 and arguments[0] == "icon":
+        make_icon(arguments[1], arguments[2:])
+    else:
+        sys.exit(__doc__)
+
+
+main(sys.argv[1:])
