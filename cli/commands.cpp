@@ -1,0 +1,230 @@
+#include "cli/commands.h"
+
+#include "cli/exit_status.h"
+#include "cli/host_qvx.h"
+#include "cli/new_text.h"
+#include "cli/web_file.h"
+#include "core/errors.h"
+#include "core/host.h"
+#include "core/names.h"
+#include "core/text.h"
+#include "report/output.h"
+#include "report/reports.h"
+#include "web/cell_text.h"
+#include "web/cells.h"
+#include "web/options.h"
+#include "web/trail.h"
+
+#include <cstring>
+
+namespace {
+
+// A web must leave this many blocks free to be read again.
+constexpr uint32_t k_reading_reserve = 4;
+
+int status_of(ErrorCode code) {
+    switch (code) {
+    case 0:
+        return k_exit_done;
+    case k_out_of_memory:
+        return k_exit_memory;
+    case k_aborted:
+        return k_exit_refused;
+    default:
+        return k_exit_failed;
+    }
+}
+
+int refuse(const char *message) {
+    host_message(message);
+    return k_exit_refused;
+}
+
+int misuse(const char *message) {
+    host_message(message);
+    return k_exit_failed;
+}
+
+// Prints every byte of a text; the text reader would end at 0xFF and 0xFE.
+void print_text(BlockHandle head) {
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        const uint8_t *block = block_ptr(h);
+        host_print(reinterpret_cast<const char *>(block + k_block_payload_at), block_used(h));
+    }
+}
+
+// What a web file holds under a name: the tags' own characters would end it.
+bool name_can_be_saved(const char *name) {
+    return cellname_valid(name) && std::strlen(name) <= k_cellname_max &&
+           std::strpbrk(name, "<&\r\n") == nullptr;
+}
+
+// True when the finished web, with a text of n bytes in this cell, can be read again. `line_feeds`
+// are those that reading will put a carriage return before.
+bool leaves_room_to_read(CellHandle cell, uint32_t n, uint32_t line_feeds) {
+    uint32_t free_blocks = blocks_free();
+    for (BlockHandle h = cell_text(cell); h != 0; h = block_next(h)) {
+        ++free_blocks;
+    }
+    const uint32_t full_blocks = (n + line_feeds + k_text_block_chars - 1) / k_text_block_chars;
+    return free_blocks >= full_blocks + k_reading_reserve;
+}
+
+int store_text(CellHandle cell) {
+    const uint32_t size = new_text_size();
+    if (!leaves_room_to_read(cell, size, new_text_bare_line_feeds()) ||
+        !cell_text_fits(cell, size)) {
+        return status_of(report_error(k_out_of_memory));
+    }
+    cell_replace_text(cell, new_text_bytes(), size);
+    return k_exit_done;
+}
+
+// The report goes to this path, or to the console for "-".
+int direct_report(const CommandLine &line) {
+    if (line.output.empty()) {
+        return k_exit_done;
+    }
+    if (is_standard_stream(line.output.c_str())) {
+        set_option_odest(k_output_console);
+        return k_exit_done;
+    }
+    host_name_file(line.output.c_str());
+    if (!output_set_path(line.output.c_str())) {
+        return misuse("a path for output has at most 256 characters");
+    }
+    set_option_odest(k_output_file);
+    return k_exit_done;
+}
+
+// Brings the options that the command line names into force. They are not saved.
+int apply_report_options(const CommandLine &line) {
+    if (line.type != 0) {
+        set_option_rtype(line.type);
+    }
+    if (line.has_format) {
+        if (line.format.size() > k_rfmt_max) {
+            return misuse("a report format has at most 256 characters");
+        }
+        set_option_rfmt(line.format.c_str());
+    }
+    if (line.all) {
+        set_option_rall(1);
+    } else if (line.has_selection || !line.cell.empty()) {
+        set_option_rall(0);
+    }
+    host_select(line.selection.c_str());
+    if (line.newline != 0) {
+        set_option_onewl(line.newline);
+        host_console_newline(line.newline);
+    }
+    return direct_report(line);
+}
+
+CellHandle find_cell(const CommandLine &line) {
+    const CellHandle cell = cell_lookup(line.cell.c_str());
+    if (cell == 0) {
+        host_message("no such cell");
+    }
+    return cell;
+}
+
+}  // namespace
+
+int command_new(const CommandLine &line) {
+    host_name_file(line.file.c_str());
+    if (!line.force && !is_standard_stream(line.file.c_str()) && file_exists(line.file.c_str())) {
+        return refuse("file exists");
+    }
+    web_reset("home");
+    return web_save(line.file.c_str());
+}
+
+int command_list(const CommandLine &line) {
+    const int status = web_load(line.file.c_str());
+    if (status != k_exit_done) {
+        return status;
+    }
+    CellHandle cell = live_from(index_first(index_root()));
+    for (; cell != 0; cell = live_from(index_next(cell))) {
+        print_text(cell_name(cell));
+        host_print("\n", 1);
+    }
+    return k_exit_done;
+}
+
+int command_show(const CommandLine &line) {
+    const int status = web_load(line.file.c_str());
+    if (status != k_exit_done) {
+        return status;
+    }
+    const CellHandle cell = find_cell(line);
+    if (cell == 0) {
+        return k_exit_refused;
+    }
+    print_text(cell_text(cell));
+    return k_exit_done;
+}
+
+int command_set(const CommandLine &line) {
+    int status = new_text_take(line);
+    if (status != k_exit_done) {
+        return status;
+    }
+    status = web_load(line.file.c_str());
+    if (status != k_exit_done) {
+        return status;
+    }
+    CellHandle cell = cell_lookup(line.cell.c_str());
+    if (cell == 0) {
+        if (!name_can_be_saved(line.cell.c_str())) {
+            return misuse("Bad cell name supplied");
+        }
+        cell = cell_create(index_root_address(), line.cell.c_str());
+    }
+    if (line.has_text || line.has_text_file) {
+        status = store_text(cell);
+    }
+    return status == k_exit_done ? web_save(line.file.c_str()) : status;
+}
+
+int command_rm(const CommandLine &line) {
+    const int status = web_load(line.file.c_str());
+    if (status != k_exit_done) {
+        return status;
+    }
+    const CellHandle cell = find_cell(line);
+    if (cell == 0) {
+        return k_exit_refused;
+    }
+    if (cell == index_root()) {
+        return refuse("Can't Delete Home");
+    }
+    cell_delete(cell);
+    return web_save(line.file.c_str());
+}
+
+int command_convert(const CommandLine &line) {
+    const int status = web_load(line.file.c_str());
+    return status == k_exit_done ? web_save(line.out_file.c_str()) : status;
+}
+
+int command_report(const CommandLine &line) {
+    int status = web_load(line.file.c_str());
+    if (status != k_exit_done) {
+        return status;
+    }
+    if (!line.cell.empty()) {
+        const CellHandle cell = find_cell(line);
+        if (cell == 0) {
+            return k_exit_refused;
+        }
+        set_current(cell);
+    }
+    status = apply_report_options(line);
+    if (status != k_exit_done) {
+        return status;
+    }
+    report_run();
+    return status_of(report_result());
+}

@@ -1,0 +1,45 @@
+// The commands of qvx. Each does its work on one web, says what went wrong on standard error and
+// returns an exit status (cli/exit_status.h).
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// What the command line said. Stands for the whole run: the commands allocate from the arena, which
+// may leave them without unwinding, so they keep no strings of their own.
+struct CommandLine {
+    std::string file;      // the web
+    std::string out_file;  // convert: where to
+    std::string cell;
+    bool force = false;  // new: over an existing file
+
+    // set
+    std::string text;
+    std::string text_file;
+    bool has_text = false;
+    bool has_text_file = false;
+
+    // report; empty or 0 where the web's own option holds
+    uint8_t type = 0;  // ReportType
+    std::string format;
+    bool has_format = false;
+    bool all = false;
+    std::string selection;
+    bool has_selection = false;
+    std::string output;
+    uint8_t newline = 0;  // Newline
+
+    // check
+    std::vector<std::string> files;
+    bool json = false;
+};
+
+int command_new(const CommandLine &line);
+int command_list(const CommandLine &line);
+int command_show(const CommandLine &line);
+int command_set(const CommandLine &line);
+int command_rm(const CommandLine &line);
+int command_convert(const CommandLine &line);
+int command_report(const CommandLine &line);
+int command_check(const CommandLine &line);  // cli/check_output.cpp

@@ -1,0 +1,195 @@
+// The host of qvx: standard error for messages, standard output as the console, questions answered
+// with what changes nothing, and no view at all.
+#include "cli/host_qvx.h"
+
+#include "cli/exit_status.h"
+#include "core/errors.h"
+#include "core/host.h"
+#include "web/options.h"
+#include "web/trail.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr ErrorCode k_cannot_write_output = -9;
+
+struct Host {
+    const char *file;       // named in messages
+    const char *selection;  // of the active pane
+    uint8_t newline;        // of the console; 0: bytes as they come
+    char last;              // byte that came to the console last
+    bool warned_low;        // of running short on blocks
+    bool output_failed;
+};
+
+Host host{"", "", 0, 0, false, false};
+
+// Keeps a byte of console output back as the newline mode says.
+bool console_drops(char ch, char before) {
+    switch (host.newline) {
+    case k_newline_lf:
+        return ch == '\r';
+    case k_newline_cr:
+        return ch == '\n' && before == '\r';
+    default:
+        return false;
+    }
+}
+
+}  // namespace
+
+void host_name_file(const char *name) {
+    host.file = name;
+}
+
+void host_message(const char *text) {
+    std::fflush(stdout);
+    std::fprintf(stderr, *host.file == 0 ? "qvx: %s%s\n" : "qvx: %s: %s\n", host.file, text);
+}
+
+void host_select(const char *text) {
+    host.selection = text;
+}
+
+void host_console_newline(uint8_t mode) {
+    host.newline = mode;
+}
+
+void host_print(const char *bytes, uint32_t count) {
+    host.output_failed |= std::fwrite(bytes, 1, count, stdout) != count;
+}
+
+bool host_finish_output() {
+    host.output_failed |= std::fflush(stdout) != 0;
+    if (host.output_failed) {
+        host_name_file("standard output");
+        host_message(error_message(k_cannot_write_output));
+    }
+    return !host.output_failed;
+}
+
+// ---- Messages and questions ---------------------------------------------------------------------
+
+void show_status_message(const char *text) {
+    host_message(text);
+}
+
+void set_resting_status(const char *) {}
+
+void show_warning(const char *text, const char *) {
+    host_message(text);
+}
+
+// The arena's offer to save and exit is the only such question while there is no user: it is
+// declined, and passed on once as a warning.
+bool ask_ok_cancel(const char *, const char *) {
+    if (low_on_blocks() && !host.warned_low) {
+        host.warned_low = true;
+        host_message("short on memory: fewer than 100 blocks are left");
+    }
+    return false;
+}
+
+bool ask_yes_no(const char *, const char *) {
+    return false;
+}
+
+bool ask_save_changes(const char *, const char *) {
+    return false;
+}
+
+bool ask_cellname(char *name) {
+    *name = 0;
+    return false;
+}
+
+void end_program(int status) {
+    std::fflush(stdout);
+    std::_Exit(status < 0 ? k_exit_memory : status);
+}
+
+// ---- The current cell's view: there is none -----------------------------------------------------
+
+CellHandle store_text_pane(int) {
+    return current_cell();
+}
+
+void refresh_current_view() {}
+
+void refresh_views() {}
+
+const char *selected_text() {
+    return host.selection;
+}
+
+void selected_text_free() {}
+
+void configure_panes() {}
+
+void refresh_cellname_list() {}
+
+void show_cell_list() {}
+
+void set_window_title(const char *) {}
+
+void hide_text_caret() {}
+
+// ---- The cell list: there is none ---------------------------------------------------------------
+
+ListItem cell_list_insert_item(CellHandle) {
+    return 0;
+}
+
+void cell_list_fill() {}
+
+void cell_list_add(CellHandle) {}
+
+void cell_list_select_current() {}
+
+void cell_list_clear() {}
+
+void cell_list_remove_item(ListItem) {}
+
+// ---- The console --------------------------------------------------------------------------------
+
+void console_clear() {
+    host.last = 0;
+}
+
+// The engine inserts where the last insertion ended, so the position is always that of the output.
+void console_insert(uint32_t, const char *bytes, uint32_t count) {
+    if (host.newline == 0) {
+        host_print(bytes, count);
+        return;
+    }
+    for (uint32_t i = 0; i < count; ++i) {
+        const char before = host.last;
+        host.last = bytes[i];
+        if (!console_drops(bytes[i], before)) {
+            const bool turned = host.newline == k_newline_cr && bytes[i] == '\n';
+            host_print(turned ? "\r" : &bytes[i], 1);
+        }
+    }
+}
+
+void pump_messages() {}
+
+void output_began(bool) {}
+
+void output_ended() {}
+
+// ---- Files (by path: cli/files_posix.cpp, shell/files.cpp) --------------------------------------
+
+const char *file_read_mode() {
+    return "rb";
+}
+
+bool ask_open_path(char *, uint32_t) {
+    return false;
+}
+
+bool ask_save_path(char *, uint32_t, const char *) {
+    return false;
+}

@@ -1,0 +1,22 @@
+// What the commands tell the host of qvx (core/host.h) before they call the engine.
+#pragma once
+
+#include <cstdint>
+
+// The file that messages name from now on; "" for none. The string is kept, not copied.
+void host_name_file(const char *name);
+
+// Prints "qvx: FILE: MESSAGE" on standard error.
+void host_message(const char *text);
+
+// What the engine finds selected in the active pane; the string is kept, not copied.
+void host_select(const char *text);
+
+// Line ends of the console (Newline of web/options.h); 0 leaves the bytes alone.
+void host_console_newline(uint8_t mode);
+
+// Writes bytes to standard output.
+void host_print(const char *bytes, uint32_t count);
+
+// Writes out what standard output holds back. False after saying so when any of it was lost.
+bool host_finish_output();

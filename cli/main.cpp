@@ -1,0 +1,168 @@
+// qvx: webs read, changed, reported and written from the command line.
+#include "cli/commands.h"
+#include "cli/exit_status.h"
+#include "cli/host_qvx.h"
+#include "cli/platform.h"
+#include "core/block_arena.h"
+#include "core/recovery.h"
+#include "file/document.h"
+#include "web/links.h"
+#include "web/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+using CommandFunction = int (*)(const CommandLine &line);
+
+// The command that was asked for and its exit status, outside of every frame that the arena's
+// recovery may leave.
+struct Run {
+    CommandLine line;
+    CommandFunction function = nullptr;
+    int status = k_exit_done;
+} run;
+
+constexpr const char *k_version = "qvx " QUORVANE_VERSION;
+
+const std::map<std::string, uint8_t> k_type_words = {{"fmt", k_report_fmt},
+                                                     {"inptr", k_report_inptr},
+                                                     {"outptr", k_report_outptr},
+                                                     {"trail", k_report_trail}};
+const std::map<std::string, uint8_t> k_newline_words = {
+    {"lf", k_newline_lf}, {"cr", k_newline_cr}, {"crlf", k_newline_crlf}};
+
+CLI::App *add_command(CLI::App *app, const char *name, const char *description,
+                      CommandFunction function) {
+    CLI::App *command = app->add_subcommand(name, description);
+    command->set_version_flag("--version", k_version, "Print the version and exit");
+    command->callback([function] { run.function = function; });
+    return command;
+}
+
+// A command that works on one web.
+CLI::App *add_web_command(CLI::App *app, const char *name, const char *description,
+                          CommandFunction function) {
+    CLI::App *command = add_command(app, name, description, function);
+    command->add_option("file", run.line.file, "The web file, or - for a standard stream")
+        ->required();
+    return command;
+}
+
+CLI::App *add_cell_command(CLI::App *app, const char *name, const char *description,
+                           CommandFunction function) {
+    CLI::App *command = add_web_command(app, name, description, function);
+    command->add_option("cell", run.line.cell, "The cell's name")->required();
+    return command;
+}
+
+void add_set(CLI::App *app) {
+    CLI::App *set = add_cell_command(
+        app, "set", "Create a cell or replace its text (without --text and --file: create only)",
+        command_set);
+    CLI::Option *text = set->add_option("--text", run.line.text, "The new text");
+    set->add_option("--file", run.line.text_file, "A file with the new text, or - ")
+        ->excludes(text);
+    set->callback([set] {
+        run.function = command_set;
+        run.line.has_text = set->count("--text") != 0;
+        run.line.has_text_file = set->count("--file") != 0;
+    });
+}
+
+void add_report_cells(CLI::App *report) {
+    CLI::Option *all = report->add_flag("--all", run.line.all, "Report on all cells");
+    CLI::Option *select =
+        report->add_option("--select", run.line.selection, "Report on the cells that a text names");
+    CLI::Option *cell = report->add_option("--cell", run.line.cell, "Report on one cell");
+    all->excludes(select)->excludes(cell);
+    select->excludes(cell);
+}
+
+void add_report(CLI::App *app) {
+    CLI::App *report =
+        add_web_command(app, "report", "Write a report, as the web's options say", command_report);
+    report->add_option("--type", run.line.type, "fmt, inptr, outptr or trail")
+        ->transform(CLI::CheckedTransformer(k_type_words).description(""));
+    report->add_option("--format", run.line.format, "Format of a fmt report: \\N name, \\T text");
+    add_report_cells(report);
+    report->add_option("--output", run.line.output, "The file to write, or - for standard output");
+    report->add_option("--newline", run.line.newline, "Line ends: lf, cr or crlf")
+        ->transform(CLI::CheckedTransformer(k_newline_words).description(""));
+    report->callback([report] {
+        run.function = command_report;
+        run.line.has_format = report->count("--format") != 0;
+        run.line.has_selection = report->count("--select") != 0;
+    });
+}
+
+void add_commands(CLI::App *app) {
+    add_web_command(app, "new", "Make a web with an empty home cell", command_new)
+        ->add_flag("--force", run.line.force, "Overwrite an existing file");
+    add_web_command(app, "list", "Print the cells' names, in the web's order", command_list);
+    add_cell_command(app, "show", "Print a cell's text", command_show);
+    add_set(app);
+    add_cell_command(app, "rm", "Delete a cell", command_rm);
+    CLI::App *convert =
+        add_command(app, "convert", "Read a web and write it again", command_convert);
+    convert->add_option("in", run.line.file, "The web file to read, or -")->required();
+    convert->add_option("out", run.line.out_file, "The web file to write, or -")->required();
+    add_report(app);
+    CLI::App *check = add_command(
+        app, "check", "Say what opening a file would lose, change or not reach", command_check);
+    check->add_option("files", run.line.files, "The web files, or -")->required();
+    check->add_flag("--json", run.line.json, "Print the findings as JSON");
+}
+
+// What the program does before it opens its first web.
+void start_engine() {
+    recovery_arm(false);
+    block_arena_init();
+    option_defaults();
+    char_classes_init();
+    recovery_arm(true);
+}
+
+void run_body(void *) {
+    run.status = run.function(run.line);
+}
+
+int run_command() {
+    start_engine();
+    if (recovery_run(run_body, nullptr) < 0) {
+        host_name_file(run.line.file.c_str());
+        program_recover();
+        run.status = k_exit_memory;
+    }
+    return host_finish_output() ? run.status : std::max(run.status, k_exit_failed);
+}
+
+// Prints help, version or what is wrong with the arguments.
+int explain(const CLI::App &app, const CLI::ParseError &error) {
+    return app.exit(error) == 0 ? k_exit_done : k_exit_failed;
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    standard_streams_binary();
+    CLI::App app("Reads, changes, reports and writes webs of cells.", "qvx");
+    app.allow_windows_style_options(false);
+    app.require_subcommand(1);
+    app.set_version_flag("--version", k_version, "Print the version and exit");
+    app.footer(
+        "- is standard input or output. Exit status: 0 done, 1 nothing found, findings or "
+        "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory.");
+    add_commands(&app);
+    try {
+        std::vector<std::string> arguments = program_arguments(argc, argv);
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
+    } catch (const CLI::ParseError &error) {
+        return explain(app, error);
+    }
+    return run_command();
+}

@@ -1,0 +1,16 @@
+// The text that `qvx set` is to store, from the command line, a file or standard input.
+#pragma once
+
+#include "cli/commands.h"
+
+#include <cstdint>
+
+// Takes the text in; an exit status, after saying what is wrong with it. A text holds no NUL
+// characters and no more than the arena.
+int new_text_take(const CommandLine &line);
+
+const char *new_text_bytes();
+uint32_t new_text_size();
+
+// The line feeds with no carriage return before them: a web file gives them back with one.
+uint32_t new_text_bare_line_feeds();

@@ -1,0 +1,22 @@
+// Runs the built qvx the way a shell does, in a folder of the test's own.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct Outcome {
+    int status;  // exit status, or 128 + the signal that ended it
+    std::string out;
+    std::string err;
+};
+
+// Runs qvx with these arguments and this standard input. No file may grow over `file_limit` bytes,
+// where that is given: what a full disk looks like.
+Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input = "",
+                long file_limit = 0);
+
+// Makes an empty folder the current one.
+void enter_empty_folder();
+
+std::string file_bytes(const std::string &path);  // "(none)" when there is no such file
+void write_file(const std::string &path, const std::string &bytes);

@@ -1,0 +1,212 @@
+// Webs made, changed and converted by qvx, and left alone when a command fails.
+#include "tests/cli/run_qvx.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string k_small = "<cell><cname>home</cname><text>see alpha</text></cell>"
+                            "<cell><cname>alpha</cname><text>back "
+                            "home</text><val>2.50</val><script>s</script></cell></eof>";
+
+class QvxWebs : public testing::Test {
+protected:
+    void SetUp() override {
+        enter_empty_folder();
+        write_file("w.qvx", k_small);
+    }
+};
+
+size_t count_of(const std::string &text, const std::string &part) {
+    size_t count = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+TEST_F(QvxWebs, MakesChangesAndListsCells) {
+    ASSERT_EQ(run_qvx({"new", "n.qvx"}).status, 0);
+    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "home\n");
+    ASSERT_EQ(run_qvx({"set", "n.qvx", "Beta", "--text", "one"}).status, 0);
+    ASSERT_EQ(run_qvx({"set", "n.qvx", "alpha", "--text", "-two <&> \"'\\"}).status, 0);
+    ASSERT_EQ(run_qvx({"set", "n.qvx", "BETA", "--text", "three"}).status, 0);
+    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "alpha\nBeta\nhome\n");
+    EXPECT_EQ(run_qvx({"show", "n.qvx", "beta"}).out, "three");
+    EXPECT_EQ(run_qvx({"show", "n.qvx", "alpha"}).out, "-two <&> \"'\\");
+    ASSERT_EQ(run_qvx({"set", "n.qvx", "beta"}).status, 0);
+    EXPECT_EQ(run_qvx({"show", "n.qvx", "beta"}).out, "three");
+    ASSERT_EQ(run_qvx({"set", "n.qvx", "beta", "--text", ""}).status, 0);
+    EXPECT_EQ(run_qvx({"show", "n.qvx", "beta"}).out, "");
+    ASSERT_EQ(run_qvx({"rm", "n.qvx", "beta"}).status, 0);
+    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "alpha\nhome\n");
+}
+
+TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string err;
+    } cases[] = {
+        {{"new", "w.qvx"}, 1, "qvx: w.qvx: file exists\n"},
+        {{"show", "w.qvx", "nobody"}, 1, "qvx: w.qvx: no such cell\n"},
+        {{"rm", "w.qvx", "nobody"}, 1, "qvx: w.qvx: no such cell\n"},
+        {{"rm", "w.qvx", "HOME"}, 1, "qvx: w.qvx: Can't Delete Home\n"},
+        {{"set", "w.qvx", "1st", "--text", "x"}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
+        {{"set", "w.qvx", "a<b", "--text", "x"}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
+        {{"set", "w.qvx", std::string(49, 'a')}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
+        {{"list", "nofile"}, 2, "qvx: nofile: UNABLE TO OPEN WEB FILE\n"},
+        {{"list", "."}, 2, "qvx: .: UNABLE TO READ FROM WEB FILE\n"},
+        {{"convert", "w.qvx", "no/such/folder"},
+         2,
+         "qvx: no/such/folder: UNABLE TO OPEN WEB FILE\n"},
+        {{"convert", "w.qvx", "/dev/full"}, 2, "qvx: /dev/full: UNABLE TO WRITE TO WEB FILE\n"},
+        {{"set", "w.qvx", "alpha", "--file", "nofile"}, 2, "qvx: nofile: cannot be opened\n"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.arguments[0] + " " + c.err);
+        const Outcome outcome = run_qvx(c.arguments);
+        EXPECT_EQ(outcome.status, c.status);
+        EXPECT_EQ(outcome.err, c.err);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(file_bytes("w.qvx"), k_small);
+    }
+    ASSERT_EQ(run_qvx({"new", "--force", "w.qvx"}).status, 0);
+    EXPECT_EQ(run_qvx({"list", "w.qvx"}).out, "home\n");
+}
+
+TEST_F(QvxWebs, CarriesEveryByteButNul) {
+    std::string text;
+    for (int i = 0; i < 600; ++i) {
+        const char ch = static_cast<char>(1 + i % 255);
+        text += ch == '\n' ? "\r\n" : std::string(1, ch);
+    }
+    ASSERT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, text).status, 0);
+    EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha"}).out, text);
+
+    const std::string before = file_bytes("w.qvx");
+    write_file("nul", std::string("ab\0cd", 5));
+    EXPECT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "nul"}).status, 2);
+    EXPECT_EQ(file_bytes("w.qvx"), before);
+}
+
+TEST_F(QvxWebs, StandardStreamsStandForFiles) {
+    const Outcome set = run_qvx({"set", "-", "gamma", "--text", "new"}, k_small);
+    ASSERT_EQ(set.status, 0);
+    EXPECT_EQ(run_qvx({"show", "-", "gamma"}, set.out).out, "new");
+    EXPECT_EQ(run_qvx({"convert", "-", "-"}, set.out).out, set.out);
+    EXPECT_EQ(run_qvx({"list", "-"}, run_qvx({"new", "-"}).out).out, "home\n");
+    EXPECT_EQ(run_qvx({"set", "-", "gamma", "--file", "-"}, k_small).status, 2);
+    EXPECT_EQ(fs::exists("-"), false);
+}
+
+TEST_F(QvxWebs, ConvertingTwiceChangesNothing) {
+    write_file("rough.qvx", "stray <OPTS><rtype>inptr</rtype><citer>0</citer><oname>a&lt;b</oname>"
+                            "<cell><cname>zeta</cname><text>a\nb &amp; &bogus; <i>c</i></text>"
+                            "<cname>home</cname><val>1e3</val><cname>zeta</cname></eof>tail");
+    ASSERT_EQ(run_qvx({"convert", "rough.qvx", "one.qvx"}).status, 0);
+    ASSERT_EQ(run_qvx({"convert", "one.qvx", "two.qvx"}).status, 0);
+    EXPECT_NE(file_bytes("one.qvx").find("<rtype>inptr</rtype>"), std::string::npos);
+    EXPECT_EQ(file_bytes("one.qvx"), file_bytes("two.qvx"));
+    ASSERT_EQ(run_qvx({"convert", "two.qvx", "two.qvx"}).status, 0);
+    EXPECT_EQ(file_bytes("one.qvx"), file_bytes("two.qvx"));
+}
+
+TEST_F(QvxWebs, BadInputFileWritesNothing) {
+    write_file("bad.qvx", "<cname>good</cname><cname>1bad</cname></eof>");
+    write_file("out.qvx", "kept");
+    const Outcome outcome = run_qvx({"convert", "bad.qvx", "out.qvx"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.err, "qvx: bad.qvx: Bad Input File\n");
+    EXPECT_EQ(file_bytes("out.qvx"), "kept");
+    EXPECT_EQ(run_qvx({"convert", "bad.qvx", "-"}).out, "");
+    EXPECT_EQ(run_qvx({"set", "bad.qvx", "home", "--text", "x"}).status, 2);
+}
+
+TEST_F(QvxWebs, AFailedSavePutsTheFormerFileBack) {
+    write_file("w.qvx~", "somebody's");
+    const std::string long_text(40000, 'x');
+    const Outcome failed = run_qvx({"set", "w.qvx", "big", "--file", "-"}, long_text, 20000);
+    EXPECT_EQ(failed.status, 2);
+    EXPECT_EQ(failed.err, "qvx: w.qvx: UNABLE TO WRITE TO WEB FILE\n");
+    EXPECT_EQ(file_bytes("w.qvx"), k_small);
+    EXPECT_EQ(run_qvx({"set", "-", "big", "--file", "w.qvx"}, long_text, 20000).status, 0);
+
+    fs::remove("w.qvx~");
+    ASSERT_EQ(run_qvx({"set", "w.qvx", "big", "--file", "-"}, long_text).status, 0);
+    EXPECT_EQ(run_qvx({"convert", "w.qvx", "fresh.qvx"}, "", 20000).status, 2);
+    EXPECT_EQ(file_bytes("fresh.qvx"), "(none)");
+    EXPECT_EQ(std::distance(fs::directory_iterator("."), fs::directory_iterator()), 1);
+}
+
+TEST_F(QvxWebs, ASavedFileKeepsItsLinksAndPermissions) {
+    fs::permissions("w.qvx", fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("w.qvx", "link.qvx");
+    ASSERT_EQ(run_qvx({"set", "link.qvx", "alpha", "--text", "through"}).status, 0);
+    EXPECT_TRUE(fs::is_symlink("link.qvx"));
+    EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha"}).out, "through");
+    EXPECT_EQ(fs::status("w.qvx").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(QvxWebs, LongTextsAreWholeAndTooLongOnesAreRefused) {
+    const std::string long_text(70000, 'y');
+    ASSERT_EQ(run_qvx({"set", "w.qvx", "long", "--file", "-"}, long_text).status, 0);
+    EXPECT_EQ(run_qvx({"show", "w.qvx", "long"}).out, long_text);
+
+    const std::string before = file_bytes("w.qvx");
+    for (const size_t size : {size_t{300000}, size_t{400000}}) {
+        const Outcome refused =
+            run_qvx({"set", "w.qvx", "more", "--file", "-"}, std::string(size, 'z'));
+        EXPECT_EQ(refused.status, 3);
+        EXPECT_NE(refused.err.find("OUT OF MEMORY\n"), std::string::npos);
+        EXPECT_EQ(file_bytes("w.qvx"), before);
+    }
+    const Outcome unreadable =
+        run_qvx({"list", "-"}, "<cname>home</cname><text>" + std::string(400000, 'z') + "</text>");
+    EXPECT_EQ(unreadable.status, 3);
+    EXPECT_EQ(unreadable.err, "qvx: -: short on memory: fewer than 100 blocks are left\n"
+                              "qvx: -: OUT OF MEMORY\n");
+}
+
+// Finds the longest text that is accepted, one whose line feeds grow on reading.
+TEST_F(QvxWebs, WhatIsSavedCanBeReadAgain) {
+    size_t fits = 170000;
+    size_t fails = 190000;
+    while (fails - fits > 1) {
+        const size_t size = (fits + fails) / 2;
+        const int status = run_qvx({"set", "-", "lines", "--file", "text"},
+                                   (write_file("text", std::string(size, '\n')), k_small))
+                               .status;
+        ASSERT_TRUE(status == 0 || status == 3);
+        (status == 0 ? fits : fails) = size;
+    }
+    ASSERT_EQ(run_qvx({"set", "w.qvx", "lines", "--file", "-"}, std::string(fits, '\n')).status, 0);
+    const Outcome shown = run_qvx({"show", "w.qvx", "lines"});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.out.size(), 2 * fits);
+    EXPECT_EQ(count_of(shown.err, "short on memory"), 1u);
+    EXPECT_EQ(run_qvx({"rm", "w.qvx", "lines"}).status, 0);
+}
+
+TEST_F(QvxWebs, HelpVersionAndUsage) {
+    for (const char *command : {"new", "list", "show", "set", "rm", "convert", "report", "check"}) {
+        SCOPED_TRACE(command);
+        const Outcome help = run_qvx({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_NE(help.out.find(std::string("qvx ") + command), std::string::npos);
+        EXPECT_EQ(run_qvx({command, "--version"}).out, run_qvx({"--version"}).out);
+        const Outcome wrong = run_qvx({command, "--bogus"});
+        EXPECT_EQ(wrong.status, 2);
+        EXPECT_EQ(wrong.err.compare(0, 5, "qvx: "), 0);
+    }
+    EXPECT_EQ(run_qvx({}).status, 2);
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--type", "list"}).status, 2);
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--all", "--cell", "home"}).status, 2);
+    EXPECT_EQ(run_qvx({"set", "w.qvx", "a", "--text", "x", "--file", "y"}).status, 2);
+}
+
+}  // namespace
