@@ -142,7 +142,7 @@ bool ask_save_path(char *path, uint32_t size, const char *display_name);
 
 // ---- Upward calls within the engine -------------------------------------------------------------
 
-// Saves if the user agrees and ends the program. Returns only when a save that the user asked for
-// did not succeed, or a web file was open and the answer would have cost it. Defined in
+// Saves if the user agrees and ends the program; while a web file is being read or written it ends
+// without saving. Returns only when a save that the user asked for did not succeed. Defined in
 // file/document.cpp.
 void save_and_exit();

@@ -57,3 +57,6 @@ bool store_text_pane_or_say();
 // Brings the program back after recovery_run() returned -1: output, lists, staged cells and files
 // are closed and given back, the views refreshed, "OUT OF MEMORY" shown.
 void program_recover();
+
+// Closes the web file. Part of recovery.
+void document_recover();

@@ -32,8 +32,6 @@ void web_read_recover();
 
 // ---- What a file holds that reading would lose or change ----------------------------------------
 
-// Called while reading, when set, at the places where the reader drops or changes something; for
-// `qvx check`. `line` counts from 1; `text` is the tag, entity or name in question.
 enum class ReadFinding {
     unknown_tag,
     unknown_entity,
@@ -42,5 +40,9 @@ enum class ReadFinding {
     duplicate_name,
     bytes_after_end
 };
+
+// Called while reading, when set, at the places where the reader drops or changes something; for
+// `qvx check`. `line` counts from 1; `text` is the tag, entity or name in question. Null takes the
+// observer off.
 using ReadObserver = void (*)(ReadFinding finding, uint32_t line, const char *text);
 void web_read_observe(ReadObserver observer);

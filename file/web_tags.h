@@ -7,4 +7,7 @@
 const char *web_tag_name(int tag);
 
 // The index of a name, regardless of case, or -1.
-int web_tag_find(const char *name, unsigned length);
+int web_tag_find(const char *name);
+
+// Whether a name is this lower-case one, regardless of case.
+bool names_match(const char *name, const char *lower_case);

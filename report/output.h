@@ -30,7 +30,8 @@ bool output_pump();
 // Flushes and closes; harmless when closed. A failed last write is shown and returned.
 ErrorCode output_close();
 
-// Ends a report: after a cancel or a failure nothing reopens the stream before this is called.
+// After a cancel or a failure nothing reopens the stream before this is called. Whatever writes to
+// the stream calls it before the first character and after the last.
 void output_release();
 
 // Raises the abort flag: the next character ends the report.

@@ -88,6 +88,7 @@ int report_run() {
     if (refused_while_busy()) {
         return k_output_in_use;
     }
+    output_release();
     store_text_pane(1);
     if (option_rall() == 0) {
         report_selection_build(selected_text());

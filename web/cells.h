@@ -63,8 +63,13 @@ CellHandle index_find_text(CellHandle root, BlockHandle name);
 // Adds a node for the name, which it takes over. An equal name goes to the right.
 CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind);
 
-// Hangs a finished node, whose name is set, into the tree; allocates nothing.
+// Hangs a finished node, whose name is set, into the tree; allocates nothing. An equal name goes to
+// the right.
 void index_link(CellHandle node, CellHandle *root);
+
+// The same, unless the tree has a node of that name: then that one is returned and nothing done.
+// Returns 0 when the node was hung in.
+CellHandle index_link_new(CellHandle node, CellHandle *root);
 
 // A new node of that name, or the deleted one revived; 0 when the name is taken.
 CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind);

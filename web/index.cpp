@@ -11,6 +11,34 @@ struct Descent {
     int comparison;
 };
 
+// Goes down to where the node belongs, stopping at an equal name if asked to.
+Descent descend(CellHandle node, CellHandle root, bool stop_at_equal) {
+    BlockHandle name = cell_name(node);
+    Descent at = {0, 0};
+    for (CellHandle next = root; next != 0;) {
+        at.node = next;
+        at.comparison = text_compare(name, cell_name(next));
+        if (at.comparison == 0 && stop_at_equal) {
+            break;
+        }
+        next = at.comparison < 0 ? node_left(next) : node_right(next);
+    }
+    return at;
+}
+
+void hang(CellHandle node, Descent at, CellHandle *root) {
+    node_set_left(node, 0);
+    node_set_right(node, 0);
+    node_set_parent(node, at.node);
+    if (at.node == 0) {
+        *root = node;
+    } else if (at.comparison < 0) {
+        node_set_left(at.node, node);
+    } else {
+        node_set_right(at.node, node);
+    }
+}
+
 // First node of a post-order walk of this subtree.
 CellHandle deepest_first(CellHandle node) {
     for (;;) {
@@ -59,22 +87,16 @@ CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind) {
 }
 
 void index_link(CellHandle node, CellHandle *root) {
-    Descent at = {0, 0};
-    for (CellHandle next = *root; next != 0;) {
-        at.node = next;
-        at.comparison = text_compare(cell_name(node), cell_name(next));
-        next = at.comparison < 0 ? node_left(next) : node_right(next);
+    hang(node, descend(node, *root, false), root);
+}
+
+CellHandle index_link_new(CellHandle node, CellHandle *root) {
+    Descent at = descend(node, *root, true);
+    if (at.node != 0 && at.comparison == 0) {
+        return at.node;
     }
-    node_set_left(node, 0);
-    node_set_right(node, 0);
-    node_set_parent(node, at.node);
-    if (at.node == 0) {
-        *root = node;
-    } else if (at.comparison < 0) {
-        node_set_left(at.node, node);
-    } else {
-        node_set_right(at.node, node);
-    }
+    hang(node, at, root);
+    return 0;
 }
 
 CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind) {

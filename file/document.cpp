@@ -1,0 +1,340 @@
+#include "file/document.h"
+
+#include "core/busy.h"
+#include "core/errors.h"
+#include "core/host.h"
+#include "core/recovery.h"
+#include "file/web_reader.h"
+#include "file/web_writer.h"
+#include "report/output.h"
+#include "web/cells.h"
+#include "web/trail.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr uint32_t k_title_name_max = 10;  // characters of the display name in the caption
+constexpr uint32_t k_character_max = 4;    // bytes of a character in UTF-8
+constexpr const char *k_home = "home";
+
+static struct Document {
+    char current_path[k_path_max + 1];
+    char display_name[k_path_max + 1];
+    char save_path[k_path_max + 1];
+    char open_path[k_path_max + 1];
+    char name[k_path_max + 1];  // the result of doc_display_name()
+    char question[k_path_max + 32];
+    char title[k_title_name_max * k_character_max + 32];
+    FILE *file;  // open only while a web is read or written
+} document;
+
+// Copies at most k_path_max characters.
+void copy_path(char *to, const char *from) {
+    strncpy(to, from, k_path_max);
+    to[k_path_max] = 0;
+}
+
+// The bytes of at most ten whole characters.
+uint32_t title_name_bytes(const char *name) {
+    uint32_t characters = 0;
+    uint32_t bytes = 0;
+    for (; name[bytes] != 0 && bytes < k_title_name_max * k_character_max; ++bytes) {
+        bool begins_character = (name[bytes] & 0xC0) != 0x80;
+        if (begins_character && ++characters > k_title_name_max) {
+            break;
+        }
+    }
+    return bytes;
+}
+
+bool ends_folder(char c) {
+    return c == '\\' || c == ':' || c == k_path_separator;
+}
+
+void close_file() {
+    if (document.file != nullptr) {
+        fclose(document.file);
+        document.file = nullptr;
+    }
+}
+
+// Makes the web that the document keeps the one of this path.
+void adopt_path(const char *path) {
+    copy_path(document.save_path, path);
+    doc_set_paths(document.save_path);
+    doc_set_title(document.display_name);
+}
+
+void forget_file() {
+    close_file();
+    document.current_path[0] = 0;
+    document.display_name[0] = 0;
+    document.save_path[0] = 0;
+    doc_set_title("");
+    set_web_changed(false);
+}
+
+int save_to_path() {
+    document.file = file_open(document.save_path, "w+b");
+    if (document.file == nullptr) {
+        return report_error(k_cannot_open_web);
+    }
+    int code = web_write(document.file);
+    FILE *file = document.file;
+    document.file = nullptr;
+    if (fclose(file) != 0 && code == 0) {
+        code = report_error(k_cannot_write_web);
+    }
+    set_web_changed(false);
+    return code;
+}
+
+// Saves under a path that the user chooses, and says how it went.
+int save_under_new_path() {
+    copy_path(document.open_path, document.current_path);
+    if (!ask_save_path(document.open_path, k_path_max, document.display_name)) {
+        return k_cancelled;
+    }
+    adopt_path(document.open_path);
+    int code = save_to_path();
+    show_status_message(code == 0 ? "Saved" : "Not Saved");
+    return code;
+}
+
+void read_file(void *) {
+    web_read(document.file);
+}
+
+// A web that does not fit is given back whole; the user is left with a new one.
+int abandon_read() {
+    web_read_recover();
+    block_arena_recover();
+    forget_file();
+    web_reset(k_home);
+    refresh_views();
+    return report_error(k_out_of_memory);
+}
+
+// Copies a path without the quotes that a command line may have put around it.
+void copy_unquoted(char *to, const char *from) {
+    uint32_t length = 0;
+    for (; *from != 0 && length < k_path_max; ++from) {
+        if (*from != '"') {
+            to[length++] = *from;
+        }
+    }
+    to[length] = 0;
+}
+
+int choose_path(const char *path) {
+    if (path != nullptr && *path != 0) {
+        copy_unquoted(document.open_path, path);
+        return 0;
+    }
+    copy_path(document.open_path, document.current_path);
+    return ask_open_path(document.open_path, k_path_max) ? 0 : k_cancelled;
+}
+
+void store_body(void *) {
+    store_text_pane_keep_flag();
+}
+
+int finish_command(int code) {
+    refresh_current_view();
+    set_web_changed(false);
+    return code;
+}
+
+// Saving works however full the arena is: a pane whose text does not fit keeps it, and the web then
+// still counts as changed, because that text is in no file.
+int save_command(int (*save)()) {
+    if (refused_while_busy()) {
+        return k_output_in_use;
+    }
+    bool stored = store_text_pane_or_say();
+    int code = save();
+    if (!stored) {
+        set_web_changed(true);
+        return code;
+    }
+    return finish_command(code);
+}
+
+// Ends the program, or returns when a save that was asked for did not succeed.
+void save_and_end() {
+    store_text_pane_or_say();
+    hide_text_caret();
+    cell_list_clear();
+    if (doc_save_if_changed() == 0) {
+        end_program(0);
+    }
+    cell_list_fill();
+}
+
+}  // namespace
+
+void doc_start(const char *command_line) {
+    configure_panes();
+    if (*command_line != 0 && doc_open(command_line) == 0) {
+        refresh_cellname_list();
+    } else {
+        doc_new();
+    }
+    trail_reset();
+    refresh_current_view();
+    set_resting_status("Ready");
+    show_cell_list();
+}
+
+int doc_new() {
+    if (web_changed() && doc_confirm_save()) {
+        doc_save();
+    }
+    forget_file();
+    web_reset(k_home);
+    refresh_views();
+    return 0;
+}
+
+int doc_open(const char *path) {
+    if (web_changed() && doc_confirm_save()) {
+        int code = doc_save();
+        if (code != 0) {
+            return code;
+        }
+    }
+    int code = choose_path(path);
+    if (code != 0) {
+        return code;
+    }
+    document.file = file_open(document.open_path, file_read_mode());
+    if (document.file == nullptr) {
+        return report_error(k_cannot_open_web);
+    }
+    adopt_path(document.open_path);
+    set_web_changed(false);
+    if (recovery_run(read_file, nullptr) < 0) {
+        return abandon_read();
+    }
+    close_file();
+    set_web_changed(false);
+    refresh_views();
+    return 0;
+}
+
+int doc_save() {
+    return document.save_path[0] != 0 ? save_to_path() : save_under_new_path();
+}
+
+int doc_save_as() {
+    return save_under_new_path();
+}
+
+int doc_save_if_changed() {
+    return web_changed() && doc_confirm_save() ? doc_save() : 0;
+}
+
+int doc_command_new() {
+    if (refused_while_busy()) {
+        return k_output_in_use;
+    }
+    store_text_pane_keep_flag();
+    int code = doc_new();
+    output_reset();
+    trail_reset();
+    return finish_command(code);
+}
+
+int doc_command_open() {
+    return doc_command_open_path("");
+}
+
+int doc_command_open_path(const char *path) {
+    if (refused_while_busy()) {
+        return k_output_in_use;
+    }
+    store_text_pane_keep_flag();
+    int code = doc_open(path);
+    if (code == 0) {
+        trail_reset();
+    }
+    output_reset();
+    return finish_command(code);
+}
+
+int doc_command_save() {
+    return save_command(doc_save);
+}
+
+int doc_command_save_as() {
+    return save_command(doc_save_as);
+}
+
+bool doc_confirm_save() {
+    const char *name = document.display_name[0] != 0 ? document.display_name : "(untitled)";
+    strcpy(document.question, "Save current changes in ");
+    strcat(document.question, name);
+    strcat(document.question, "?");
+    return ask_save_changes(document.question, k_product_name);
+}
+
+void doc_set_paths(const char *path) {
+    copy_path(document.current_path, path);
+    copy_path(document.display_name, doc_display_name(document.current_path));
+}
+
+const char *doc_display_name(const char *path) {
+    copy_path(document.name, path);
+    char *p = document.name + strlen(document.name);
+    while (p > document.name && !ends_folder(p[-1])) {
+        if (*--p == '.') {
+            *p = 0;
+        }
+    }
+    return p;
+}
+
+void doc_set_title(const char *display_name) {
+    strcpy(document.title, k_product_name);
+    strcat(document.title, " - ");
+    if (*display_name == 0) {
+        strcat(document.title, "(Untitled)");
+    } else {
+        strncat(document.title, display_name, title_name_bytes(display_name));
+    }
+    set_window_title(document.title);
+}
+
+const char *doc_current_path() {
+    return document.current_path;
+}
+
+const char *doc_save_path() {
+    return document.save_path;
+}
+
+const char *doc_current_display_name() {
+    return document.display_name;
+}
+
+bool store_text_pane_or_say() {
+    if (recovery_run(store_body, nullptr) == 0) {
+        return true;
+    }
+    report_error(k_out_of_memory);
+    return false;
+}
+
+// A half-read web must never go over its file, so while one is open nothing is saved.
+void save_and_exit() {
+    if (document.file != nullptr) {
+        end_program(0);
+    }
+    save_and_end();
+}
+
+void document_recover() {
+    close_file();
+}

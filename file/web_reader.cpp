@@ -1,0 +1,220 @@
+#include "file/web_reader.h"
+
+#include "core/errors.h"
+#include "core/host.h"
+#include "core/text.h"
+#include "file/web_tokens.h"
+#include "web/cells.h"
+#include "web/links.h"
+#include "web/option_tags.h"
+#include "web/value.h"
+
+namespace {
+
+constexpr uint32_t k_name_buffer_max = 4095;
+
+// Cells that were read and wait for the end of the file: node blocks in file order, linked both
+// ways through their left (previous) and right (next) child fields.
+static struct Staging {
+    CellHandle first;
+    CellHandle last;
+    uint32_t count;
+    char name[k_name_buffer_max + 1];
+} staging;
+
+CellHandle staged_next(CellHandle cell) {
+    return node_right(cell);
+}
+
+// Takes the token text as the name of a new staged cell.
+void stage_cell() {
+    CellHandle cell = block_alloc(k_block_node);
+    cell_set_kind(cell, k_cell_staged);
+    cell_set_name(cell, token_take());
+    node_set_left(cell, staging.last);
+    if (staging.last != 0) {
+        node_set_right(staging.last, cell);
+    } else {
+        staging.first = cell;
+    }
+    staging.last = cell;
+    ++staging.count;
+}
+
+// Only observers want to know before the names are sorted into the index.
+bool is_staged(BlockHandle name) {
+    for (CellHandle cell = staging.first; cell != 0; cell = staged_next(cell)) {
+        if (text_compare(cell_name(cell), name) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void report_on_name() {
+    if (text_size(token_text()) > k_cellname_max) {
+        tokens_report(ReadFinding::long_name, staging.name);
+    }
+    if (is_staged(token_text())) {
+        tokens_report(ReadFinding::duplicate_name, staging.name);
+    }
+}
+
+int apply_cname() {
+    text_copy_out(staging.name, token_text(), k_name_buffer_max);
+    if (!cellname_valid(staging.name)) {
+        tokens_report(ReadFinding::bad_name, staging.name);
+        return k_bad_cellname_in_file;
+    }
+    if (tokens_observed()) {
+        report_on_name();
+    }
+    stage_cell();
+    return 0;
+}
+
+// Puts the token text into a field of the cell staged last, releasing what it replaces.
+void apply_field(BlockHandle (*get)(CellHandle), void (*set)(CellHandle, BlockHandle)) {
+    if (staging.last != 0) {
+        chain_free(get(staging.last));
+        set(staging.last, token_take());
+    }
+}
+
+void apply_value() {
+    if (staging.last != 0) {
+        BlockHandle value = val_from_text(token_take());
+        val_free(cell_value(staging.last));
+        cell_set_value(staging.last, value);
+    }
+}
+
+// Releases what a staged or live record holds of the fields that a file sets.
+void release_read_fields(CellHandle cell) {
+    chain_free(cell_text(cell));
+    chain_free(cell_script(cell));
+    val_free(cell_value(cell));
+}
+
+void release_name_and_node(CellHandle cell) {
+    chain_free(cell_name(cell));
+    block_free(cell);
+}
+
+// Moves the fields of a staged duplicate into the cell that has its name.
+void merge(CellHandle staged, CellHandle cell) {
+    release_read_fields(cell);
+    cell_set_text(cell, cell_text(staged));
+    cell_set_script(cell, cell_script(staged));
+    cell_set_value(cell, cell_value(staged));
+    release_name_and_node(staged);
+}
+
+// A staged node becomes the cell's node as it stands; a name that is there already gives it up.
+void commit_one(CellHandle staged) {
+    CellHandle existing = index_link_new(staged, index_root_address());
+    if (existing == 0) {
+        cell_set_kind(staged, k_cell_live);
+    } else {
+        merge(staged, existing);
+    }
+}
+
+// Inserts a run of n staged cells median first, which leaves the index balanced when they come in
+// its order. The recursion is as deep as the run's logarithm.
+void commit_run(CellHandle first, uint32_t n) {
+    while (n > 0) {
+        uint32_t before = (n - 1) / 2;
+        CellHandle middle = first;
+        for (uint32_t i = before; i > 0; --i) {
+            middle = staged_next(middle);
+        }
+        CellHandle after = staged_next(middle);
+        commit_one(middle);
+        commit_run(after, n - 1 - before);
+        n = before;
+    }
+}
+
+void forget_staged() {
+    staging.first = 0;
+    staging.last = 0;
+    staging.count = 0;
+}
+
+void web_commit_staged() {
+    commit_run(staging.first, staging.count);
+    forget_staged();
+}
+
+void web_discard_staged() {
+    CellHandle cell = staging.first;
+    while (cell != 0) {
+        CellHandle next = staged_next(cell);
+        release_read_fields(cell);
+        release_name_and_node(cell);
+        cell = next;
+    }
+    forget_staged();
+}
+
+void report_bytes_after_end() {
+    if (web_in_byte() != 0) {
+        tokens_report(ReadFinding::bytes_after_end, "");
+    }
+}
+
+}  // namespace
+
+int web_apply_close_tag(int tag) {
+    if (!token_is_closing()) {
+        return 0;
+    }
+    switch (tag) {
+    case k_tag_cname:
+        return apply_cname();
+    case k_tag_text:
+        apply_field(cell_text, cell_set_text);
+        return 0;
+    case k_tag_val:
+        apply_value();
+        return 0;
+    case k_tag_form:
+    case k_tag_script:
+        apply_field(cell_script, cell_set_script);
+        return 0;
+    default:
+        option_apply_text(tag, token_text());
+        return 0;
+    }
+}
+
+int web_read(FILE *file) {
+    web_reset("home");
+    forget_staged();
+    tokens_begin(file);
+    int code = 0;
+    while (code == 0) {
+        int token = web_next_token();
+        if (token == 0) {
+            break;
+        }
+        code = token < 0 ? web_apply_close_tag(-token) : 0;
+    }
+    if (code < 0) {
+        web_discard_staged();
+        tokens_end();
+        show_status_message("Bad Input File");
+        return code;
+    }
+    report_bytes_after_end();
+    tokens_end();
+    web_commit_staged();
+    cell_numbers_rebuild();
+    return 0;
+}
+
+void web_read_recover() {
+    web_discard_staged();
+    tokens_end();
+}

@@ -1,0 +1,202 @@
+#include "file/web_tokens.h"
+
+#include "core/byte_stream.h"
+#include "core/text.h"
+#include "file/web_tags.h"
+
+namespace {
+
+constexpr uint32_t k_name_max = 31;  // characters of a tag's or an entity's name that count
+
+struct Name {
+    char text[k_name_max + 1];
+    uint32_t length;
+};
+
+static struct Tokens {
+    ByteInput input;
+    BlockHandle text;
+    Name tag;
+    Name entity;
+    int tag_index;
+    int sign;  // +1 opening, -1 closing
+    uint32_t line;
+    ReadObserver observer;
+} tokens;
+
+void clear(Name *name) {
+    name->length = 0;
+}
+
+void append(Name *name, int c) {
+    if (name->length < k_name_max) {
+        name->text[name->length++] = static_cast<char>(c);
+    }
+}
+
+void put_name(Name *name) {
+    text_builder_put_run(name->text, name->length);
+}
+
+// Bytes that end a run of plain text: a tag, an entity, a line end, the end of the file.
+bool ends_run(uint8_t byte) {
+    return byte == '<' || byte == '&' || byte == '\n' || byte == 0;
+}
+
+// Takes the bytes that stand for themselves, as far as the buffer has them.
+void take_run() {
+    ByteInput *in = &tokens.input;
+    if (in->pending != 0) {
+        return;
+    }
+    const uint8_t *start = in->bytes + in->position + 1;
+    const uint8_t *end = in->bytes + in->count;
+    const uint8_t *p = start;
+    while (p < end && !ends_run(*p)) {
+        ++p;
+    }
+    if (p > start) {
+        uint32_t n = static_cast<uint32_t>(p - start);
+        text_builder_put_run(reinterpret_cast<const char *>(start), n);
+        in->position += n;
+        in->last = p[-1];
+    }
+}
+
+// Behind '&': the entity's character, or its name when it is unknown or not ended. Returns the last
+// byte read, 0 at the end of the input.
+int read_entity() {
+    clear(&tokens.entity);
+    int c = web_in_byte();
+    for (; c != 0 && c != ';'; c = web_in_byte()) {
+        append(&tokens.entity, c);
+    }
+    tokens.entity.text[tokens.entity.length] = 0;
+    if (c != 0 && names_match(tokens.entity.text, "amp")) {
+        text_builder_put('&');
+    } else if (c != 0 && names_match(tokens.entity.text, "lt")) {
+        text_builder_put('<');
+    } else {
+        tokens_report(ReadFinding::unknown_entity, tokens.entity.text);
+        put_name(&tokens.entity);
+    }
+    return c;
+}
+
+// Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.
+bool read_tag() {
+    clear(&tokens.tag);
+    tokens.tag_index = 0;
+    tokens.sign = 1;
+    for (int c = web_in_byte(); c != '>'; c = web_in_byte()) {
+        if (c == 0) {
+            return true;
+        }
+        if (c == '/') {
+            tokens.sign = -1;
+        } else {
+            append(&tokens.tag, c);
+        }
+    }
+    tokens.tag.text[tokens.tag.length] = 0;
+    int tag = web_tag_find(tokens.tag.text);
+    if (tag < 0) {
+        tokens_report(ReadFinding::unknown_tag, tokens.tag.text);
+        put_name(&tokens.tag);
+        return false;
+    }
+    tokens.tag_index = tag;
+    return true;
+}
+
+// The end of the input stands for the closing tag of the web.
+int end_of_input() {
+    tokens.tag_index = 0;
+    tokens.sign = -1;
+    return 0;
+}
+
+}  // namespace
+
+void tokens_begin(FILE *file) {
+    byte_input_bind(&tokens.input, file);
+    tokens.text = 0;
+    tokens.tag_index = 0;
+    tokens.sign = 1;
+    tokens.line = 1;
+}
+
+void tokens_end() {
+    chain_free(token_take());
+    text_builder_reset();
+}
+
+BlockHandle token_text() {
+    return tokens.text;
+}
+
+BlockHandle token_take() {
+    BlockHandle text = tokens.text;
+    tokens.text = 0;
+    return text;
+}
+
+bool token_is_closing() {
+    return tokens.sign < 0;
+}
+
+bool tokens_were_cut() {
+    return tokens.input.failed;
+}
+
+bool tokens_observed() {
+    return tokens.observer != nullptr;
+}
+
+void tokens_report(ReadFinding finding, const char *text) {
+    if (tokens.observer != nullptr) {
+        tokens.observer(finding, tokens.line, text);
+    }
+}
+
+void web_read_observe(ReadObserver observer) {
+    tokens.observer = observer;
+}
+
+bool web_read_was_cut() {
+    return tokens_were_cut();
+}
+
+int web_in_byte() {
+    int c = byte_input_next(&tokens.input);
+    if (c == '\n') {
+        ++tokens.line;
+    }
+    return c;
+}
+
+int web_next_token() {
+    chain_free(token_take());
+    tokens.text = text_builder_start();
+    for (;;) {
+        take_run();
+        int c = web_in_byte();
+        switch (c) {
+        case 0:
+            return end_of_input();
+        case '&':
+            if (read_entity() == 0) {
+                return end_of_input();
+            }
+            break;
+        case '<':
+            if (read_tag()) {
+                return tokens.tag_index * tokens.sign;
+            }
+            break;
+        default:
+            text_builder_put(static_cast<char>(c));
+            break;
+        }
+    }
+}

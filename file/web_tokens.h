@@ -1,0 +1,28 @@
+// The tokenizer's own state, for the reader (file/web_reader.h declares what others may use).
+#pragma once
+
+#include "core/block_arena.h"
+#include "file/web_reader.h"
+
+#include <cstdio>
+
+// Begins a read of a file that is open at its start.
+void tokens_begin(FILE *file);
+
+// Releases the token text and lets go of the file.
+void tokens_end();
+
+// The characters since the previous tag; the tokenizer's until it is taken.
+BlockHandle token_text();
+BlockHandle token_take();
+
+// True when the last tag was a closing one.
+bool token_is_closing();
+
+// True when the file's reading failed.
+bool tokens_were_cut();
+
+bool tokens_observed();
+
+// Tells the observer, if there is one, at the line reached.
+void tokens_report(ReadFinding finding, const char *text);
