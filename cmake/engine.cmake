@@ -9,6 +9,7 @@ add_library(quorvane_engine OBJECT
     core/number_format.cpp
     core/number_parse.cpp
     core/recovery.cpp
+    core/strings.cpp
     core/text.cpp
     web/cell_numbers.cpp
     web/cell_ops.cpp

@@ -4,6 +4,7 @@
 #include "core/errors.h"
 #include "core/host.h"
 #include "core/recovery.h"
+#include "core/strings.h"
 #include "file/web_reader.h"
 #include "file/web_writer.h"
 #include "report/output.h"
@@ -32,8 +33,7 @@ static struct Document {
 
 // Copies at most k_path_max characters.
 void copy_path(char *to, const char *from) {
-    strncpy(to, from, k_path_max);
-    to[k_path_max] = 0;
+    copy_string(to, from, k_path_max);
 }
 
 // The bytes of at most ten whole characters.

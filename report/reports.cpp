@@ -2,13 +2,12 @@
 
 #include "core/busy.h"
 #include "core/host.h"
+#include "core/strings.h"
 #include "report/output.h"
 #include "web/cells.h"
 #include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"
-
-#include <cstring>
 
 static struct Reports {
     ErrorCode result;
@@ -110,8 +109,7 @@ ErrorCode report_result() {
 }
 
 ErrorCode report_formatted_cell(const char *format, CellHandle cell) {
-    strncpy(reports.format, format, k_rfmt_max);
-    reports.format[k_rfmt_max] = 0;
+    copy_string(reports.format, format, k_rfmt_max);
     for (const char *p = reports.format; *p != 0; ++p) {
         ErrorCode code = 0;
         if (*p != '\\') {

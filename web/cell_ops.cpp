@@ -2,6 +2,7 @@
 
 #include "core/busy.h"
 #include "core/host.h"
+#include "core/strings.h"
 #include "core/text.h"
 #include "web/cells.h"
 #include "web/options.h"
@@ -30,8 +31,7 @@ bool take_name(const char *name) {
     while (*name != 0 && !is_letter(*name)) {
         ++name;
     }
-    strncpy(ops.name, name, k_cellname_max);
-    ops.name[k_cellname_max] = 0;
+    copy_string(ops.name, name, k_cellname_max);
     if (!cellname_valid(ops.name)) {
         show_warning("Bad cell name supplied", k_product_name);
         return false;

@@ -1,5 +1,7 @@
 #include "web/options.h"
 
+#include "core/strings.h"
+
 #include <cstring>
 
 namespace {
@@ -44,14 +46,9 @@ static struct Options {
     char scratch[k_number_text_max + 1];
 } options;
 
-// Copies at most `capacity` characters, clearing the rest of the field. The source may be the field
-// itself.
+// The rest of the field is cleared. The source may be the field itself.
 void set_text(char *field, uint32_t capacity, const char *text) {
-    size_t length = strlen(text);
-    if (length > capacity) {
-        length = capacity;
-    }
-    memmove(field, text, length);
+    uint32_t length = copy_string(field, text, capacity);
     memset(field + length, 0, capacity + 1 - length);
 }
 
