@@ -15,24 +15,24 @@ struct CommandLine {
     bool force = false;  // new: over an existing file
 
     // set
-    std::string text;
-    std::string text_file;
     bool has_text = false;
     bool has_text_file = false;
+    std::string text;
+    std::string text_file;
 
-    // report; empty or 0 where the web's own option holds
-    uint8_t type = 0;  // ReportType
+    // report; false, empty or 0 where the web's own option holds
     std::string format;
-    bool has_format = false;
-    bool all = false;
     std::string selection;
-    bool has_selection = false;
     std::string output;
+    uint8_t type = 0;     // ReportType
     uint8_t newline = 0;  // Newline
+    bool has_format = false;
+    bool has_selection = false;
+    bool all = false;
 
     // check
-    std::vector<std::string> files;
     bool json = false;
+    std::vector<std::string> files;
 };
 
 int command_new(const CommandLine &line);

@@ -145,24 +145,38 @@ int explain(const CLI::App &app, const CLI::ParseError &error) {
     return app.exit(error) == 0 ? k_exit_done : k_exit_failed;
 }
 
-}  // namespace
-
-int main(int argc, char **argv) {
-    standard_streams_binary();
+int parse_and_run(std::vector<std::string> arguments) {
     CLI::App app("Reads, changes, reports and writes webs of cells.", "qvx");
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
     app.set_version_flag("--version", k_version, "Print the version and exit");
+    app.failure_message([](const CLI::App *failed, const CLI::Error &error) {
+        return "qvx: " + CLI::FailureMessage::simple(failed, error);
+    });
     app.footer(
         "- is standard input or output. Exit status: 0 done, 1 nothing found, findings or "
         "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory.");
     add_commands(&app);
+    std::reverse(arguments.begin(), arguments.end());
     try {
-        std::vector<std::string> arguments = program_arguments(argc, argv);
-        std::reverse(arguments.begin(), arguments.end());
         app.parse(std::move(arguments));
     } catch (const CLI::ParseError &error) {
         return explain(app, error);
     }
     return run_command();
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    try {
+        standard_streams_binary();
+        return parse_and_run(program_arguments(argc, argv));
+    } catch (const std::bad_alloc &) {
+        host_message("OUT OF MEMORY");
+        return k_exit_memory;
+    } catch (const std::exception &error) {
+        host_message(error.what());
+        return k_exit_failed;
+    }
 }

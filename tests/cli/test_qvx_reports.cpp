@@ -103,7 +103,7 @@ TEST_F(QvxReports, CheckFindsWithLineNumbers) {
     }
     const std::vector<std::pair<std::string, int>> expected = {
         {"unknown_tag", 2},    {"unknown_tag", 2},     {"unknown_entity", 3}, {"long_name", 5},
-        {"duplicate_name", 6}, {"bytes_after_end", 8}, {"long_text", 0}};
+        {"duplicate_name", 6}, {"bytes_after_end", 7}, {"long_text", 0}};
     for (const auto &finding : expected) {
         EXPECT_EQ(std::count(found.begin(), found.end(), finding),
                   std::count(expected.begin(), expected.end(), finding))

@@ -33,17 +33,17 @@ TEST_F(QvxWebs, MakesChangesAndListsCells) {
     ASSERT_EQ(run_qvx({"new", "n.qvx"}).status, 0);
     EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "home\n");
     ASSERT_EQ(run_qvx({"set", "n.qvx", "Beta", "--text", "one"}).status, 0);
-    ASSERT_EQ(run_qvx({"set", "n.qvx", "alpha", "--text", "-two <&> \"'\\"}).status, 0);
+    ASSERT_EQ(run_qvx({"set", "n.qvx", "a<b & c>", "--text", "-two <&> \"'\\"}).status, 0);
     ASSERT_EQ(run_qvx({"set", "n.qvx", "BETA", "--text", "three"}).status, 0);
-    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "alpha\nBeta\nhome\n");
+    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "a<b & c>\nBeta\nhome\n");
     EXPECT_EQ(run_qvx({"show", "n.qvx", "beta"}).out, "three");
-    EXPECT_EQ(run_qvx({"show", "n.qvx", "alpha"}).out, "-two <&> \"'\\");
+    EXPECT_EQ(run_qvx({"show", "n.qvx", "A<b_& c>"}).out, "-two <&> \"'\\");
     ASSERT_EQ(run_qvx({"set", "n.qvx", "beta"}).status, 0);
     EXPECT_EQ(run_qvx({"show", "n.qvx", "beta"}).out, "three");
     ASSERT_EQ(run_qvx({"set", "n.qvx", "beta", "--text", ""}).status, 0);
     EXPECT_EQ(run_qvx({"show", "n.qvx", "beta"}).out, "");
     ASSERT_EQ(run_qvx({"rm", "n.qvx", "beta"}).status, 0);
-    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "alpha\nhome\n");
+    EXPECT_EQ(run_qvx({"list", "n.qvx"}).out, "a<b & c>\nhome\n");
 }
 
 TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
@@ -57,7 +57,7 @@ TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
         {{"rm", "w.qvx", "nobody"}, 1, "qvx: w.qvx: no such cell\n"},
         {{"rm", "w.qvx", "HOME"}, 1, "qvx: w.qvx: Can't Delete Home\n"},
         {{"set", "w.qvx", "1st", "--text", "x"}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
-        {{"set", "w.qvx", "a<b", "--text", "x"}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
+        {{"set", "w.qvx", "a\nb", "--text", "x"}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
         {{"set", "w.qvx", std::string(49, 'a')}, 2, "qvx: w.qvx: Bad cell name supplied\n"},
         {{"list", "nofile"}, 2, "qvx: nofile: UNABLE TO OPEN WEB FILE\n"},
         {{"list", "."}, 2, "qvx: .: UNABLE TO READ FROM WEB FILE\n"},
