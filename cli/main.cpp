@@ -22,18 +22,28 @@ using CommandFunction = int (*)(const CommandLine &line);
 // recovery may leave.
 struct Run {
     CommandLine line;
+    std::string type;  // the words for line.type and line.newline
+    std::string newline;
     CommandFunction function = nullptr;
     int status = k_exit_done;
 } run;
 
 constexpr const char *k_version = "qvx " QUORVANE_VERSION;
 
-const std::map<std::string, uint8_t> k_type_words = {{"fmt", k_report_fmt},
-                                                     {"inptr", k_report_inptr},
-                                                     {"outptr", k_report_outptr},
-                                                     {"trail", k_report_trail}};
-const std::map<std::string, uint8_t> k_newline_words = {
+using Words = std::map<std::string, uint8_t>;
+
+const Words k_type_words = {{"fmt", k_report_fmt},
+                            {"inptr", k_report_inptr},
+                            {"outptr", k_report_outptr},
+                            {"trail", k_report_trail}};
+const Words k_newline_words = {
     {"lf", k_newline_lf}, {"cr", k_newline_cr}, {"crlf", k_newline_crlf}};
+
+// 0 for no word.
+uint8_t value_of(const Words &words, const std::string &word) {
+    const auto found = words.find(word);
+    return found == words.end() ? uint8_t{0} : found->second;
+}
 
 CLI::App *add_command(CLI::App *app, const char *name, const char *description,
                       CommandFunction function) {
@@ -48,6 +58,7 @@ CLI::App *add_web_command(CLI::App *app, const char *name, const char *descripti
                           CommandFunction function) {
     CLI::App *command = add_command(app, name, description, function);
     command->add_option("file", run.line.file, "The web file, or - for a standard stream")
+        ->type_name("FILE")
         ->required();
     return command;
 }
@@ -55,7 +66,7 @@ CLI::App *add_web_command(CLI::App *app, const char *name, const char *descripti
 CLI::App *add_cell_command(CLI::App *app, const char *name, const char *description,
                            CommandFunction function) {
     CLI::App *command = add_web_command(app, name, description, function);
-    command->add_option("cell", run.line.cell, "The cell's name")->required();
+    command->add_option("cell", run.line.cell, "The cell's name")->type_name("CELL")->required();
     return command;
 }
 
@@ -64,7 +75,8 @@ void add_set(CLI::App *app) {
         app, "set", "Create a cell or replace its text (without --text and --file: create only)",
         command_set);
     CLI::Option *text = set->add_option("--text", run.line.text, "The new text");
-    set->add_option("--file", run.line.text_file, "A file with the new text, or - ")
+    set->add_option("--file", run.line.text_file, "A file with the new text, or -")
+        ->type_name("PATH")
         ->excludes(text);
     set->callback([set] {
         run.function = command_set;
@@ -77,7 +89,8 @@ void add_report_cells(CLI::App *report) {
     CLI::Option *all = report->add_flag("--all", run.line.all, "Report on all cells");
     CLI::Option *select =
         report->add_option("--select", run.line.selection, "Report on the cells that a text names");
-    CLI::Option *cell = report->add_option("--cell", run.line.cell, "Report on one cell");
+    CLI::Option *cell =
+        report->add_option("--cell", run.line.cell, "Report on one cell")->type_name("NAME");
     all->excludes(select)->excludes(cell);
     select->excludes(cell);
 }
@@ -85,17 +98,20 @@ void add_report_cells(CLI::App *report) {
 void add_report(CLI::App *app) {
     CLI::App *report =
         add_web_command(app, "report", "Write a report, as the web's options say", command_report);
-    report->add_option("--type", run.line.type, "fmt, inptr, outptr or trail")
-        ->transform(CLI::CheckedTransformer(k_type_words).description(""));
+    report->add_option("--type", run.type, "The kind of report")
+        ->check(CLI::IsMember(&k_type_words));
     report->add_option("--format", run.line.format, "Format of a fmt report: \\N name, \\T text");
     add_report_cells(report);
-    report->add_option("--output", run.line.output, "The file to write, or - for standard output");
-    report->add_option("--newline", run.line.newline, "Line ends: lf, cr or crlf")
-        ->transform(CLI::CheckedTransformer(k_newline_words).description(""));
+    report->add_option("--output", run.line.output, "The file to write, or - for standard output")
+        ->type_name("PATH");
+    report->add_option("--newline", run.newline, "Line ends")
+        ->check(CLI::IsMember(&k_newline_words));
     report->callback([report] {
         run.function = command_report;
         run.line.has_format = report->count("--format") != 0;
         run.line.has_selection = report->count("--select") != 0;
+        run.line.type = value_of(k_type_words, run.type);
+        run.line.newline = value_of(k_newline_words, run.newline);
     });
 }
 
@@ -108,12 +124,18 @@ void add_commands(CLI::App *app) {
     add_cell_command(app, "rm", "Delete a cell", command_rm);
     CLI::App *convert =
         add_command(app, "convert", "Read a web and write it again", command_convert);
-    convert->add_option("in", run.line.file, "The web file to read, or -")->required();
-    convert->add_option("out", run.line.out_file, "The web file to write, or -")->required();
+    convert->add_option("in", run.line.file, "The web file to read, or -")
+        ->type_name("FILE")
+        ->required();
+    convert->add_option("out", run.line.out_file, "The web file to write, or -")
+        ->type_name("FILE")
+        ->required();
     add_report(app);
     CLI::App *check = add_command(
         app, "check", "Say what opening a file would lose, change or not reach", command_check);
-    check->add_option("files", run.line.files, "The web files, or -")->required();
+    check->add_option("files", run.line.files, "The web files, or -")
+        ->type_name("FILE")
+        ->required();
     check->add_flag("--json", run.line.json, "Print the findings as JSON");
 }
 
@@ -148,7 +170,7 @@ int explain(const CLI::App &app, const CLI::ParseError &error) {
 int parse_and_run(std::vector<std::string> arguments) {
     CLI::App app("Reads, changes, reports and writes webs of cells.", "qvx");
     app.allow_windows_style_options(false);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     app.set_version_flag("--version", k_version, "Print the version and exit");
     app.failure_message([](const CLI::App *failed, const CLI::Error &error) {
         return "qvx: " + CLI::FailureMessage::simple(failed, error);
@@ -162,6 +184,10 @@ int parse_and_run(std::vector<std::string> arguments) {
         app.parse(std::move(arguments));
     } catch (const CLI::ParseError &error) {
         return explain(app, error);
+    }
+    if (run.function == nullptr) {
+        host_message("which command? Run with --help for more information.");
+        return k_exit_failed;
     }
     return run_command();
 }
