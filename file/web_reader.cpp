@@ -158,8 +158,9 @@ void web_discard_staged() {
     forget_staged();
 }
 
+// A NUL ends a web too, and may be followed by more of them.
 void report_bytes_after_end() {
-    if (web_in_byte() != 0) {
+    if (tokens_observed() && (web_in_byte() != 0 || !tokens_ended())) {
         tokens_report(ReadFinding::bytes_after_end, "");
     }
 }

@@ -1,5 +1,6 @@
 #include "file/web_tokens.h"
 
+#include "core/byte_runs.h"
 #include "core/byte_stream.h"
 #include "core/text.h"
 #include "file/web_tags.h"
@@ -38,28 +39,20 @@ void put_name(Name *name) {
     text_builder_put_run(name->text, name->length);
 }
 
-// Bytes that end a run of plain text: a tag, an entity, a line end, the end of the file.
-bool ends_run(uint8_t byte) {
-    return byte == '<' || byte == '&' || byte == '\n' || byte == 0;
-}
-
-// Takes the bytes that stand for themselves, as far as the buffer has them.
+// Takes the bytes that stand for themselves, as far as the buffer has them: not a tag, an entity, a
+// line end or the end of the file.
 void take_run() {
     ByteInput *in = &tokens.input;
     if (in->pending != 0) {
         return;
     }
     const uint8_t *start = in->bytes + in->position + 1;
-    const uint8_t *end = in->bytes + in->count;
-    const uint8_t *p = start;
-    while (p < end && !ends_run(*p)) {
-        ++p;
-    }
-    if (p > start) {
-        uint32_t n = static_cast<uint32_t>(p - start);
+    uint32_t ahead = in->position + 1 < in->count ? in->count - in->position - 1 : 0;
+    uint32_t n = run_before<'<', '&', '\n', 0>(start, ahead);
+    if (n > 0) {
         text_builder_put_run(reinterpret_cast<const char *>(start), n);
         in->position += n;
-        in->last = p[-1];
+        in->last = start[n - 1];
     }
 }
 
@@ -145,6 +138,10 @@ bool token_is_closing() {
     return tokens.sign < 0;
 }
 
+bool tokens_ended() {
+    return tokens.input.ended;
+}
+
 bool tokens_were_cut() {
     return tokens.input.failed;
 }
@@ -176,8 +173,11 @@ int web_in_byte() {
 }
 
 int web_next_token() {
-    chain_free(token_take());
-    tokens.text = text_builder_start();
+    if (tokens.text == 0) {
+        tokens.text = text_builder_start();
+    } else {
+        text_builder_restart();  // nobody took it
+    }
     for (;;) {
         take_run();
         int c = web_in_byte();

@@ -19,6 +19,9 @@ BlockHandle token_take();
 // True when the last tag was a closing one.
 bool token_is_closing();
 
+// True when the file was read to its end.
+bool tokens_ended();
+
 // True when the file's reading failed.
 bool tokens_were_cut();
 

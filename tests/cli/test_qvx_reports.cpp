@@ -123,6 +123,10 @@ TEST_F(QvxReports, CheckStatuses) {
     EXPECT_EQ(refused.status, 1);
     EXPECT_NE(refused.out.find("-:2: \"9\" is no cellname"), std::string::npos);
 
+    const std::string web = "<cname>home</cname></eof>";
+    EXPECT_EQ(run_qvx({"check", "-"}, web).status, 0);
+    EXPECT_EQ(run_qvx({"check", "-"}, web + std::string(2, '\0')).status, 1);
+
     const Outcome mixed = run_qvx({"check", "nofile", "w.qvx"});
     EXPECT_EQ(mixed.status, 2);
     EXPECT_NE(mixed.out.find("w.qvx: 3 cells"), std::string::npos);
