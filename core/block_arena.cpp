@@ -6,11 +6,12 @@
 
 #include <cstring>
 
+// Block 0 is never handed out and handle 10,000 is: the storage holds both.
+uint8_t arena_blocks[(k_block_count + 1) * k_block_size];
+
 namespace {
 
-// Block 0 is never handed out and handle 10,000 is: the storage holds both.
 struct Arena {
-    uint8_t blocks[(k_block_count + 1) * k_block_size];
     BlockHandle free_head;
     uint16_t low_memory;
     uint16_t free_count;
@@ -124,22 +125,6 @@ void block_clear(BlockHandle h) {
     }
 }
 
-uint8_t *block_ptr(BlockHandle h) {
-    return arena.blocks + h * k_block_size;
-}
-
-uint8_t block_used(BlockHandle h) {
-    return block_ptr(h)[k_block_count_at];
-}
-
-BlockHandle block_next(BlockHandle h) {
-    return block_get16(h, k_block_next_at);
-}
-
-void block_set_next(BlockHandle h, BlockHandle next) {
-    block_set16(h, k_block_next_at, next);
-}
-
 uint16_t blocks_in_use() {
     return static_cast<uint16_t>(k_block_count - arena.free_count);
 }
@@ -150,26 +135,6 @@ uint16_t blocks_free() {
 
 bool low_on_blocks() {
     return arena.low_memory != 0;
-}
-
-uint16_t block_get16(BlockHandle h, uint32_t at) {
-    const uint8_t *p = block_ptr(h) + at;
-    return static_cast<uint16_t>(p[0] | p[1] << 8);
-}
-
-void block_set16(BlockHandle h, uint32_t at, uint16_t value) {
-    uint8_t *p = block_ptr(h) + at;
-    p[0] = static_cast<uint8_t>(value);
-    p[1] = static_cast<uint8_t>(value >> 8);
-}
-
-uint32_t block_get32(BlockHandle h, uint32_t at) {
-    return block_get16(h, at) | static_cast<uint32_t>(block_get16(h, at + 2)) << 16;
-}
-
-void block_set32(BlockHandle h, uint32_t at, uint32_t value) {
-    block_set16(h, at, static_cast<uint16_t>(value));
-    block_set16(h, at + 2, static_cast<uint16_t>(value >> 16));
 }
 
 void short_on_memory_offer() {

@@ -55,24 +55,47 @@ void chain_free(BlockHandle head);
 // Clears a block according to its type: the count byte, and for the known types everything behind.
 void block_clear(BlockHandle h);
 
-// Address of the block's 40 bytes; no range check. Handle 0 has bytes too, which mean nothing.
-uint8_t *block_ptr(BlockHandle h);
+// The blocks themselves, by handle; for block_ptr() only.
+extern uint8_t arena_blocks[(k_block_count + 1) * k_block_size];
 
-uint8_t block_used(BlockHandle h);
-BlockHandle block_next(BlockHandle h);
-void block_set_next(BlockHandle h, BlockHandle next);
+// Address of the block's 40 bytes; no range check. Handle 0 has bytes too, which mean nothing.
+inline uint8_t *block_ptr(BlockHandle h) {
+    return arena_blocks + h * k_block_size;
+}
+
+// Little-endian access to a field of a block, by byte offset.
+inline uint16_t block_get16(BlockHandle h, uint32_t at) {
+    const uint8_t *p = block_ptr(h) + at;
+    return static_cast<uint16_t>(p[0] | p[1] << 8);
+}
+inline void block_set16(BlockHandle h, uint32_t at, uint16_t value) {
+    uint8_t *p = block_ptr(h) + at;
+    p[0] = static_cast<uint8_t>(value);
+    p[1] = static_cast<uint8_t>(value >> 8);
+}
+inline uint32_t block_get32(BlockHandle h, uint32_t at) {
+    return block_get16(h, at) | static_cast<uint32_t>(block_get16(h, at + 2)) << 16;
+}
+inline void block_set32(BlockHandle h, uint32_t at, uint32_t value) {
+    block_set16(h, at, static_cast<uint16_t>(value));
+    block_set16(h, at + 2, static_cast<uint16_t>(value >> 16));
+}
+
+inline uint8_t block_used(BlockHandle h) {
+    return block_ptr(h)[k_block_count_at];
+}
+inline BlockHandle block_next(BlockHandle h) {
+    return block_get16(h, k_block_next_at);
+}
+inline void block_set_next(BlockHandle h, BlockHandle next) {
+    block_set16(h, k_block_next_at, next);
+}
 
 uint16_t blocks_in_use();
 uint16_t blocks_free();
 
 // True once an allocation has left fewer than 100 blocks; only block_arena_init() takes it back.
 bool low_on_blocks();
-
-// Little-endian access to a field of a block, by byte offset.
-uint16_t block_get16(BlockHandle h, uint32_t at);
-void block_set16(BlockHandle h, uint32_t at, uint16_t value);
-uint32_t block_get32(BlockHandle h, uint32_t at);
-void block_set32(BlockHandle h, uint32_t at, uint32_t value);
 
 // ---- Running short, and running out -------------------------------------------------------------
 

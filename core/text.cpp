@@ -65,27 +65,52 @@ BlockHandle chain_last(BlockHandle h) {
 }
 
 // A place in a chain of characters, for comparisons. A first block that is empty counts as its
-// zero first byte.
+// zero first byte; later ones are skipped.
 struct Place {
     BlockHandle block;
     uint32_t index;
+    uint32_t count;
 };
 
-int folded_at(const Place *place) {
-    return fold_char(text_chars(place->block)[place->index]);
+void enter_block(Place *place, BlockHandle block) {
+    place->block = block;
+    place->index = 0;
+    place->count = block_used(block);
 }
 
-void advance(Place *place) {
-    if (++place->index >= block_used(place->block)) {
-        place->block = skip_empty(block_next(place->block));
-        place->index = 0;
+Place place_at_start(BlockHandle head) {
+    Place place;
+    enter_block(&place, head);
+    if (place.count == 0) {
+        place.count = 1;
+    }
+    return place;
+}
+
+void advance(Place *place, uint32_t n) {
+    place->index += n;
+    if (place->index >= place->count) {
+        enter_block(place, skip_empty(block_next(place->block)));
     }
 }
 
 // Bytes 0x80 to 0xFF are negative, whatever `char` is, and become 0xFF80 to 0xFFFF: they sort last.
-int folded_difference(int x, int y) {
+int folded_difference(char x, char y) {
     auto widen = [](int c) { return static_cast<uint16_t>(static_cast<signed char>(c)); };
-    return static_cast<int>(widen(x)) - static_cast<int>(widen(y));
+    return static_cast<int>(widen(fold_char(x))) - static_cast<int>(widen(fold_char(y)));
+}
+
+// The folded order of the first n characters of each.
+int compare_run(const char *x, const char *y, uint32_t n) {
+    for (uint32_t i = 0; i < n; ++i) {
+        if (x[i] != y[i]) {
+            int difference = folded_difference(x[i], y[i]);
+            if (difference != 0) {
+                return difference;
+            }
+        }
+    }
+    return 0;
 }
 
 }  // namespace
@@ -258,6 +283,13 @@ BlockHandle text_builder_start() {
     return builder.head;
 }
 
+void text_builder_restart() {
+    chain_free(block_next(builder.head));
+    block_set_next(builder.head, 0);
+    set_used(builder.head, 0);
+    builder.tail = builder.head;
+}
+
 void text_builder_put(char ch) {
     text_builder_put_run(&ch, 1);
 }
@@ -291,15 +323,22 @@ int text_compare(BlockHandle a, BlockHandle b) {
     if (a == 0) {
         return b == 0 ? 0 : -1;
     }
-    Place x = {a, 0};
-    Place y = {b, 0};
+    if (b == 0) {
+        return 1;
+    }
+    Place x = place_at_start(a);
+    Place y = place_at_start(b);
     while (x.block != 0 && y.block != 0) {
-        int difference = folded_difference(folded_at(&x), folded_at(&y));
+        uint32_t rest_of_x = x.count - x.index;
+        uint32_t rest_of_y = y.count - y.index;
+        uint32_t n = rest_of_x < rest_of_y ? rest_of_x : rest_of_y;
+        int difference =
+            compare_run(text_chars(x.block) + x.index, text_chars(y.block) + y.index, n);
         if (difference != 0) {
             return difference;
         }
-        advance(&x);
-        advance(&y);
+        advance(&x, n);
+        advance(&y, n);
     }
     if (x.block != 0) {
         return 1;
@@ -308,14 +347,21 @@ int text_compare(BlockHandle a, BlockHandle b) {
 }
 
 int text_compare_cstring(BlockHandle a, const char *s) {
-    Place x = {a, 0};
+    if (a == 0) {
+        return *s == 0 ? 0 : -1;
+    }
+    Place x = place_at_start(a);
     while (x.block != 0 && *s != 0) {
-        int difference = folded_difference(folded_at(&x), fold_char(*s));
-        if (difference != 0) {
-            return difference;
+        const char *chars = text_chars(x.block);
+        uint32_t n = 0;
+        for (; n < x.count && s[n] != 0; ++n) {
+            int difference = chars[n] != s[n] ? folded_difference(chars[n], s[n]) : 0;
+            if (difference != 0) {
+                return difference;
+            }
         }
-        advance(&x);
-        ++s;
+        s += n;
+        advance(&x, n);
     }
     if (x.block != 0 && text_chars(x.block)[x.index] != 0) {
         return 1;

@@ -72,6 +72,9 @@ int text_reader_next();
 // Begins a text of one empty block and returns its head, which the caller owns.
 BlockHandle text_builder_start();
 
+// Empties the text being built; its head stays.
+void text_builder_restart();
+
 // Appends one character.
 void text_builder_put(char ch);
 

@@ -1,7 +1,5 @@
 #include "file/web_tags.h"
 
-#include <cstring>
-
 namespace {
 
 // Indexed by WebTag.
@@ -13,9 +11,35 @@ constexpr const char *k_names[k_tag_count] = {
     "ymax",  "ymin",  "xintrvls", "yintrvls", "xycells",
 };
 
-char lower(char c) {
+constexpr char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
+
+// A name of up to eight characters as one number, regardless of case; 0 for a longer or empty one.
+constexpr uint64_t key_of(const char *name) {
+    uint64_t key = 0;
+    for (unsigned i = 0; name[i] != 0; ++i) {
+        if (i == k_tag_name_max) {
+            return 0;
+        }
+        key = key << 8 | static_cast<uint8_t>(lower(name[i]));
+    }
+    return key;
+}
+
+struct Keys {
+    uint64_t of[k_tag_count];
+};
+
+constexpr Keys make_keys() {
+    Keys keys = {};
+    for (int tag = 0; tag < k_tag_count; ++tag) {
+        keys.of[tag] = key_of(k_names[tag]);
+    }
+    return keys;
+}
+
+constexpr Keys k_keys = make_keys();
 
 }  // namespace
 
@@ -25,8 +49,12 @@ const char *web_tag_name(int tag) {
 
 // The tags that stand in every cell come first in the table.
 int web_tag_find(const char *name) {
+    uint64_t key = key_of(name);
+    if (key == 0) {
+        return -1;
+    }
     for (int tag = 0; tag < k_tag_count; ++tag) {
-        if (names_match(name, k_names[tag])) {
+        if (k_keys.of[tag] == key) {
             return tag;
         }
     }

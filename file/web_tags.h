@@ -3,6 +3,8 @@
 
 #include "web/option_tags.h"
 
+constexpr unsigned k_tag_name_max = 8;  // characters of the longest name
+
 // The name of a tag as it is written.
 const char *web_tag_name(int tag);
 

@@ -1,5 +1,6 @@
 #include "file/web_writer.h"
 
+#include "core/byte_runs.h"
 #include "core/byte_stream.h"
 #include "core/text.h"
 #include "file/web_tags.h"
@@ -19,25 +20,34 @@ int write_string(const char *s) {
     return byte_output_write(&writer.bytes, s, static_cast<uint32_t>(strlen(s)));
 }
 
-bool is_special(char c) {
-    return c == '<' || c == '&';
+// Writes a tag in one piece.
+int write_tag(const char *opening, int tag) {
+    constexpr uint32_t k_opening = 2;
+    char text[k_opening + k_tag_name_max + 1];
+    const char *name = web_tag_name(tag);
+    uint32_t length = static_cast<uint32_t>(strlen(name));
+    memcpy(text, opening, k_opening);
+    memcpy(text + k_opening, name, length);
+    text[k_opening + length] = '>';
+    return byte_output_write(&writer.bytes, text, k_opening + length + 1);
 }
 
 // Writes n bytes, escaping; what needs no escape goes in runs.
-int write_bytes(const char *p, uint32_t n) {
-    const char *end = p + n;
-    int code = 0;
-    while (p < end && code == 0) {
-        const char *run = p;
-        while (p < end && !is_special(*p)) {
-            ++p;
+int write_bytes(const char *bytes, uint32_t n) {
+    const uint8_t *p = reinterpret_cast<const uint8_t *>(bytes);
+    uint32_t done = 0;
+    for (;;) {
+        uint32_t run = run_before<'<', '&'>(p + done, n - done);
+        int code = byte_output_write(&writer.bytes, bytes + done, run);
+        done += run;
+        if (code < 0 || done == n) {
+            return code;
         }
-        code = byte_output_write(&writer.bytes, run, static_cast<uint32_t>(p - run));
-        if (code == 0 && p < end) {
-            code = web_write_escaped(*p++);
+        code = web_write_escaped(bytes[done++]);
+        if (code < 0) {
+            return code;
         }
     }
-    return code;
 }
 
 int write_text(BlockHandle text) {
@@ -126,19 +136,11 @@ int web_write(FILE *file) {
 }
 
 int web_write_open_tag(int tag) {
-    int code = write_string("\n<");
-    if (code == 0) {
-        code = write_string(web_tag_name(tag));
-    }
-    return code == 0 ? web_out_byte('>') : code;
+    return write_tag("\n<", tag);
 }
 
 int web_write_close_tag(int tag) {
-    int code = write_string("</");
-    if (code == 0) {
-        code = write_string(web_tag_name(tag));
-    }
-    return code == 0 ? web_out_byte('>') : code;
+    return write_tag("</", tag);
 }
 
 int web_write_escaped(char c) {
