@@ -178,8 +178,8 @@ void block_arena_fail_after(int32_t countdown, bool for_ever) {
     arena.fault_for_ever = for_ever;
 }
 
-void block_arena_each_free(void (*visit)(BlockHandle h, void *context), void *context) {
-    for (BlockHandle h = arena.free_head; h != 0; h = block_next(h)) {
-        visit(h, context);
+void block_arena_each_free(bool (*visit)(BlockHandle h, void *context), void *context) {
+    for (BlockHandle h = arena.free_head; h != 0 && visit(h, context);) {
+        h = block_next(h);
     }
 }

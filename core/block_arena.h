@@ -128,5 +128,6 @@ void recovery_arm(bool armed);
 // later one too when `for_ever`. A negative countdown turns faults off.
 void block_arena_fail_after(int32_t countdown, bool for_ever);
 
-// Calls `visit` for every block of the free chain, in its order; for checkers.
-void block_arena_each_free(void (*visit)(BlockHandle h, void *context), void *context);
+// Calls `visit` for every block of the free chain, in its order, until it returns false; for
+// checkers.
+void block_arena_each_free(bool (*visit)(BlockHandle h, void *context), void *context);

@@ -44,3 +44,7 @@ void recovery_jump() {
     recovery.innermost = point->outer;
     longjmp(point->context, -1);
 }
+
+void recovery_reset() {
+    recovery.innermost = nullptr;
+}

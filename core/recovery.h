@@ -15,3 +15,6 @@ bool recovery_available();
 
 // Abandons the body of the innermost recovery_run(). There must be one.
 [[noreturn]] void recovery_jump();
+
+// Forgets every recovery point; for tests, in which a program that has ended begins again.
+void recovery_reset();

@@ -1,0 +1,90 @@
+#include "tests/engine/engine_test.h"
+
+#include "core/text.h"
+#include "web/cell_text.h"
+#include "web/cells.h"
+#include "web/trail.h"
+
+namespace {
+
+constexpr uint32_t k_ring_entries = 31;
+
+Names ring_names(uint32_t (*entries)(CellHandle *)) {
+    CellHandle cells[k_ring_entries];
+    uint32_t count = entries(cells);
+    Names names;
+    for (uint32_t i = 0; i < count; ++i) {
+        names.push_back(name_string(cells[i]));
+    }
+    return names;
+}
+
+}  // namespace
+
+void EngineTest::SetUp() {
+    start_program();
+}
+
+void EngineTest::TearDown() {
+    EXPECT_EQ(check_engine(lost_blocks), "");
+    EXPECT_EQ(check_cell_list(), "");
+    EXPECT_EQ(host().faults, Log());
+}
+
+CellHandle make_cell(const char *name, const std::string &text) {
+    CellHandle cell = cell_create(index_root_address(), name);
+    cell_replace_text(cell, text.data(), static_cast<uint32_t>(text.size()));
+    cell_list_insert_item(cell);
+    return cell;
+}
+
+Log take_log() {
+    Log log;
+    log.swap(host().log);
+    return log;
+}
+
+Names cell_names() {
+    Names names;
+    for (CellHandle c = live_from(index_first(index_root())); c != 0;
+         c = live_from(index_next(c))) {
+        names.push_back(name_string(c));
+    }
+    return names;
+}
+
+Names trail_names() {
+    return ring_names(trail_entries);
+}
+
+Names forward_names() {
+    return ring_names(forward_entries);
+}
+
+std::string name_string(CellHandle cell) {
+    return text_string(cell_name(cell));
+}
+
+std::string current_name() {
+    return name_string(current_cell());
+}
+
+std::string text_of(const char *name) {
+    CellHandle cell = cell_lookup(name);
+    return cell == 0 ? "no cell " + std::string(name) : text_string(cell_text(cell));
+}
+
+std::vector<BlockHandle> leave_free_blocks(uint32_t count) {
+    host().quiet = true;
+    std::vector<BlockHandle> blocks;
+    while (blocks_free() > count) {
+        blocks.push_back(block_alloc(k_block_plain));
+    }
+    return blocks;
+}
+
+void give_back(const std::vector<BlockHandle> &blocks) {
+    for (BlockHandle h : blocks) {
+        block_free(h);
+    }
+}

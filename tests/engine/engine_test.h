@@ -1,0 +1,44 @@
+// What the engine's tests share: a program that has just started, and short ways to make and read
+// cells.
+#pragma once
+
+#include "tests/engine/checker.h"
+#include "tests/engine/recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+// Starts the program before a test and checks everything behind it. A test that loses blocks on
+// purpose says how many.
+class EngineTest : public testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    uint32_t lost_blocks = 0;
+};
+
+using Names = std::vector<std::string>;
+using Log = std::vector<std::string>;
+
+// Makes a cell as a file does, without showing it; the cell list gets its item.
+CellHandle make_cell(const char *name, const std::string &text = "");
+
+// The log since the last call.
+Log take_log();
+
+// Names of the live cells in index order; of the trail and the forward ring, oldest first.
+Names cell_names();
+Names trail_names();
+Names forward_names();
+
+std::string name_string(CellHandle cell);
+std::string current_name();
+
+// The text of the live cell of that name.
+std::string text_of(const char *name);
+
+// Allocates until this many blocks are free, and gives them back.
+std::vector<BlockHandle> leave_free_blocks(uint32_t count);
+void give_back(const std::vector<BlockHandle> &blocks);

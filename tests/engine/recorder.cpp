@@ -1,0 +1,355 @@
+#include "tests/engine/recorder.h"
+
+#include "core/busy.h"
+#include "core/byte_stream.h"
+#include "core/recovery.h"
+#include "core/text.h"
+#include "file/document.h"
+#include "file/web_reader.h"
+#include "report/output.h"
+#include "web/cell_ops.h"
+#include "web/cell_text.h"
+#include "web/cells.h"
+#include "web/links.h"
+#include "web/option_tags.h"
+#include "web/options.h"
+#include "web/trail.h"
+#include "web/value.h"
+#include "web/words.h"
+
+#include <csetjmp>
+#include <cstring>
+
+namespace {
+
+static struct ProgramEnd {
+    jmp_buf context;
+    bool awaited;
+    int status;
+} program_end;
+
+void note(const std::string &line) {
+    host().log.push_back(line);
+}
+
+std::string name_of(CellHandle cell) {
+    return cell == 0 ? "-" : text_string(cell_name(cell));
+}
+
+template <typename T> T take(std::deque<T> *answers, T otherwise) {
+    if (answers->empty()) {
+        return otherwise;
+    }
+    T answer = answers->front();
+    answers->pop_front();
+    return answer;
+}
+
+// A dialog's text field: the answer goes into the buffer, "" stands for a cancelled dialog.
+bool fill_in(std::deque<std::string> *answers, char *buffer, uint32_t size) {
+    std::string answer = take(answers, std::string());
+    strncpy(buffer, answer.c_str(), size - 1);
+    buffer[size - 1] = 0;
+    return !answer.empty();
+}
+
+// Gives back what an abandoned operation holds, so that nothing of it reaches the next program.
+void end_operations() {
+    recovery_reset();
+    byte_stream_fail_read_after(-1);
+    byte_stream_fail_write_after(-1);
+    block_arena_fail_after(-1, false);
+    output_recover();
+    output_release();
+    output_set_path(nullptr);
+    document_recover();
+    web_read_observe(nullptr);
+    web_read_recover();
+    links_recover();
+    cell_ops_recover();
+    val_recover();
+    web_clear();
+}
+
+}  // namespace
+
+Recorder &host() {
+    static Recorder recorder;
+    return recorder;
+}
+
+void start_program() {
+    end_operations();
+    host() = Recorder();
+    recovery_arm(false);
+    block_arena_init();
+    char_classes_init();
+    option_defaults();
+    recovery_arm(true);
+    set_web_changed(false);
+    doc_start("");
+    output_reset();
+    host().log.clear();
+}
+
+std::optional<int> run_until_end(const std::function<void()> &body) {
+    program_end.awaited = true;
+    if (setjmp(program_end.context) != 0) {
+        program_end.awaited = false;
+        recovery_reset();
+        return program_end.status;
+    }
+    body();
+    program_end.awaited = false;
+    return std::nullopt;
+}
+
+bool run_command(const std::function<void()> &body) {
+    auto call = [](void *argument) { (*static_cast<const std::function<void()> *>(argument))(); };
+    if (recovery_run(call, const_cast<std::function<void()> *>(&body)) == 0) {
+        return true;
+    }
+    program_recover();
+    return false;
+}
+
+void type_text(const std::string &text) {
+    host().pane.text = text;
+    host().pane.modified = true;
+    set_web_changed(true);
+}
+
+std::string check_cell_list() {
+    uint32_t live = 0;
+    for (CellHandle c = live_from(index_first(index_root())); c != 0;
+         c = live_from(index_next(c))) {
+        auto item = host().items.find(cell_list_item(c));
+        if (item == host().items.end() || item->second != c) {
+            return "the cell list has no item for " + name_of(c);
+        }
+        ++live;
+    }
+    return live == host().items.size() ? "" : "the cell list has an item of no live cell";
+}
+
+std::string text_string(BlockHandle text) {
+    std::string s(text_size(text) + 1, 0);
+    s.resize(text_copy_out(s.data(), text, text_size(text)));
+    return s;
+}
+
+// ---- Messages and questions ---------------------------------------------------------------------
+
+void show_status_message(const char *text) {
+    note(std::string("status ") + text);
+    host().status = text;
+}
+
+void set_resting_status(const char *text) {
+    note(std::string("resting ") + text);
+    host().resting = text;
+}
+
+void show_warning(const char *text, const char *caption) {
+    note(std::string("warning ") + text + "|" + caption);
+}
+
+bool ask_ok_cancel(const char *text, const char *caption) {
+    if (!host().quiet || strncmp(text, "Short", 5) != 0) {
+        note(std::string("ask_ok_cancel ") + text + "|" + caption);
+    }
+    return take(&host().ok_cancel, false);
+}
+
+bool ask_yes_no(const char *text, const char *caption) {
+    note(std::string("ask_yes_no ") + text + "|" + caption);
+    return take(&host().yes_no, false);
+}
+
+bool ask_save_changes(const char *text, const char *caption) {
+    note(std::string("ask_save_changes ") + text + "|" + caption);
+    return take(&host().save_changes, false);
+}
+
+bool ask_cellname(char *name) {
+    note("ask_cellname");
+    return fill_in(&host().cellnames, name, k_cellname_max + 1);
+}
+
+void end_program(int status) {
+    note("end " + std::to_string(status));
+    if (!program_end.awaited) {
+        std::fprintf(stderr, "the program ended with %d where no test expected it\n", status);
+        abort();
+    }
+    program_end.status = status;
+    longjmp(program_end.context, 1);
+}
+
+// ---- The current cell's view --------------------------------------------------------------------
+
+// Nothing here may own memory when the arena runs out: the jump runs no destructor.
+CellHandle store_text_pane(int mode) {
+    note("store " + std::to_string(mode));
+    CellHandle cell = current_cell();
+    if (host().on_store) {
+        host().on_store();
+    }
+    if (mode != 1 || cell == 0) {
+        return cell;
+    }
+    TextPane *pane = &host().pane;
+    if (pane->modified) {
+        if (pane->shown != cell) {
+            host().faults.push_back("a cell's text was stored into another cell");
+        }
+        cell_replace_text(cell, pane->text.data(), static_cast<uint32_t>(pane->text.size()));
+        pane->modified = false;
+    }
+    ViewState view = {pane->first_line, pane->selection_start, pane->selection_end};
+    cell_store_view(cell, &view);
+    return cell;
+}
+
+void refresh_current_view() {
+    TextPane *pane = &host().pane;
+    CellHandle cell = current_cell();
+    note("show " + name_of(cell));
+    if (pane->modified && pane->shown == cell) {
+        return;
+    }
+    pane->text = cell != 0 ? text_string(cell_text(cell)) : "";
+    pane->modified = false;
+    pane->shown = cell;
+    if (cell != 0) {
+        ViewState view = cell_view(cell);
+        pane->selection_start = view.selection_start;
+        pane->selection_end = view.selection_end;
+    }
+}
+
+void refresh_views() {
+    note("refresh_views");
+    cell_list_clear();
+    cell_list_fill();
+    host().pane.modified = false;
+    refresh_current_view();
+}
+
+const char *selected_text() {
+    return host().selected_text.c_str();
+}
+
+void selected_text_free() {}
+
+// ---- Start-up and caption -----------------------------------------------------------------------
+
+void configure_panes() {
+    note("configure_panes");
+}
+
+void refresh_cellname_list() {
+    note("refresh_cellname_list");
+}
+
+void show_cell_list() {
+    note("show_cell_list");
+}
+
+void set_window_title(const char *title) {
+    note(std::string("title ") + title);
+    host().title = title;
+}
+
+void hide_text_caret() {
+    note("hide_text_caret");
+}
+
+// ---- The cell list ------------------------------------------------------------------------------
+
+ListItem cell_list_insert_item(CellHandle cell) {
+    ListItem item = ++host().last_item;
+    host().items[item] = cell;
+    cell_set_list_item(cell, item);
+    return item;
+}
+
+void cell_list_fill() {
+    note("list_fill");
+    for (CellHandle c = live_from(index_first(index_root())); c != 0;
+         c = live_from(index_next(c))) {
+        cell_list_insert_item(c);
+    }
+    host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
+}
+
+void cell_list_add(CellHandle cell) {
+    note("list_add " + name_of(cell));
+    cell_list_insert_item(cell);
+    host().selected_item = cell_list_item(current_cell());
+}
+
+void cell_list_select_current() {
+    note("list_select " + name_of(current_cell()));
+    host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
+}
+
+void cell_list_clear() {
+    note("list_clear");
+    host().items.clear();
+    host().selected_item = 0;
+}
+
+void cell_list_remove_item(ListItem item) {
+    auto found = host().items.find(item);
+    note("list_remove " + (found != host().items.end() ? name_of(found->second) : "-"));
+    host().items.erase(item);
+}
+
+// ---- The console, and output in progress --------------------------------------------------------
+
+void console_clear() {
+    note("console_clear");
+    host().console.clear();
+    host().console_pieces.clear();
+}
+
+void console_insert(uint32_t position, const char *bytes, uint32_t count) {
+    if (position > host().console.size()) {
+        host().faults.push_back("the console was written to behind its end");
+        position = static_cast<uint32_t>(host().console.size());
+    }
+    host().console.insert(position, bytes, count);
+    host().console_pieces.push_back(count);
+}
+
+void pump_messages() {
+    ++host().pumps;
+    if (host().on_pump) {
+        host().on_pump();
+    }
+}
+
+void output_began(bool blocks_window) {
+    note(blocks_window ? "output_began file" : "output_began console");
+}
+
+void output_ended() {
+    note("output_ended");
+}
+
+// ---- Files (by path: cli/files_posix.cpp) -------------------------------------------------------
+
+const char *file_read_mode() {
+    return "r+b";
+}
+
+bool ask_open_path(char *path, uint32_t size) {
+    note(std::string("ask_open_path ") + path);
+    return fill_in(&host().open_paths, path, size);
+}
+
+bool ask_save_path(char *path, uint32_t size, const char *display_name) {
+    note(std::string("ask_save_path ") + path + "|" + display_name);
+    return fill_in(&host().save_paths, path, size);
+}

@@ -1,0 +1,79 @@
+// The test program's host: every function of core/host.h, with a log of the calls, answers given
+// beforehand, and models of the text pane, the cell list and the console.
+//
+// The log has a line a call, in order: the function's short name and its arguments, such as
+// "status Saved", "ask_yes_no No such cell. Create it?|foo", "list_add alpha", "store 1",
+// "show home". A cell is named by its name, none by "-". Not logged: console_insert (see `console`
+// and `console_pieces`), pump_messages (see `pumps`) and files by path.
+#pragma once
+
+#include "core/host.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct TextPane {
+    std::string text;
+    bool modified;
+    int32_t first_line;
+    int32_t selection_start;
+    int32_t selection_end;
+    CellHandle shown;  // the cell whose name and text it shows
+};
+
+struct Recorder {
+    std::vector<std::string> log;
+    std::vector<std::string> faults;  // what no host should ever see; a test that has one fails
+
+    // Answers, taken from the front; with none left the answer is no, or cancel.
+    std::deque<bool> ok_cancel;
+    std::deque<bool> yes_no;
+    std::deque<bool> save_changes;
+    std::deque<std::string> cellnames;   // "" cancels
+    std::deque<std::string> open_paths;  // "" cancels
+    std::deque<std::string> save_paths;  // "" cancels
+
+    TextPane pane;
+    std::map<ListItem, CellHandle> items;  // of the cell list, by token
+    ListItem last_item;
+    ListItem selected_item;
+    std::string console;
+    std::vector<uint32_t> console_pieces;  // byte counts of the insertions since the last clear
+    std::string selected_text;             // in the active pane
+    std::string status;                    // the last transient message
+    std::string resting;
+    std::string title;
+
+    uint32_t pumps;                  // calls of pump_messages() so far
+    std::function<void()> on_pump;   // runs in each of them
+    std::function<void()> on_store;  // runs when a pane is about to be stored
+
+    bool quiet;  // keeps ask_ok_cancel's question of the arena out of the log
+};
+
+Recorder &host();
+
+// Brings the engine and the host to where they are after start-up: an untitled web of one cell,
+// "home", in a fresh arena; empty log.
+void start_program();
+
+// Runs the body; the status that the program ended with, or nothing when the body came back.
+std::optional<int> run_until_end(const std::function<void()> &body);
+
+// Runs the body the way the window runs a command: under a recovery point, with program_recover()
+// after a jump. False when there was one.
+bool run_command(const std::function<void()> &body);
+
+// Types into the text pane: its text becomes this one, and both it and the web count as changed.
+void type_text(const std::string &text);
+
+// The cell list has exactly the live cells, each under the token that its record holds; "" or what
+// is wrong.
+std::string check_cell_list();
+
+// The whole text, every byte of it.
+std::string text_string(BlockHandle text);
