@@ -1,0 +1,46 @@
+#include <aygshell.h>
+
+#include "desktop/menu_bar.h"
+#include "desktop/window.h"
+
+BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO *info) {
+    if (!info || !IsWindow(info->hwndParent) || window_hooked()) {
+        return FALSE;
+    }
+    info->hwndMB = menu_bar_create(info->hwndParent, info->hInstRes, info->nToolBarId, info->nBmpId,
+                                   info->cBmpImages);
+    if (!info->hwndMB) {
+        return FALSE;
+    }
+    window_hook(info->hwndParent);
+    menu_bar_place();
+    return TRUE;
+}
+
+BOOL WINAPI SHSipInfo(UINT action, UINT, PVOID info, UINT) {
+    if (action != SPI_GETSIPINFO || !info) {
+        return FALSE;
+    }
+    SIPINFO *panel = static_cast<SIPINFO *>(info);
+    const SIZE size = window_client_size();
+    panel->fdwFlags = SIPF_OFF;
+    panel->rcVisibleDesktop = {0, 0, size.cx, size.cy};
+    panel->rcSipRect = {0, size.cy, size.cx, size.cy};
+    return TRUE;
+}
+
+BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wparam, LPARAM, SHACTIVATEINFO *record, DWORD) {
+    if (LOWORD(wparam) == WA_INACTIVE) {
+        HWND focus = GetFocus();
+        if (focus && IsChild(window, focus)) {
+            record->hwndLastFocus = focus;
+        }
+    } else if (HIWORD(wparam) == 0 && IsChild(window, record->hwndLastFocus)) {
+        SetFocus(record->hwndLastFocus);
+    }
+    return TRUE;
+}
+
+BOOL WINAPI SHHandleWMSettingChange(HWND, WPARAM, LPARAM, SHACTIVATEINFO *) {
+    return TRUE;
+}

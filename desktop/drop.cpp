@@ -1,0 +1,140 @@
+#include "desktop/drop.h"
+
+#include "desktop/window.h"
+
+#include <ole2.h>
+
+namespace {
+
+// What dropping a file may do to the original: nothing.
+constexpr DWORD k_effects = DROPEFFECT_COPY | DROPEFFECT_LINK;
+
+// COM calls these objects; they live in a table, because there are never more of them than windows.
+struct DropTarget final : IDropTarget {
+    LONG references = 0;           // 0: free
+    IDropTarget *inner = nullptr;  // the target that the window had before
+    bool carries_web = false;      // the drag under way brings a web file
+    wchar_t path[k_drop_path_max] = {};
+
+    HRESULT WINAPI QueryInterface(REFIID id, void **object) override;
+    ULONG WINAPI AddRef() override;
+    ULONG WINAPI Release() override;
+    HRESULT WINAPI DragEnter(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) override;
+    HRESULT WINAPI DragOver(DWORD keys, POINTL point, DWORD *effect) override;
+    HRESULT WINAPI DragLeave() override;
+    HRESULT WINAPI Drop(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) override;
+};
+
+DropTarget targets[4];
+
+bool is_web_file(const wchar_t *path) {
+    const int length = lstrlenW(path);
+    return length > 4 && lstrcmpiW(path + length - 4, L".qvx") == 0;
+}
+
+bool web_file_in(IDataObject *data, wchar_t *path) {
+    FORMATETC format = {CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    STGMEDIUM medium = {};
+    if (FAILED(data->GetData(&format, &medium))) {
+        return false;
+    }
+    const bool found = drop_web_file(static_cast<HDROP>(static_cast<void *>(medium.hGlobal)), path,
+                                     k_drop_path_max);
+    ReleaseStgMedium(&medium);
+    return found;
+}
+
+}  // namespace
+
+HRESULT WINAPI DropTarget::QueryInterface(REFIID id, void **object) {
+    if (IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IDropTarget)) {
+        AddRef();
+        *object = this;
+        return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+}
+
+ULONG WINAPI DropTarget::AddRef() {
+    return static_cast<ULONG>(++references);
+}
+
+ULONG WINAPI DropTarget::Release() {
+    if (--references == 0 && inner) {
+        inner->Release();
+        inner = nullptr;
+    }
+    return static_cast<ULONG>(references);
+}
+
+HRESULT WINAPI DropTarget::DragEnter(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) {
+    carries_web = web_file_in(data, path);
+    if (!carries_web && inner) {
+        return inner->DragEnter(data, keys, point, effect);
+    }
+    return DragOver(keys, point, effect);
+}
+
+HRESULT WINAPI DropTarget::DragOver(DWORD keys, POINTL point, DWORD *effect) {
+    if (!carries_web && inner) {
+        return inner->DragOver(keys, point, effect);
+    }
+    *effect &= carries_web && window_takes_files() ? k_effects : DWORD{DROPEFFECT_NONE};
+    return S_OK;
+}
+
+HRESULT WINAPI DropTarget::DragLeave() {
+    if (!carries_web && inner) {
+        return inner->DragLeave();
+    }
+    carries_web = false;
+    return S_OK;
+}
+
+HRESULT WINAPI DropTarget::Drop(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) {
+    if (!carries_web && inner) {
+        return inner->Drop(data, keys, point, effect);
+    }
+    // Opening may ask the user something: the program that the file comes from must not wait for
+    // it.
+    const bool taken = carries_web && window_open_later(path);
+    *effect &= taken ? k_effects : DWORD{DROPEFFECT_NONE};
+    carries_web = false;
+    return S_OK;
+}
+
+void drop_register(HWND window) {
+    DropTarget *target = nullptr;
+    for (DropTarget &candidate : targets) {
+        if (candidate.references == 0) {
+            target = &candidate;
+        }
+    }
+    if (!target) {
+        return;
+    }
+    // The system keeps a window's target in this property, and tells it in no other way.
+    HANDLE property = GetPropW(window, L"OleDropTargetInterface");
+    target->AddRef();
+    if (property) {
+        target->inner = static_cast<IDropTarget *>(property);
+        target->inner->AddRef();
+        RevokeDragDrop(window);
+    }
+    if (FAILED(RegisterDragDrop(window, target)) && target->inner) {
+        RegisterDragDrop(window, target->inner);
+    }
+    target->Release();
+}
+
+bool drop_web_file(HDROP files, wchar_t *path, UINT size) {
+    const UINT count = DragQueryFileW(files, 0xFFFFFFFF, nullptr, 0);
+    for (UINT index = 0; index < count; ++index) {
+        const UINT length = DragQueryFileW(files, index, nullptr, 0);
+        if (length < size && DragQueryFileW(files, index, path, size) && is_web_file(path)) {
+            return true;
+        }
+    }
+    return false;
+}

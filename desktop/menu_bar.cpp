@@ -1,0 +1,338 @@
+#include "desktop/menu_bar.h"
+
+#include <aygshell.h>
+
+namespace {
+
+// The resource: 16-bit words, a head and then one entry for each button.
+enum HeadWord { k_head_menu, k_head_count, k_head_words };
+enum ButtonWord {
+    k_button_image,
+    k_button_command,
+    k_button_state,
+    k_button_style,
+    k_button_text,
+    k_button_zero,
+    k_button_popup,
+    k_button_words
+};
+constexpr WORD k_no_popup = 0xFFFF;
+constexpr int k_buttons_max = 16;
+
+// In pixels; the tool bar would make every button as wide as the widest.
+constexpr int k_image_button_width = 26;
+constexpr int k_text_padding = 18;
+
+struct MenuBar {
+    HWND bar;
+    WNDPROC tool_bar;  // the tool bar's own window procedure
+    HMENU menu;
+    HFONT font;
+    int count;
+    WORD popups[k_buttons_max];
+    HHOOK filter;     // while a pop-up is open
+    int open;         // the button whose pop-up is open, or -1
+    int next;         // the button whose pop-up is to open next, or -1
+    POINT pointer;    // where the mouse was last seen
+    bool on_submenu;  // the highlighted item opens a sub-menu
+    bool in_submenu;  // the highlighted item stands in a sub-menu
+};
+
+MenuBar menu_bar;
+
+HFONT make_font(HWND window) {
+    HDC context = GetDC(window);
+    LOGFONTW font = {};
+    font.lfHeight = -(9 * GetDeviceCaps(context, LOGPIXELSY) + 36) / 72;
+    font.lfCharSet = DEFAULT_CHARSET;
+    lstrcpyW(font.lfFaceName, L"Tahoma");
+    ReleaseDC(window, context);
+    return CreateFontIndirectW(&font);
+}
+
+int text_width(const wchar_t *text) {
+    HDC context = GetDC(menu_bar.bar);
+    HGDIOBJ previous = SelectObject(context, menu_bar.font);
+    SIZE size = {};
+    GetTextExtentPoint32W(context, text, lstrlenW(text), &size);
+    SelectObject(context, previous);
+    ReleaseDC(menu_bar.bar, context);
+    return static_cast<int>(size.cx);
+}
+
+void add_button(HINSTANCE instance, const WORD *entry) {
+    wchar_t text[32];
+    TBBUTTON button = {};
+    button.iBitmap = static_cast<short>(entry[k_button_image]);
+    button.idCommand = entry[k_button_command];
+    button.fsState = static_cast<BYTE>(entry[k_button_state]);
+    button.fsStyle = static_cast<BYTE>(entry[k_button_style]);
+    button.iString = -1;
+    if (entry[k_button_text] && LoadStringW(instance, entry[k_button_text], text, 32) > 0) {
+        button.iString = reinterpret_cast<INT_PTR>(text);
+    }
+    menu_bar.popups[menu_bar.count++] = entry[k_button_popup];
+    SendMessageW(menu_bar.bar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+    TBBUTTONINFOW width = {};
+    width.cbSize = sizeof width;
+    width.dwMask = TBIF_SIZE;
+    width.cx = static_cast<WORD>(button.iString == -1 ? k_image_button_width
+                                                      : text_width(text) + k_text_padding);
+    SendMessageW(menu_bar.bar, TB_SETBUTTONINFOW, entry[k_button_command],
+                 reinterpret_cast<LPARAM>(&width));
+}
+
+HMENU popup_of(int index) {
+    if (index < 0 || index >= menu_bar.count || menu_bar.popups[index] == k_no_popup) {
+        return nullptr;
+    }
+    return GetSubMenu(menu_bar.menu, menu_bar.popups[index]);
+}
+
+int index_of(WPARAM command) {
+    return static_cast<int>(SendMessageW(menu_bar.bar, TB_COMMANDTOINDEX, command, 0));
+}
+
+// The next button to the left (-1) or right (1) that has a pop-up, around the ends.
+int neighbour(int index, int step) {
+    do {
+        index = (index + step + menu_bar.count) % menu_bar.count;
+    } while (!popup_of(index));
+    return index;
+}
+
+int button_at(POINT screen_point) {
+    ScreenToClient(menu_bar.bar, &screen_point);
+    return static_cast<int>(
+        SendMessageW(menu_bar.bar, TB_HITTEST, 0, reinterpret_cast<LPARAM>(&screen_point)));
+}
+
+void open_instead(int index) {
+    menu_bar.next = index;
+    EndMenu();
+}
+
+// Pointing at another button opens its pop-up, pressing the button again closes its own.
+bool filter_mouse(const MSG &message) {
+    const bool pressed = message.message == WM_LBUTTONDOWN;
+    const bool moved = message.pt.x != menu_bar.pointer.x || message.pt.y != menu_bar.pointer.y;
+    const int index = button_at(message.pt);
+    menu_bar.pointer = message.pt;
+    if ((pressed || moved) && popup_of(index) && index != menu_bar.open) {
+        open_instead(index);
+        return pressed;
+    }
+    if (pressed && index == menu_bar.open) {
+        EndMenu();
+        return true;
+    }
+    return false;
+}
+
+// The arrow keys walk along the bar where they have nothing to do in the menu.
+bool filter_key(WPARAM key) {
+    if (key == VK_LEFT && !menu_bar.in_submenu) {
+        open_instead(neighbour(menu_bar.open, -1));
+        return true;
+    }
+    if (key == VK_RIGHT && !menu_bar.on_submenu) {
+        open_instead(neighbour(menu_bar.open, 1));
+        return true;
+    }
+    return false;
+}
+
+// Sees what the user does while a pop-up is open.
+LRESULT CALLBACK filter_menu_message(int code, WPARAM wparam, LPARAM lparam) {
+    const MSG &message = *reinterpret_cast<const MSG *>(lparam);
+    bool done = false;
+    if (code == MSGF_MENU) {
+        if (message.message == WM_MOUSEMOVE || message.message == WM_LBUTTONDOWN) {
+            done = filter_mouse(message);
+        } else if (message.message == WM_KEYDOWN) {
+            done = filter_key(message.wParam);
+        }
+    }
+    return done ? TRUE : CallNextHookEx(menu_bar.filter, code, wparam, lparam);
+}
+
+// Tool bars differ in the room that they leave for the picture of a button without one, so buttons
+// with text alone are drawn here: the text in the middle, marked while the pop-up is open.
+LRESULT draw_button(const NMTBCUSTOMDRAW *draw) {
+    wchar_t text[32] = L"";
+    const WPARAM command = draw->nmcd.dwItemSpec;
+    if (draw->nmcd.dwDrawStage == CDDS_PREPAINT) {
+        return CDRF_NOTIFYITEMDRAW;
+    }
+    if (draw->nmcd.dwDrawStage != CDDS_ITEMPREPAINT ||
+        SendMessageW(menu_bar.bar, TB_GETBUTTONTEXTW, command, reinterpret_cast<LPARAM>(text)) <=
+            0) {
+        return CDRF_DODEFAULT;
+    }
+    HDC context = draw->nmcd.hdc;
+    RECT rect = draw->nmcd.rc;
+    const bool open = menu_bar.open == index_of(command);
+    const bool hot = menu_bar.open < 0 && (draw->nmcd.uItemState & CDIS_HOT) != 0;
+    FillRect(context, &rect,
+             GetSysColorBrush(open ? COLOR_HIGHLIGHT : (hot ? COLOR_3DLIGHT : COLOR_BTNFACE)));
+    SetTextColor(context, GetSysColor(open ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
+    SetBkMode(context, TRANSPARENT);
+    HGDIOBJ previous = SelectObject(context, menu_bar.font);
+    DrawTextW(context, text, -1, &rect, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    SelectObject(context, previous);
+    return CDRF_SKIPDEFAULT;
+}
+
+void redraw() {
+    InvalidateRect(menu_bar.bar, nullptr, TRUE);
+    UpdateWindow(menu_bar.bar);
+}
+
+// Shows the pop-ups one after the other until the user is done. The chosen command is posted to the
+// main window by the system.
+void run_menus(int index) {
+    HWND parent = GetParent(menu_bar.bar);
+    menu_bar.filter =
+        SetWindowsHookExW(WH_MSGFILTER, filter_menu_message, nullptr, GetCurrentThreadId());
+    while (index >= 0) {
+        TPMPARAMS around = {sizeof around, {}};
+        SendMessageW(menu_bar.bar, TB_GETITEMRECT, static_cast<WPARAM>(index),
+                     reinterpret_cast<LPARAM>(&around.rcExclude));
+        MapWindowPoints(menu_bar.bar, nullptr, reinterpret_cast<POINT *>(&around.rcExclude), 2);
+        menu_bar.open = index;
+        menu_bar.next = -1;
+        menu_bar.on_submenu = false;
+        menu_bar.in_submenu = false;
+        GetCursorPos(&menu_bar.pointer);
+        redraw();
+        TrackPopupMenuEx(popup_of(index), TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL,
+                         around.rcExclude.left, around.rcExclude.top, parent, &around);
+        index = menu_bar.next;
+    }
+    menu_bar.open = -1;
+    redraw();
+    UnhookWindowsHookEx(menu_bar.filter);
+    menu_bar.filter = nullptr;
+}
+
+LRESULT CALLBACK bar_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == SHCMBM_GETMENU) {
+        return reinterpret_cast<LRESULT>(menu_bar.menu);
+    }
+    if (message == SHCMBM_GETSUBMENU) {
+        return reinterpret_cast<LRESULT>(popup_of(index_of(static_cast<WPARAM>(lparam))));
+    }
+    return CallWindowProcW(menu_bar.tool_bar, window, message, wparam, lparam);
+}
+
+// The words of the resource, or null when there are none or they are cut short.
+const WORD *load_description(HINSTANCE instance, UINT id) {
+    HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(id), RT_RCDATA);
+    HGLOBAL data = resource ? LoadResource(instance, resource) : nullptr;
+    const WORD *words = data ? static_cast<const WORD *>(LockResource(data)) : nullptr;
+    const DWORD count = words ? SizeofResource(instance, resource) / sizeof(WORD) : 0;
+    if (count < k_head_words || words[k_head_count] > k_buttons_max ||
+        count < k_head_words + DWORD{words[k_head_count]} * k_button_words) {
+        return nullptr;
+    }
+    return words;
+}
+
+void set_up_bar(HINSTANCE instance, int bitmap, int image_count) {
+    HWND bar = menu_bar.bar;
+    SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    menu_bar.font = make_font(bar);
+    SendMessageW(bar, WM_SETFONT, reinterpret_cast<WPARAM>(menu_bar.font), FALSE);
+    SendMessageW(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(16, 15));
+    TBADDBITMAP images = {instance, static_cast<UINT_PTR>(bitmap)};
+    SendMessageW(bar, TB_ADDBITMAP, static_cast<WPARAM>(image_count),
+                 reinterpret_cast<LPARAM>(&images));
+    menu_bar.tool_bar = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(bar_proc)));
+}
+
+}  // namespace
+
+HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int image_count) {
+    const WORD *words = load_description(instance, id);
+    HMENU menu = words ? LoadMenuW(instance, MAKEINTRESOURCEW(words[k_head_menu])) : nullptr;
+    if (!menu) {
+        return nullptr;
+    }
+    const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_BAR_CLASSES};
+    InitCommonControlsEx(&controls);
+    menu_bar = {};
+    menu_bar.open = -1;
+    menu_bar.menu = menu;
+    menu_bar.bar =
+        CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
+                        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
+                            CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER,
+                        0, 0, 0, 0, parent, nullptr, instance, nullptr);
+    if (!menu_bar.bar) {
+        menu_bar_destroyed();
+        return nullptr;
+    }
+    set_up_bar(instance, bitmap, image_count);
+    for (WORD index = 0; index < words[k_head_count]; ++index) {
+        add_button(instance, words + k_head_words + index * k_button_words);
+    }
+    menu_bar_place();
+    return menu_bar.bar;
+}
+
+void menu_bar_place() {
+    if (menu_bar.bar) {
+        RECT rect;
+        GetClientRect(GetParent(menu_bar.bar), &rect);
+        MoveWindow(menu_bar.bar, 0, rect.bottom - k_menu_bar_height, rect.right, k_menu_bar_height,
+                   TRUE);
+    }
+}
+
+void menu_bar_destroyed() {
+    if (menu_bar.menu) {
+        DestroyMenu(menu_bar.menu);
+    }
+    if (menu_bar.font) {
+        DeleteObject(menu_bar.font);
+    }
+    menu_bar = {};
+}
+
+bool menu_bar_notify(const NMHDR *header, LRESULT *result) {
+    if (!menu_bar.bar || header->hwndFrom != menu_bar.bar) {
+        return false;
+    }
+    *result = 0;
+    if (header->code == NM_CUSTOMDRAW) {
+        *result = draw_button(reinterpret_cast<const NMTBCUSTOMDRAW *>(header));
+    } else if (header->code == TBN_DROPDOWN) {
+        const int index =
+            index_of(static_cast<WPARAM>(reinterpret_cast<const NMTOOLBARW *>(header)->iItem));
+        if (popup_of(index)) {
+            run_menus(index);
+        }
+    }
+    return true;
+}
+
+void menu_bar_item_selected(WPARAM wparam, LPARAM lparam) {
+    menu_bar.on_submenu = (HIWORD(wparam) & MF_POPUP) != 0 && HIWORD(wparam) != 0xFFFF;
+    menu_bar.in_submenu = reinterpret_cast<HMENU>(lparam) != popup_of(menu_bar.open);
+}
+
+bool menu_bar_open_by_key(wchar_t letter) {
+    for (int index = 0; index < menu_bar.count; ++index) {
+        if (popup_of(index)) {
+            wchar_t text[64] = L"";
+            GetMenuStringW(menu_bar.menu, menu_bar.popups[index], text, 64, MF_BYPOSITION);
+            CharLowerW(text);
+            if (letter == 0 || text[0] == letter) {
+                run_menus(index);
+                return true;
+            }
+        }
+    }
+    return false;
+}

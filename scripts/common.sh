@@ -1,0 +1,183 @@
+# Shared by run.sh and test.sh: packages, the Scintilla component, Wine and a display.
+# Sourced from the repository's root with `set -euo pipefail`; everything it makes lies in build/.
+# Each step looks first whether its result is there, so that a second run costs next to nothing.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=$root/build
+mingw=x86_64-w64-mingw32
+
+packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev nlohmann-json3-dev)
+packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
+packages_wine=(wine wine64 fonts-wine xvfb xdotool imagemagick)
+packages_check=(clang-format clang-tidy)
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+    say "$*"
+    exit 1
+}
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# apt_get ARGUMENT...: never asks, and waits for another apt to finish.
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -y -q -o DPkg::Lock::Timeout=600 "$@"
+}
+
+missing_packages() {
+    local name
+    for name in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] ||
+            printf '%s\n' "$name"
+    done
+}
+
+# install_packages NAME...: installs those that are missing.
+install_packages() {
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    [ ${#missing[@]} = 0 ] && return
+    say "Installing ${missing[*]}"
+    mkdir -p "$build"
+    {
+        apt_get install --no-install-recommends "${missing[@]}" ||
+            { apt_get update && apt_get install --no-install-recommends "${missing[@]}"; }
+    } >"$build/packages.log" 2>&1 || {
+        tail -n 20 "$build/packages.log" >&2
+        die "The packages could not be installed (see build/packages.log)."
+    }
+}
+
+# build_preset PRESET: configures once, then builds what changed.
+build_preset() {
+    local preset=$1 log=$build/$1.log
+    mkdir -p "$build"
+    {
+        { [ -f "$build/$preset/build.ninja" ] || cmake --preset "$preset"; } &&
+            cmake --build --preset "$preset" --parallel "${QUORVANE_JOBS:-$(nproc)}"
+    } >"$log" 2>&1 || {
+        tail -n 60 "$log" >&2
+        die "The $preset build failed (see build/$preset.log)."
+    }
+}
+
+# ---- Scintilla ----------------------------------------------------------------------------------
+
+# Prints the apt options that give source packages without touching the system's own lists: a copy
+# of the machine's Debian sources, asked for sources only, with a list directory in build/.
+source_lists() {
+    local lists=$build/scintilla/lists sources=$build/scintilla/sources file
+    rm -rf "$sources"
+    mkdir -p "$lists/partial" "$sources"
+    for file in /etc/apt/sources.list.d/*.sources; do
+        grep -qs 'debian-archive-keyring\|/debian' "$file" || continue
+        sed 's/^Types:.*/Types: deb-src/' "$file" >"$sources/$(basename "$file")"
+    done
+    for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+        grep -qs '^deb .*/debian' "$file" || continue
+        sed -n 's/^deb \(.*\/debian.*\)/deb-src \1/p' "$file" >"$sources/$(basename "$file" .list).list"
+    done
+    source_options=(-q -o "Dir::Etc::sourcelist=/dev/null" -o "Dir::Etc::sourceparts=$sources"
+        -o "Dir::State::Lists=$lists" -o "APT::Sandbox::User=root")
+}
+
+download_scintilla() {
+    local source_options
+    ls "$build"/scintilla/download/scite_*.tgz "$build"/scintilla/download/scite_*.tar.* \
+        >/dev/null 2>&1 && return
+    source_lists
+    mkdir -p "$build/scintilla/download"
+    (
+        cd "$build/scintilla/download"
+        apt-get "${source_options[@]}" update &&
+            apt-get "${source_options[@]}" source --download-only scite
+    ) || return 1
+}
+
+compile_scintilla() {
+    local tree=$build/scintilla/tree
+    rm -rf "$tree"
+    (cd "$build/scintilla/download" && dpkg-source --no-check -x scite_*.dsc "$tree") || return 1
+    # Size matters more than speed for a component that colours a few screenfuls of text.
+    sed -i 's/-O3/-Os/g' "$tree"/scintilla/win32/makefile || return 1
+    make -C "$tree/scintilla/win32" -j"${QUORVANE_JOBS:-$(nproc)}" \
+        CXX="$mingw-g++-posix" AR="$mingw-ar" RANLIB="$mingw-ranlib" WINDRES="$mingw-windres" || return 1
+    "$mingw-strip" -o "$build/scintilla/SciLexer.new" "$tree/scintilla/bin/Scintilla.dll" || return 1
+    mv "$build/scintilla/SciLexer.new" "$build/scintilla/SciLexer.dll"
+    rm -rf "$tree"
+}
+
+# Leaves build/scintilla/SciLexer.dll.
+build_scintilla() {
+    [ -f "$build/scintilla/SciLexer.dll" ] && return
+    say "Building SciLexer.dll (once)"
+    mkdir -p "$build/scintilla"
+    { download_scintilla && compile_scintilla; } >"$build/scintilla/build.log" 2>&1 || {
+        tail -n 20 "$build/scintilla/build.log" >&2
+        die "SciLexer.dll could not be built (see build/scintilla/build.log)."
+    }
+}
+
+# Puts SciLexer.dll beside every program of the windows build that loads it.
+place_scintilla() {
+    local folder
+    for folder in "$build/windows" "$build/windows/shell" "$build/windows/tests/shell"; do
+        [ -d "$folder" ] && ! cmp -s "$build/scintilla/SciLexer.dll" "$folder/SciLexer.dll" &&
+            cp "$build/scintilla/SciLexer.dll" "$folder/"
+    done
+    return 0
+}
+
+# ---- Wine and the display -----------------------------------------------------------------------
+
+# Makes the private prefix. Needs a display only in so far as Wine's own set-up wants one.
+set_up_wine() {
+    export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=-all \
+        WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
+    wine=$(command -v wine)
+    wineserver=$(command -v wineserver)
+    [ -f "$WINEPREFIX/ready" ] && return
+    say "Setting up Wine in build/wine (once)"
+    mkdir -p "$build"
+    {
+        "$wine" wineboot --init && "$wineserver" -w && link_wine_fonts && touch "$WINEPREFIX/ready"
+    } >"$build/wine.log" 2>&1 || die "Wine could not be set up (see build/wine.log)."
+}
+
+# Debian's Wine does not look where Debian puts its fonts.
+link_wine_fonts() {
+    dpkg -L fonts-wine | grep -E '/fonts/[^/]+\.(ttf|fon)$' |
+        xargs -I{} ln -sf {} "$WINEPREFIX/drive_c/windows/Fonts/"
+}
+
+# start_display WIDTHxHEIGHT: exports DISPLAY for a virtual display of our own, which ends with the
+# script.
+start_display() {
+    local ready
+    ready=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 3>"$ready" >/dev/null 2>&1 &
+    display_pid=$!
+    trap stop_display EXIT
+    wait_until 20 test -s "$ready" || die "The virtual display did not start."
+    DISPLAY=:$(cat "$ready")
+    export DISPLAY
+    rm -f "$ready"
+}
+
+stop_display() {
+    [ -n "${display_pid:-}" ] && kill "$display_pid" 2>/dev/null
+    display_pid=
+}
+
+# wait_until SECONDS COMMAND...: true as soon as the command succeeds, false when the time is over.
+wait_until() {
+    local end=$((SECONDS + $1))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt "$end" ] || return 1
+        sleep 0.1
+    done
+}
