@@ -1,5 +1,7 @@
 #include "core/text.h"
 
+#include "core/byte_runs.h"
+
 #include <cstring>
 
 namespace {
@@ -102,13 +104,12 @@ int folded_difference(char x, char y) {
 
 // The folded order of the first n characters of each.
 int compare_run(const char *x, const char *y, uint32_t n) {
-    for (uint32_t i = 0; i < n; ++i) {
-        if (x[i] != y[i]) {
-            int difference = folded_difference(x[i], y[i]);
-            if (difference != 0) {
-                return difference;
-            }
+    for (uint32_t i = equal_run(x, y, n); i < n; i += equal_run(x + i, y + i, n - i)) {
+        int difference = folded_difference(x[i], y[i]);
+        if (difference != 0) {
+            return difference;
         }
+        ++i;
     }
     return 0;
 }

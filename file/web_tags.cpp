@@ -11,30 +11,14 @@ constexpr const char *k_names[k_tag_count] = {
     "ymax",  "ymin",  "xintrvls", "yintrvls", "xycells",
 };
 
-constexpr char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-// A name of up to eight characters as one number, regardless of case; 0 for a longer or empty one.
-constexpr uint64_t key_of(const char *name) {
-    uint64_t key = 0;
-    for (unsigned i = 0; name[i] != 0; ++i) {
-        if (i == k_tag_name_max) {
-            return 0;
-        }
-        key = key << 8 | static_cast<uint8_t>(lower(name[i]));
-    }
-    return key;
-}
-
 struct Keys {
-    uint64_t of[k_tag_count];
+    TagKey of[k_tag_count];
 };
 
 constexpr Keys make_keys() {
     Keys keys = {};
     for (int tag = 0; tag < k_tag_count; ++tag) {
-        keys.of[tag] = key_of(k_names[tag]);
+        keys.of[tag] = web_tag_key(k_names[tag]);
     }
     return keys;
 }
@@ -48,11 +32,7 @@ const char *web_tag_name(int tag) {
 }
 
 // The tags that stand in every cell come first in the table.
-int web_tag_find(const char *name) {
-    uint64_t key = key_of(name);
-    if (key == 0) {
-        return -1;
-    }
+int web_tag_find(TagKey key) {
     for (int tag = 0; tag < k_tag_count; ++tag) {
         if (k_keys.of[tag] == key) {
             return tag;
@@ -62,9 +42,13 @@ int web_tag_find(const char *name) {
 }
 
 bool names_match(const char *name, const char *lower_case) {
-    while (*lower_case != 0 && lower(*name) == *lower_case) {
-        ++name;
-        ++lower_case;
+    for (;; ++name, ++lower_case) {
+        char c = *name >= 'A' && *name <= 'Z' ? static_cast<char>(*name + ('a' - 'A')) : *name;
+        if (c != *lower_case) {
+            return false;
+        }
+        if (c == 0) {
+            return true;
+        }
     }
-    return *name == 0 && *lower_case == 0;
 }

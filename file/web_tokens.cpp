@@ -39,20 +39,30 @@ void put_name(Name *name) {
     text_builder_put_run(name->text, name->length);
 }
 
-// Takes the bytes that stand for themselves, as far as the buffer has them: not a tag, an entity, a
-// line end or the end of the file.
-void take_run() {
+// Takes a line end, which the web keeps as CR LF however the file has it.
+void take_line_end(ByteInput *in) {
+    bool after_cr = in->last == '\r';
+    text_builder_put_run(after_cr ? "\n" : "\r\n", after_cr ? 1 : 2);
+    ++in->position;
+    in->last = '\n';
+    ++tokens.line;
+}
+
+// Takes plain text as far as the buffer has it: up to a tag, an entity or a NUL.
+void take_plain() {
     ByteInput *in = &tokens.input;
-    if (in->pending != 0) {
-        return;
-    }
-    const uint8_t *start = in->bytes + in->position + 1;
-    uint32_t ahead = in->position + 1 < in->count ? in->count - in->position - 1 : 0;
-    uint32_t n = run_before<'<', '&', '\n', 0>(start, ahead);
-    if (n > 0) {
-        text_builder_put_run(reinterpret_cast<const char *>(start), n);
-        in->position += n;
-        in->last = start[n - 1];
+    while (in->pending == 0 && in->position + 1 < in->count) {
+        const uint8_t *start = in->bytes + in->position + 1;
+        uint32_t n = run_before<'<', '&', '\n', 0>(start, in->count - in->position - 1);
+        if (n > 0) {
+            text_builder_put_run(reinterpret_cast<const char *>(start), n);
+            in->position += n;
+            in->last = start[n - 1];
+        } else if (*start == '\n') {
+            take_line_end(in);
+        } else {
+            return;
+        }
     }
 }
 
@@ -76,8 +86,38 @@ int read_entity() {
     return c;
 }
 
+// Reads a known tag that lies whole in the buffer. Every other tag is left to read_tag(), with
+// nothing taken.
+bool read_near_tag() {
+    ByteInput *in = &tokens.input;
+    TagKey key = 0;
+    int sign = 1;
+    for (uint32_t i = in->position + 1; i < in->count; ++i) {
+        uint8_t c = in->bytes[i];
+        if (c == '>') {
+            int tag = web_tag_find(key);
+            if (tag >= 0) {
+                tokens.tag_index = tag;
+                tokens.sign = sign;
+                in->position = i;
+                in->last = c;
+            }
+            return tag >= 0;
+        }
+        if (c == '/') {
+            sign = -1;
+        } else if (c == 0 || !tag_key_append(&key, static_cast<char>(c))) {
+            return false;
+        }
+    }
+    return false;
+}
+
 // Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.
 bool read_tag() {
+    if (read_near_tag()) {
+        return true;
+    }
     clear(&tokens.tag);
     tokens.tag_index = 0;
     tokens.sign = 1;
@@ -92,7 +132,7 @@ bool read_tag() {
         }
     }
     tokens.tag.text[tokens.tag.length] = 0;
-    int tag = web_tag_find(tokens.tag.text);
+    int tag = web_tag_find(web_tag_key(tokens.tag.text));
     if (tag < 0) {
         tokens_report(ReadFinding::unknown_tag, tokens.tag.text);
         put_name(&tokens.tag);
@@ -179,7 +219,7 @@ int web_next_token() {
         text_builder_restart();  // nobody took it
     }
     for (;;) {
-        take_run();
+        take_plain();
         int c = web_in_byte();
         switch (c) {
         case 0:
