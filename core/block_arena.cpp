@@ -138,14 +138,16 @@ bool low_on_blocks() {
 }
 
 void short_on_memory_offer() {
-    if (arena.exit_agreed) {
+    if (arena.exit_agreed || !ask_ok_cancel("Short On Memory--Save And Exit?", k_product_name)) {
         return;
     }
-    if (ask_ok_cancel("Short On Memory--Save And Exit?", k_product_name)) {
-        arena.exit_agreed = true;
-        save_and_exit();
-        arena.exit_agreed = false;  // it came back: the program goes on
-    }
+    // Saving stores the pane and may itself run out; what is being made here must outlive that.
+    BlockHandle outer = arena.under_construction;
+    arena.under_construction = 0;
+    arena.exit_agreed = true;
+    save_and_exit();
+    arena.exit_agreed = false;  // it came back: the program goes on
+    arena.under_construction = outer;
 }
 
 void chain_under_construction_set(BlockHandle head) {

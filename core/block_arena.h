@@ -7,6 +7,7 @@
 // an allocation.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 using BlockHandle = uint16_t;
@@ -60,7 +61,7 @@ extern uint8_t arena_blocks[(k_block_count + 1) * k_block_size];
 
 // Address of the block's 40 bytes; no range check. Handle 0 has bytes too, which mean nothing.
 inline uint8_t *block_ptr(BlockHandle h) {
-    return arena_blocks + h * k_block_size;
+    return arena_blocks + size_t{h} * k_block_size;
 }
 
 // Little-endian access to a field of a block, by byte offset.

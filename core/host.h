@@ -52,11 +52,13 @@ bool ask_cellname(char *name);
 CellHandle store_text_pane(int mode);
 
 // Shows the current cell's name in the cellname box and its text in the text pane. The web changed
-// flag keeps its value. Allocates nothing when no block is free.
+// flag keeps its value. A pane that was modified while it showed this very cell is stored first,
+// and keeps its text when that does not fit; a pane that shows another cell is loaded anew, what it
+// held being stored or lost by now. May take a block for the cell's view state, if one is free.
 void refresh_current_view();
 
 // Brings every view in line with a web that was just made or read: pane styles and zoom, cell list,
-// current cell.
+// current cell. What the pane held is dropped.
 void refresh_views();
 
 // The text selected in the active pane; "" when nothing is selected or it cannot be copied (the

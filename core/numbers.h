@@ -1,5 +1,5 @@
-// Integers and floating-point numbers as text. The results do not depend on the platform's C
-// library or locale.
+// Integers and floating-point numbers as text. What is written does not depend on the platform's C
+// library or locale; what is read is cut to plain decimal numbers first.
 #pragma once
 
 #include <cstdint>

@@ -59,13 +59,6 @@ uint32_t chain_length(BlockHandle head) {
     return length;
 }
 
-BlockHandle chain_last(BlockHandle h) {
-    while (block_next(h) != 0) {
-        h = block_next(h);
-    }
-    return h;
-}
-
 // A place in a chain of characters, for comparisons. A first block that is empty counts as its
 // zero first byte; later ones are skipped.
 struct Place {
@@ -124,7 +117,7 @@ BlockHandle text_alloc(uint32_t n) {
     }
     BlockHandle tail = head;
     for (; more > 0; --more) {
-        chain_under_construction_set(head);  // again each time: the offer to save may allocate too
+        chain_under_construction_set(head);
         BlockHandle block = block_alloc(k_block_text);
         block_set_next(tail, block);
         tail = block;
@@ -153,22 +146,22 @@ BlockHandle text_from_bytes(const char *bytes, uint32_t n) {
     return head;
 }
 
-BlockHandle text_rewrite(BlockHandle old, const char *bytes, uint32_t n) {
-    if (n == 0) {
-        chain_free(old);
-        return 0;
+uint32_t text_missing_blocks(BlockHandle head, uint32_t n) {
+    uint32_t needed = n / k_text_block_chars + 1;
+    uint32_t there = chain_length(head);
+    return needed > there ? needed - there : 0;
+}
+
+// Counts again once it is done: the offer to save and exit may have stored a text in between.
+void text_grow(BlockHandle head, uint32_t n) {
+    for (uint32_t missing; (missing = text_missing_blocks(head, n)) > 0;) {
+        for (; missing > 0; --missing) {
+            text_insert_block_after(head);
+        }
     }
-    uint32_t missing = text_rewrite_cost(old, n);
-    if (missing > blocks_free()) {
-        run_out_of_blocks();
-    }
-    BlockHandle added = missing > 0 ? text_alloc((missing - 1) * k_text_block_chars) : 0;
-    BlockHandle head = old;
-    if (old == 0) {
-        head = added;
-    } else if (added != 0) {
-        block_set_next(chain_last(old), added);
-    }
+}
+
+void text_assign(BlockHandle head, const char *bytes, uint32_t n) {
     BlockHandle last = head;
     for (uint32_t i = n / k_text_block_chars; i > 0; --i) {
         last = block_next(last);
@@ -179,13 +172,6 @@ BlockHandle text_rewrite(BlockHandle old, const char *bytes, uint32_t n) {
         set_used(h, 0);
     }
     fill_chain(head, bytes, n);
-    return head;
-}
-
-uint32_t text_rewrite_cost(BlockHandle old, uint32_t n) {
-    uint32_t needed = n > 0 ? n / k_text_block_chars + 1 : 0;
-    uint32_t there = chain_length(old);
-    return needed > there ? needed - there : 0;
 }
 
 uint32_t text_copy_block(char *d, BlockHandle h, uint32_t i, uint32_t m) {

@@ -23,13 +23,16 @@ BlockHandle text_from_cstring(const char *s);
 // Makes a text of n bytes, none of which is 0. Like text_from_cstring otherwise.
 BlockHandle text_from_bytes(const char *bytes, uint32_t n);
 
-// Makes `old` (0 for none) hold these n bytes instead, in its own blocks as far as they go, and
-// returns its head; 0 for n = 0, `old` being given back. Only the blocks that are missing are
-// allocated, and before anything is changed: running out of blocks leaves `old` as it was.
-BlockHandle text_rewrite(BlockHandle old, const char *bytes, uint32_t n);
+// The number of blocks that are missing in the chain (0 for none) for a text of n characters.
+uint32_t text_missing_blocks(BlockHandle head, uint32_t n);
 
-// The number of blocks that text_rewrite() has to allocate.
-uint32_t text_rewrite_cost(BlockHandle old, uint32_t n);
+// Makes room for n characters by adding empty blocks; the text stays what it is at every moment,
+// also when the blocks run out.
+void text_grow(BlockHandle head, uint32_t n);
+
+// Makes the chain, which must have room, hold these n bytes instead, and gives back the blocks that
+// are left over. Allocates nothing.
+void text_assign(BlockHandle head, const char *bytes, uint32_t n);
 
 // Copies the block's characters to d[i], d[i + 1], ... while the index stays below m; returns the
 // index behind the last one stored.

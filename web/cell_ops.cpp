@@ -39,14 +39,22 @@ bool take_name(const char *name) {
     return true;
 }
 
+// Every step away from a cell begins here: if the pane's text does not fit, nothing has changed.
+void leave_pane() {
+    if (current_cell() != 0) {
+        store_text_pane_keep_flag();
+    }
+}
+
 // Makes a cell current as the next step of a way that the user takes by name.
 void follow_by_name(CellHandle cell) {
     forward_clear();
     trail_push(current_cell());
-    set_current(cell);
+    show_as_current(cell);
 }
 
 void show_existing(CellHandle cell) {
+    leave_pane();
     follow_by_name(cell);
     cell_list_select_current();
 }
@@ -56,9 +64,8 @@ void show_created(CellHandle cell) {
     cell_list_add(cell);
 }
 
-// Makes the cell, after the pane's text is safe: if that does not fit, nothing has been created.
 CellHandle create_named() {
-    store_text_pane_keep_flag();
+    leave_pane();
     return cell_create(index_root_address(), ops.name);
 }
 
@@ -81,7 +88,7 @@ BlockHandle parked(BlockHandle head) {
 // Makes every part first and the cell last, so that a clone is whole or not there. The copies of
 // the auxiliary blocks are hung in nowhere: a clone starts without view state, and they stay taken.
 CellHandle make_clone(CellHandle source) {
-    store_text_pane_keep_flag();
+    leave_pane();
     BlockHandle text = parked(text_duplicate(cell_text(source)));
     BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));
     BlockHandle script = parked(text_duplicate(cell_script(source)));
@@ -132,15 +139,20 @@ void select_if_any(CellHandle cell) {
     }
 }
 
-// The newest trail entry of exactly that name, or 0.
-CellHandle find_trail_entry(const char *name) {
+// The newest trail entry whose name, as the views show it, is ops.name; or 0.
+CellHandle find_trail_entry() {
     trail_walk_start();
     for (CellHandle entry = trail_walk_next(); entry != 0; entry = trail_walk_next()) {
-        if (text_equals_cstring(cell_name(entry), name)) {
+        if (strcmp(cell_name_string(entry), ops.name) == 0) {
             return entry;
         }
     }
     return 0;
+}
+
+void show_and_select(CellHandle cell) {
+    show_as_current(cell);
+    cell_list_select_current();
 }
 
 }  // namespace
@@ -149,8 +161,9 @@ CellHandle go_to_cell(CellHandle cell) {
     if (cell == 0 || cell == current_cell() || refused_while_busy()) {
         return current_cell();
     }
+    leave_pane();
     trail_push(current_cell());
-    set_current(cell);
+    show_as_current(cell);
     cell_list_select_current();
     return cell;
 }
@@ -269,21 +282,22 @@ void back() {
     if (refused_while_busy()) {
         return;
     }
+    leave_pane();
     CellHandle cell = trail_pop();
-    if (cell != 0) {
-        set_current_and_select(cell);
-        return;
+    if (cell == 0) {
+        cell = index_root();
+        if (current_cell() != 0 && current_cell() != cell) {
+            forward_push(current_cell());
+        }
     }
-    if (current_cell() != 0 && current_cell() != index_root()) {
-        forward_push(current_cell());
-    }
-    go_home();
+    show_and_select(cell);
 }
 
 void forward() {
     if (refused_while_busy()) {
         return;
     }
+    leave_pane();
     CellHandle cell = forward_pop();
     if (cell != 0) {
         go_to_cell(cell);
@@ -294,16 +308,17 @@ void jump_to_trail_entry(const char *name) {
     if (refused_while_busy()) {
         return;
     }
-    CellHandle entry = find_trail_entry(name);
-    if (entry != 0) {
-        while (trail_pop() != entry) {
-        }
-        set_current_and_select(entry);
-    } else if (strcmp(name, "home") == 0) {
-        while (trail_pop() != 0) {
-        }
-        go_home();
+    copy_string(ops.name, name, k_cellname_max);
+    CellHandle entry = find_trail_entry();
+    bool to_home = entry == 0 && strcmp(ops.name, "home") == 0;
+    if (entry == 0 && !to_home) {
+        return;
     }
+    leave_pane();
+    for (CellHandle popped = trail_pop(); popped != 0 && popped != entry;) {
+        popped = trail_pop();
+    }
+    show_and_select(to_home ? index_root() : entry);
 }
 
 void cell_ops_recover() {

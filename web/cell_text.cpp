@@ -11,22 +11,52 @@ constexpr uint32_t k_first_line_at = k_block_payload_at + 8;
 constexpr uint32_t k_selection_start_at = k_block_payload_at + 12;
 constexpr uint32_t k_selection_end_at = k_block_payload_at + 16;
 
+// Taking a block may offer to save and exit, which stores the pane and so may come here again: the
+// field counts as it is afterwards.
 BlockHandle view_block(CellHandle cell) {
     if (cell_first_aux(cell) == 0) {
-        cell_set_first_aux(cell, block_try_alloc(k_block_plain));
+        BlockHandle block = block_try_alloc(k_block_plain);
+        if (cell_first_aux(cell) == 0) {
+            cell_set_first_aux(cell, block);
+        } else {
+            block_free(block);
+        }
     }
     return cell_first_aux(cell);
 }
 
+// Gives the cell a text to grow; see view_block() for the second look.
+void ensure_text(CellHandle cell) {
+    if (cell_text(cell) == 0) {
+        BlockHandle text = text_alloc(0);
+        if (cell_text(cell) == 0) {
+            cell_set_text(cell, text);
+        } else {
+            chain_free(text);
+        }
+    }
+}
+
 }  // namespace
 
+// The room is made inside the cell's own text, which stays the old one until all of it is there.
 void cell_replace_text(CellHandle cell, const char *bytes, uint32_t n) {
-    cell_set_text(cell, text_rewrite(cell_text(cell), bytes, n));
+    if (!cell_text_fits(cell, n)) {
+        run_out_of_blocks();
+    }
+    if (n == 0) {
+        chain_free(cell_text(cell));
+        cell_set_text(cell, 0);
+    } else {
+        ensure_text(cell);
+        text_grow(cell_text(cell), n);
+        text_assign(cell_text(cell), bytes, n);
+    }
     links_drop(cell);
 }
 
 bool cell_text_fits(CellHandle cell, uint32_t n) {
-    return text_rewrite_cost(cell_text(cell), n) <= blocks_free();
+    return n == 0 || text_missing_blocks(cell_text(cell), n) <= blocks_free();
 }
 
 void cell_store_view(CellHandle cell, const ViewState *view) {

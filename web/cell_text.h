@@ -11,8 +11,8 @@ struct ViewState {
 };
 
 // Replaces the cell's text by n bytes (none of them 0; n = 0 for no text) and drops its out pointer
-// list. Where the new text only fits into the room of the old one, the old one goes first. When it
-// fits in neither way the cell keeps its old text and the call leaves through the recovery point.
+// list. The old text's blocks serve again. When the blocks run out all the same the cell keeps its
+// old text and the call leaves through the recovery point.
 void cell_replace_text(CellHandle cell, const char *bytes, uint32_t n);
 
 // True when cell_replace_text() would find room.

@@ -157,6 +157,7 @@ void web_reset(const char *cellname) {
     current_cell_clear();
     if (home != 0) {
         clear_fields(home);
+        cell_set_list_item(home, 0);
         index_link(home, &web.root);
         cell_numbers_rebuild();
     } else {

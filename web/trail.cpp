@@ -150,6 +150,10 @@ void set_current(CellHandle cell) {
     if (trail.current != 0 && trail.current != cell) {
         store_text_pane_keep_flag();
     }
+    show_as_current(cell);
+}
+
+void show_as_current(CellHandle cell) {
     trail.current = cell;
     refresh_current_view();
 }

@@ -31,7 +31,10 @@ void current_cell_clear();
 // Makes a cell current and shows it. The pane's text is first stored into the cell left behind.
 void set_current(CellHandle cell);
 
-// The same, and selects it in the cell list.
+// The same without storing: the pane's text has been stored, or is about to go.
+void show_as_current(CellHandle cell);
+
+// set_current(), and selects the cell in the cell list.
 void set_current_and_select(CellHandle cell);
 
 // Makes a cell current without storing or showing anything.

@@ -38,5 +38,5 @@ uint8_t val_flags(BlockHandle value);
 BlockHandle val_text(BlockHandle value);
 double val_number(BlockHandle value);
 
-// Gives back a value that was being copied or made when the blocks ran out. Part of recovery.
+// Gives back a value that was being copied when the blocks ran out. Part of recovery.
 void val_recover();
