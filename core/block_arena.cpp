@@ -18,6 +18,7 @@ struct Arena {
     BlockHandle under_construction;
     bool armed;
     bool exit_agreed;  // the user said OK to save and exit, which is under way
+    uint8_t offers_open;
     BlockHandle parked[k_parked_max];
     uint32_t parked_count;
     int32_t fault_countdown;  // allocations until one fails; negative: never
@@ -59,6 +60,7 @@ void block_arena_init() {
     arena.low_memory = 0;
     arena.free_count = k_block_count;
     arena.exit_agreed = false;
+    arena.offers_open = 0;
     arena.parked_count = 0;
     arena.fault_countdown = -1;
     for (uint32_t h = 1; h < k_block_count; ++h) {
@@ -138,16 +140,24 @@ bool low_on_blocks() {
 }
 
 void short_on_memory_offer() {
-    if (arena.exit_agreed || !ask_ok_cancel("Short On Memory--Save And Exit?", k_product_name)) {
+    if (arena.exit_agreed) {
         return;
     }
     // Saving stores the pane and may itself run out; what is being made here must outlive that.
     BlockHandle outer = arena.under_construction;
     arena.under_construction = 0;
-    arena.exit_agreed = true;
-    save_and_exit();
-    arena.exit_agreed = false;  // it came back: the program goes on
+    ++arena.offers_open;
+    if (ask_ok_cancel("Short On Memory--Save And Exit?", k_product_name)) {
+        arena.exit_agreed = true;
+        save_and_exit();
+        arena.exit_agreed = false;  // it came back: the program goes on
+    }
+    --arena.offers_open;
     arena.under_construction = outer;
+}
+
+bool short_on_memory_offer_open() {
+    return arena.offers_open > 0;
 }
 
 void chain_under_construction_set(BlockHandle head) {
@@ -168,7 +178,6 @@ void block_arena_recover() {
     while (arena.parked_count > 0) {
         chain_free(chain_unpark());
     }
-    arena.exit_agreed = false;
 }
 
 void recovery_arm(bool armed) {

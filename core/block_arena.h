@@ -104,6 +104,10 @@ bool low_on_blocks();
 // already said OK and whose save is under way.
 void short_on_memory_offer();
 
+// True while that question, or the saving that follows it, is under way in the middle of an
+// allocation. What the allocation is for must then be left alone.
+bool short_on_memory_offer_open();
+
 // The text chain that is being allocated, which recovery gives back; 0 is none. Owned by
 // core/text.cpp.
 void chain_under_construction_set(BlockHandle head);

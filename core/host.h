@@ -2,8 +2,8 @@
 //
 // Nothing here is a callback: the engine calls these functions, and each program that links the
 // engine defines them. Quorvane.exe defines them in shell/, qvx in cli/, the engine's tests in
-// tests/engine/ (a recorder). Two of them are the engine's own, declared here only because a lower
-// folder calls a higher one; they are named at the end.
+// tests/engine/ (a recorder). The last one is the engine's own, declared here only because a lower
+// folder calls a higher one.
 //
 // Strings are 8-bit (UTF-8 where they leave the web), zero-terminated, and belong to the caller for
 // the length of the call unless a function says otherwise. None of these functions may allocate
@@ -58,7 +58,7 @@ CellHandle store_text_pane(int mode);
 void refresh_current_view();
 
 // Brings every view in line with a web that was just made or read: pane styles and zoom, cell list,
-// current cell. What the pane held is dropped.
+// current cell. What the pane held is dropped. May take a block, like refresh_current_view().
 void refresh_views();
 
 // The text selected in the active pane; "" when nothing is selected or it cannot be copied (the
@@ -80,6 +80,7 @@ void show_cell_list();
 
 void set_window_title(const char *title);
 
+// Until the pane takes the focus again.
 void hide_text_caret();
 
 // ---- The cell list ------------------------------------------------------------------------------
@@ -137,8 +138,8 @@ const char *file_read_mode();
 // The character that separates folders in this platform's paths, '\\' or '/'.
 extern const char k_path_separator;
 
-// File dialogs. `path` holds `size` bytes; it starts with the path to propose and receives the
-// chosen one. False when the user cancels.
+// File dialogs. `path` holds `size` bytes, the terminating zero included; it starts with the path
+// to propose and receives the chosen one. False when the user cancels.
 bool ask_open_path(char *path, uint32_t size);
 bool ask_save_path(char *path, uint32_t size, const char *display_name);
 

@@ -152,11 +152,15 @@ uint32_t text_missing_blocks(BlockHandle head, uint32_t n) {
     return needed > there ? needed - there : 0;
 }
 
-// Counts again once it is done: the offer to save and exit may have stored a text in between.
+// Counts again whenever an allocation took more than its one block: the offer to save and exit was
+// made, and the pane was stored into this very chain.
 void text_grow(BlockHandle head, uint32_t n) {
     for (uint32_t missing; (missing = text_missing_blocks(head, n)) > 0;) {
-        for (; missing > 0; --missing) {
+        bool alone = true;
+        for (; missing > 0 && alone; --missing) {
+            uint32_t free_before = blocks_free();
             text_insert_block_after(head);
+            alone = blocks_free() + 1U == free_before;
         }
     }
 }
@@ -274,6 +278,7 @@ void text_builder_restart() {
     chain_free(block_next(builder.head));
     block_set_next(builder.head, 0);
     set_used(builder.head, 0);
+    text_chars(builder.head)[0] = 0;  // an empty text compares by it
     builder.tail = builder.head;
 }
 

@@ -94,7 +94,7 @@ int save_to_path() {
 // Saves under a path that the user chooses, and says how it went.
 int save_under_new_path() {
     copy_path(document.open_path, document.current_path);
-    if (!ask_save_path(document.open_path, k_path_max, document.display_name)) {
+    if (!ask_save_path(document.open_path, sizeof document.open_path, document.display_name)) {
         return k_cancelled;
     }
     adopt_path(document.open_path);
@@ -117,24 +117,29 @@ int abandon_read() {
     return report_error(k_out_of_memory);
 }
 
-// Copies a path without the quotes that a command line may have put around it.
-void copy_unquoted(char *to, const char *from) {
+// Copies a path without the quotes that a command line may have put around it. False when it is too
+// long to be one.
+bool copy_unquoted(char *to, const char *from) {
     uint32_t length = 0;
-    for (; *from != 0 && length < k_path_max; ++from) {
-        if (*from != '"') {
-            to[length++] = *from;
+    for (; *from != 0; ++from) {
+        if (*from == '"') {
+            continue;
         }
+        if (length == k_path_max) {
+            return false;
+        }
+        to[length++] = *from;
     }
     to[length] = 0;
+    return true;
 }
 
 int choose_path(const char *path) {
     if (path != nullptr && *path != 0) {
-        copy_unquoted(document.open_path, path);
-        return 0;
+        return copy_unquoted(document.open_path, path) ? 0 : report_error(k_cannot_open_web);
     }
     copy_path(document.open_path, document.current_path);
-    return ask_open_path(document.open_path, k_path_max) ? 0 : k_cancelled;
+    return ask_open_path(document.open_path, sizeof document.open_path) ? 0 : k_cancelled;
 }
 
 void store_body(void *) {
@@ -163,7 +168,7 @@ int save_command(int (*save)()) {
 }
 
 // Ends the program, or returns when a save that was asked for did not succeed.
-void save_and_end() {
+void save_and_end(void *) {
     store_text_pane_or_say();
     hide_text_caret();
     cell_list_clear();
@@ -232,8 +237,16 @@ int doc_save_as() {
     return save_under_new_path();
 }
 
+// What the user wanted saved and is not still counts as changed: the next quit asks again.
 int doc_save_if_changed() {
-    return web_changed() && doc_confirm_save() ? doc_save() : 0;
+    if (!web_changed() || !doc_confirm_save()) {
+        return 0;
+    }
+    int code = doc_save();
+    if (code != 0) {
+        set_web_changed(true);
+    }
+    return code;
 }
 
 int doc_command_new() {
@@ -332,7 +345,10 @@ void save_and_exit() {
     if (document.file != nullptr) {
         end_program(0);
     }
-    save_and_end();
+    if (recovery_run(save_and_end, nullptr) < 0) {
+        cell_list_fill();
+        report_error(k_out_of_memory);
+    }
 }
 
 void document_recover() {

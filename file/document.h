@@ -6,7 +6,8 @@
 
 #include <cstdint>
 
-constexpr uint32_t k_path_max = 256;  // characters
+// Bytes of a path: 256 UTF-16 units, as the system has them, in UTF-8.
+constexpr uint32_t k_path_max = 3 * 256;
 
 // Opens the file named on the command line (quotes are dropped), or makes a new web.
 void doc_start(const char *command_line);

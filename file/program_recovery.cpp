@@ -21,7 +21,13 @@ void show_views(void *) {
 
 }  // namespace
 
+// A command that ran out while the offer to save and exit stood open, in the middle of another
+// one's allocation, has nothing half-made of its own.
 void program_recover() {
+    if (short_on_memory_offer_open()) {
+        show_error(k_out_of_memory);
+        return;
+    }
     block_arena_recover();
     output_recover();
     links_recover();

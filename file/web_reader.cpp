@@ -13,22 +13,24 @@ namespace {
 
 constexpr uint32_t k_name_buffer_max = 4095;
 
-// Cells that were read and wait for the end of the file: node blocks in file order, linked both
-// ways through their left (previous) and right (next) child fields.
+// A cell that was read and waits for the end of the file: a node block outside the index. They are
+// linked in file order, both ways, through their left (previous) and right (next) child fields.
+using StagedCell = CellHandle;
+
 static struct Staging {
-    CellHandle first;
-    CellHandle last;
+    StagedCell first;
+    StagedCell last;
     uint32_t count;
     char name[k_name_buffer_max + 1];
 } staging;
 
-CellHandle staged_next(CellHandle cell) {
+StagedCell staged_next(StagedCell cell) {
     return node_right(cell);
 }
 
 // Takes the token text as the name of a new staged cell.
 void stage_cell() {
-    CellHandle cell = block_alloc(k_block_node);
+    StagedCell cell = block_alloc(k_block_node);
     cell_set_kind(cell, k_cell_staged);
     cell_set_name(cell, token_take());
     node_set_left(cell, staging.last);
@@ -43,7 +45,7 @@ void stage_cell() {
 
 // Only observers want to know before the names are sorted into the index.
 bool is_staged(BlockHandle name) {
-    for (CellHandle cell = staging.first; cell != 0; cell = staged_next(cell)) {
+    for (StagedCell cell = staging.first; cell != 0; cell = staged_next(cell)) {
         if (text_compare(cell_name(cell), name) == 0) {
             return true;
         }
@@ -102,7 +104,7 @@ void release_name_and_node(CellHandle cell) {
 }
 
 // Moves the fields of a staged duplicate into the cell that has its name.
-void merge(CellHandle staged, CellHandle cell) {
+void merge(StagedCell staged, CellHandle cell) {
     release_read_fields(cell);
     cell_set_text(cell, cell_text(staged));
     cell_set_script(cell, cell_script(staged));
@@ -111,7 +113,7 @@ void merge(CellHandle staged, CellHandle cell) {
 }
 
 // A staged node becomes the cell's node as it stands; a name that is there already gives it up.
-void commit_one(CellHandle staged) {
+void commit_one(StagedCell staged) {
     CellHandle existing = index_link_new(staged, index_root_address());
     if (existing == 0) {
         cell_set_kind(staged, k_cell_live);
@@ -122,14 +124,14 @@ void commit_one(CellHandle staged) {
 
 // Inserts a run of n staged cells median first, which leaves the index balanced when they come in
 // its order. The recursion is as deep as the run's logarithm.
-void commit_run(CellHandle first, uint32_t n) {
+void commit_run(StagedCell first, uint32_t n) {
     while (n > 0) {
         uint32_t before = (n - 1) / 2;
-        CellHandle middle = first;
+        StagedCell middle = first;
         for (uint32_t i = before; i > 0; --i) {
             middle = staged_next(middle);
         }
-        CellHandle after = staged_next(middle);
+        StagedCell after = staged_next(middle);
         commit_one(middle);
         commit_run(after, n - 1 - before);
         n = before;
@@ -148,9 +150,9 @@ void web_commit_staged() {
 }
 
 void web_discard_staged() {
-    CellHandle cell = staging.first;
+    StagedCell cell = staging.first;
     while (cell != 0) {
-        CellHandle next = staged_next(cell);
+        StagedCell next = staged_next(cell);
         release_read_fields(cell);
         release_name_and_node(cell);
         cell = next;

@@ -162,6 +162,8 @@ void tokens_begin(FILE *file) {
 void tokens_end() {
     chain_free(token_take());
     text_builder_reset();
+    tokens.input.ended = true;
+    tokens.input.file = nullptr;
 }
 
 BlockHandle token_text() {
