@@ -106,13 +106,15 @@ compile_scintilla() {
     make -C "$tree/scintilla/win32" -j"${QUORVANE_JOBS:-$(nproc)}" \
         CXX="$mingw-g++-posix" AR="$mingw-ar" RANLIB="$mingw-ranlib" WINDRES="$mingw-windres" || return 1
     "$mingw-strip" -o "$build/scintilla/SciLexer.new" "$tree/scintilla/bin/Scintilla.dll" || return 1
+    mkdir -p "$build/scintilla/include"
+    cp "$tree"/scintilla/include/{Scintilla,Sci_Position}.h "$build/scintilla/include/" || return 1
     mv "$build/scintilla/SciLexer.new" "$build/scintilla/SciLexer.dll"
     rm -rf "$tree"
 }
 
-# Leaves build/scintilla/SciLexer.dll.
+# Leaves build/scintilla/SciLexer.dll, and the headers of its messages in build/scintilla/include.
 build_scintilla() {
-    [ -f "$build/scintilla/SciLexer.dll" ] && return
+    [ -f "$build/scintilla/SciLexer.dll" ] && [ -f "$build/scintilla/include/Scintilla.h" ] && return
     say "Building SciLexer.dll (once)"
     mkdir -p "$build/scintilla"
     { download_scintilla && compile_scintilla; } >"$build/scintilla/build.log" 2>&1 || {
