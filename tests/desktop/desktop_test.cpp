@@ -1,0 +1,142 @@
+#include "desktop_test.h"
+
+#include "desktop/frame.h"
+#include "resources/resource.h"
+
+namespace {
+
+DesktopTest *test;
+
+void create_controls(HWND window) {
+    test->window = window;
+    test->bar.hwndParent = window;
+    test->bar.nToolBarId = RES_MAIN_BAR;
+    test->bar.hInstRes = GetModuleHandleW(nullptr);
+    test->bar.nBmpId = RES_BAR_IMAGES;
+    test->bar.cBmpImages = BAR_IMAGE_COUNT;
+    ASSERT_TRUE(SHCreateMenuBar(&test->bar));
+    // As on the handheld, where the visible area is then the whole window.
+    SetWindowPos(window, nullptr, 0, 0, 100, 100, SWP_NOMOVE | SWP_NOZORDER);
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    test->edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 20, window,
+                                 nullptr, instance, nullptr);
+    test->pane = CreateWindowExW(0, L"Scintilla", L"", WS_CHILD | WS_VISIBLE, 0, 20, 100, 100,
+                                 window, nullptr, instance, nullptr);
+}
+
+void type_next_menu_key(HWND window) {
+    if (!test->menu_keys.empty()) {
+        PostMessageW(window, WM_KEYDOWN, test->menu_keys.front(), 0);
+        test->menu_keys.pop_front();
+    }
+}
+
+LRESULT CALLBACK program_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (!test) {
+        return DefWindowProcW(window, message, wparam, lparam);
+    }
+    test->seen.push_back({message, wparam});
+    switch (message) {
+    case WM_CREATE:
+        create_controls(window);
+        return 0;
+    case WM_COMMAND:
+        return 0;
+    case WM_ENTERIDLE:
+        type_next_menu_key(window);
+        return 0;
+    case WM_ACTIVATE:
+        SHHandleWMActivate(window, wparam, lparam, &test->activation, 0);
+        return 0;
+    default:
+        return DefWindowProcW(window, message, wparam, lparam);
+    }
+}
+
+}  // namespace
+
+void open_dropped_file(const wchar_t *path) {
+    test->opened.emplace_back(path);
+}
+
+void DesktopTest::SetUp() {
+    static const HMODULE scintilla = LoadLibraryW(L"SciLexer.dll");
+    ASSERT_TRUE(scintilla);
+    WNDCLASSW description = {};
+    description.lpfnWndProc = program_proc;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.lpszClassName = L"DesktopTest";
+    RegisterClassW(&description);
+    test = this;
+}
+
+void DesktopTest::TearDown() {
+    if (IsWindow(window)) {
+        DestroyWindow(window);
+    }
+    test = nullptr;
+    pump();
+}
+
+void DesktopTest::open_window(const wchar_t *screen) {
+    SetEnvironmentVariableW(L"QUORVANE_SCREEN", screen);
+    seen.clear();
+    CreateWindowExW(0, L"DesktopTest", L"Desktop test", WS_BORDER, CW_USEDEFAULT, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr),
+                    nullptr);
+    ASSERT_TRUE(window && edit && pane);
+    EXPECT_EQ(count_seen(WM_SIZE), 0U) << "a size before there are controls to lay out";
+    ShowWindow(window, SW_SHOWNORMAL);
+    UpdateWindow(window);
+    pump();
+}
+
+SIZE DesktopTest::client_size() const {
+    RECT rect;
+    GetClientRect(window, &rect);
+    return {rect.right, rect.bottom};
+}
+
+RECT DesktopTest::visible_desktop() const {
+    SIPINFO panel = {};
+    EXPECT_TRUE(SHSipInfo(SPI_GETSIPINFO, 0, &panel, 0));
+    EXPECT_EQ(panel.fdwFlags & SIPF_ON, 0U);
+    return panel.rcVisibleDesktop;
+}
+
+size_t DesktopTest::count_seen(UINT message) const {
+    size_t count = 0;
+    for (const SeenMessage &one : seen) {
+        count += one.message == message;
+    }
+    return count;
+}
+
+bool DesktopTest::was_commanded(WORD command) const {
+    for (const SeenMessage &one : seen) {
+        if (one.message == WM_COMMAND && LOWORD(one.wparam) == command) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool pump_until(const std::function<bool()> &done) {
+    const DWORD start = GetTickCount();
+    while (!done()) {
+        if (GetTickCount() - start > 5000) {
+            return false;
+        }
+        desktop_idle();
+        pump();
+    }
+    return true;
+}
+
+void pump() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
