@@ -189,6 +189,13 @@ void end_program(int status) {
 // ---- The current cell's view --------------------------------------------------------------------
 
 // Nothing here may own memory when the arena runs out: the jump runs no destructor.
+
+static void store_pane_text(CellHandle cell) {
+    TextPane *pane = &host().pane;
+    cell_replace_text(cell, pane->text.data(), static_cast<uint32_t>(pane->text.size()));
+    pane->modified = false;
+}
+
 CellHandle store_text_pane(int mode) {
     note("store " + std::to_string(mode));
     CellHandle cell = current_cell();
@@ -203,8 +210,7 @@ CellHandle store_text_pane(int mode) {
         if (pane->shown != cell) {
             host().faults.push_back("a cell's text was stored into another cell");
         }
-        cell_replace_text(cell, pane->text.data(), static_cast<uint32_t>(pane->text.size()));
-        pane->modified = false;
+        store_pane_text(cell);
     }
     ViewState view = {pane->first_line, pane->selection_start, pane->selection_end};
     cell_store_view(cell, &view);
@@ -216,6 +222,9 @@ void refresh_current_view() {
     CellHandle cell = current_cell();
     note("show " + name_of(cell));
     if (pane->modified && pane->shown == cell) {
+        if (cell_text_fits(cell, static_cast<uint32_t>(pane->text.size()))) {
+            store_pane_text(cell);
+        }
         return;
     }
     pane->text = cell != 0 ? text_string(cell_text(cell)) : "";
