@@ -1,0 +1,27 @@
+// Web files for the engine's tests: read from and written to memory, and files of this process.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Reads a web from these bytes the way the document does, views included; web_read()'s result.
+int read_web(const std::string &bytes);
+
+// Without the views.
+int parse_web(const std::string &bytes);
+
+// With them, from a file whose reading fails after so many bytes.
+int read_web_failing_after(const std::string &bytes, size_t good);
+
+// What web_write() makes of the web in a file that has room for so many bytes; its result goes to
+// *code where one is given.
+std::string written_web(int *code = nullptr, size_t room = SIZE_MAX);
+
+// A path that no other test uses at the same time; the file goes when the process ends.
+std::string scratch_path(const std::string &name);
+
+std::string file_bytes(const std::string &path);  // "(no file)" when there is none
+void make_file(const std::string &path, const std::string &bytes);
+
+// A file of one cell: a cname and a text element as they stand.
+std::string cell_file(const std::string &name, const std::string &text);

@@ -1,0 +1,260 @@
+// The web writer, byte for byte, and webs that go through writing and reading.
+#include "tests/engine/engine_test.h"
+#include "tests/engine/web_files.h"
+
+#include "core/byte_stream.h"
+#include "core/text.h"
+#include "file/web_reader.h"
+#include "file/web_writer.h"
+#include "web/cells.h"
+#include "web/option_tags.h"
+#include "web/options.h"
+#include "web/value.h"
+
+#include <algorithm>
+#include <map>
+#include <random>
+
+using namespace std::string_literals;
+using Writer = EngineTest;
+using RoundTrip = EngineTest;
+
+namespace {
+
+constexpr const char *k_default_options =
+    "\n<opts>\n<isrc>keyboard</isrc>\n<iname>INPUT</iname>\n<iecho>no</iecho>"
+    "\n<odest>screen</odest>\n<oname>OUTPUT</oname>\n<onewl>lf</onewl>\n<cfmt>~\\n</cfmt>"
+    "\n<citer>1</citer>\n<cdisp>nolist</cdisp>\n<rtype>fmt</rtype>"
+    "\n<rfmt>\\n*****\\N**************************\\n\\T\\n\\n</rfmt>\n<rall>yes</rall>"
+    "\n<starg></starg>\n<srpl></srpl>\n<scount>1</scount>\n<sout>yes</sout>"
+    "\n<nfmt>general</nfmt>\n<ndec>2</ndec>\n<nang>degrees</nang>\n<pltng>on</pltng>"
+    "\n<xmax>5</xmax>\n<xmin>-5</xmin>\n<ymax>5</ymax>\n<ymin>-5</ymin>"
+    "\n<xintrvls>5</xintrvls>\n<yintrvls>5</yintrvls>\n<xycells>home,home</xycells></opts>";
+
+// What web_write() makes of the cells alone.
+std::string written_cells() {
+    std::string web = written_web();
+    size_t end = web.find("</opts>") + strlen("</opts>");
+    return web.substr(end);
+}
+
+void set_script(CellHandle cell, const std::string &script) {
+    cell_set_script(cell, text_from_cstring(script.c_str()));
+}
+
+void set_value(CellHandle cell, const std::string &text) {
+    cell_set_value(cell, val_from_text(text_from_cstring(text.c_str())));
+}
+
+}  // namespace
+
+TEST_F(Writer, AWebOfOneCell) {
+    make_cell("other");
+    cell_delete(cell_lookup("other"));
+    refresh_views();
+    type_text("Hi & bye");
+    store_text_pane(1);
+    EXPECT_EQ(written_web(),
+              k_default_options +
+                  "\n<cell>\n<cname>home</cname>\n<text>Hi &amp; bye</text></cell></eof>"s);
+}
+
+TEST_F(Writer, EscapesTwoBytesAndLeavesTheOthers) {
+    std::string every;
+    std::string escaped;
+    for (int c = 1; c < 256; ++c) {
+        every.push_back(static_cast<char>(c));
+        escaped += c == '<' ? "&lt;" : c == '&' ? "&amp;" : std::string(1, static_cast<char>(c));
+    }
+    CellHandle a = make_cell("a<&>", every);
+    set_script(a, "&amp;" + every);
+    set_value(a, "<&>" + every);
+    set_option_srpl("<&\n>");
+    EXPECT_EQ(written_cells(), "\n<cell>\n<cname>a&lt;&amp;></cname>\n<text>" + escaped +
+                                   "</text>\n<val>&lt;&amp;>" + escaped +
+                                   "</val>\n<script>&amp;amp;" + escaped + "</script></cell>" +
+                                   "\n<cell>\n<cname>home</cname></cell></eof>");
+    EXPECT_NE(written_web().find("\n<srpl>&lt;&amp;\n></srpl>\n"), std::string::npos);
+}
+
+TEST_F(Writer, LeavesEmptyFieldsOutAndCutsNames) {
+    const std::string name(60, 'n');
+    CellHandle cell = make_cell(name.c_str());
+    cell_set_text(cell, text_from_cstring(""));
+    set_script(cell, "");
+    set_value(cell, "");
+    CellHandle number = make_cell("number");
+    cell_set_value(number, val_new());
+    val_set_number(cell_value(number), 0.125);
+    EXPECT_EQ(written_cells(), "\n<cell>\n<cname>home</cname></cell>\n<cell>\n<cname>" +
+                                   name.substr(0, 48) + "</cname></cell>" +
+                                   "\n<cell>\n<cname>number</cname>\n<val>0.12</val></cell></eof>");
+}
+
+TEST_F(Writer, OptionsOutsideTheirListsAreEmptyElements) {
+    struct {
+        void (*set)(uint8_t);
+        uint8_t value;
+        int tag;
+        const char *text;
+    } rows[] = {
+        {set_option_isrc, 0, k_tag_isrc, ""},          {set_option_isrc, 4, k_tag_isrc, ""},
+        {set_option_odest, 3, k_tag_odest, "print"},   {set_option_odest, 255, k_tag_odest, ""},
+        {set_option_onewl, 0, k_tag_onewl, ""},        {set_option_cdisp, 4, k_tag_cdisp, ""},
+        {set_option_rtype, 0, k_tag_rtype, ""},        {set_option_rtype, 5, k_tag_rtype, ""},
+        {set_option_nfmt, 3, k_tag_nfmt, ""},          {set_option_nang, 2, k_tag_nang, "radians"},
+        {set_option_nang, 0, k_tag_nang, "radians"},   {set_option_iecho, 2, k_tag_iecho, "yes"},
+        {set_option_rall, 0, k_tag_rall, "no"},        {set_option_pltng, 0, k_tag_pltng, "off"},
+        {set_option_pltng, 9, k_tag_pltng, "on"},      {set_option_ndec, 200, k_tag_ndec, "200"},
+        {set_option_xintrvls, 0, k_tag_xintrvls, "0"},
+    };
+    for (const auto &row : rows) {
+        option_defaults();
+        row.set(row.value);
+        EXPECT_STREQ(option_value_text(row.tag), row.text) << row.tag;
+    }
+    option_defaults();
+    set_option_citer(-1);
+    set_option_scount(65536 + 12);
+    std::string web = written_web();
+    EXPECT_NE(web.find("<citer>65535</citer>"), std::string::npos);
+    EXPECT_NE(web.find("<scount>12</scount>"), std::string::npos);
+}
+
+TEST_F(Writer, AFailedWriteStopsAtItsBuffer) {
+    for (int i = 100; i < 200; ++i) {
+        make_cell(("n" + std::to_string(i)).c_str(), std::string(100, 't'));
+    }
+    const std::string whole = written_web();
+    const size_t buffers = (whole.size() + k_byte_buffer_size - 1) / k_byte_buffer_size;
+    ASSERT_GT(buffers, 5U);
+    for (size_t n = 0; n <= buffers; ++n) {
+        take_log();
+        int code = 1;
+        byte_stream_fail_write_after(static_cast<int32_t>(n));
+        std::string written = written_web(&code);
+        byte_stream_fail_write_after(-1);
+        EXPECT_EQ(code, n < buffers ? -4 : 0);
+        EXPECT_EQ(take_log(), n < buffers ? Log{"status UNABLE TO WRITE TO WEB FILE"} : Log());
+        EXPECT_EQ(written, whole.substr(0, n * k_byte_buffer_size));
+        const size_t room = std::min(n * k_byte_buffer_size + 7, whole.size() - 1);
+        EXPECT_EQ(written_web(&code, room), whole.substr(0, room));
+        EXPECT_EQ(code, -4);
+        EXPECT_EQ(take_log(), Log{"status UNABLE TO WRITE TO WEB FILE"});
+    }
+    FILE *full = fopen("/dev/full", "wb");
+    ASSERT_NE(full, nullptr);
+    EXPECT_EQ(web_write(full), -4);
+    fclose(full);
+}
+
+TEST_F(RoundTrip, TheGuideChangesNoByte) {
+    const std::string guide = file_bytes(ENGINE_TEST_SAMPLES "guide.qvx");
+    ASSERT_GT(guide.size(), 10000U);
+    EXPECT_EQ(read_web(guide), 0);
+    EXPECT_EQ(written_web(), guide);
+}
+
+namespace {
+
+struct ModelCell {
+    std::string name, text, value, script;
+};
+
+// By folded name.
+using ModelWeb = std::map<std::string, ModelCell>;
+
+std::string folded(const std::string &name) {
+    std::string key;
+    for (char c : name) {
+        key.push_back(static_cast<char>(fold_char(c)));
+    }
+    return key;
+}
+
+std::string with_crlf(const std::string &text) {
+    std::string out;
+    char last = 0;
+    for (char c : text) {
+        if (c == '\n' && last != '\r') {
+            out.push_back('\r');
+        }
+        out.push_back(c);
+        last = c;
+    }
+    return out;
+}
+
+struct Random {
+    std::minstd_rand engine;
+
+    uint32_t below(uint32_t n) { return static_cast<uint32_t>(engine() % n); }
+
+    std::string bytes(uint32_t longest) {
+        static const std::string k_telling = "<&>/;\r\n'\"\\_ a";
+        std::string s;
+        for (uint32_t n = below(3) == 0 ? below(longest + 1) : below(50); n > 0; --n) {
+            s.push_back(below(3) == 0 ? k_telling[below(static_cast<uint32_t>(k_telling.size()))]
+                                      : static_cast<char>(1 + below(255)));
+        }
+        return s;
+    }
+
+    // Line feeds would grow when they are read.
+    std::string name() {
+        std::string s = static_cast<char>('a' + below(26)) + bytes(47).substr(0, 47);
+        std::replace(s.begin(), s.end(), '\n', '_');
+        return s;
+    }
+};
+
+ModelWeb make_random_web(Random *random) {
+    ModelWeb web;
+    web["HOME"] = {"home", "", "", ""};
+    for (uint32_t n = random->below(60); n > 0; --n) {
+        ModelCell cell = {random->name(), random->bytes(3000), "", random->bytes(100)};
+        CellHandle handle = cell_create(index_root_address(), cell.name.c_str());
+        if (handle == 0) {
+            continue;
+        }
+        cell_set_text(handle, text_from_cstring(cell.text.c_str()));
+        set_script(handle, cell.script);
+        if (random->below(2) == 0) {
+            cell.value = random->bytes(60);
+            set_value(handle, cell.value);
+        }
+        web[folded(cell.name)] = cell;
+    }
+    for (uint32_t i = 0; i < option_tag_count(); ++i) {
+        BlockHandle text = text_from_cstring(random->bytes(300).c_str());
+        option_apply_text(option_tag_at(i), text);
+        chain_free(text);
+    }
+    return web;
+}
+
+}  // namespace
+
+TEST_F(RoundTrip, RandomWebsComeBackAndTheirFilesAreEqual) {
+    Random random = {std::minstd_rand(20)};
+    for (int round = 0; round < 60; ++round) {
+        web_reset("home");
+        ModelWeb model = make_random_web(&random);
+        std::string first = written_web();
+        ASSERT_EQ(read_web(first), 0);
+        for (const auto &[key, cell] : model) {
+            CellHandle handle = cell_lookup(cell.name.c_str());
+            ASSERT_NE(handle, 0) << cell.name;
+            EXPECT_EQ(name_string(handle), cell.name);
+            EXPECT_EQ(text_string(cell_text(handle)), with_crlf(cell.text));
+            EXPECT_EQ(text_string(cell_script(handle)), with_crlf(cell.script));
+            BlockHandle value = cell_value(handle);
+            EXPECT_EQ(value != 0 ? text_string(val_text(value)) : "", with_crlf(cell.value));
+        }
+        EXPECT_EQ(cell_names().size(), model.size());
+        std::string second = written_web();
+        ASSERT_EQ(read_web(second), 0);
+        EXPECT_EQ(written_web(), second) << round;
+        ASSERT_EQ(check_engine(), "");
+    }
+}
