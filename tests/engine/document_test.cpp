@@ -1,0 +1,420 @@
+// The document: paths and titles, New, Open, Save and Save As in every state, start-up, and the
+// ways out when memory runs short.
+#include "tests/engine/engine_test.h"
+#include "tests/engine/web_files.h"
+
+#include "core/byte_stream.h"
+#include "core/errors.h"
+#include "core/text.h"
+#include "file/document.h"
+#include "report/output.h"
+#include "web/cell_ops.h"
+#include "web/cells.h"
+#include "web/options.h"
+#include "web/trail.h"
+
+#include <algorithm>
+
+using namespace std::string_literals;
+using Document = EngineTest;
+
+namespace {
+
+constexpr const char *k_no_folder = "/no such folder/web.qvx";
+constexpr const char *k_save_question = "ask_save_changes Save current changes in ";
+
+// What the user sees of the document.
+std::string document_state() {
+    return host().title + "|" + doc_current_path() + "|" + doc_save_path() + "|" +
+           (web_changed() ? "changed" : "unchanged");
+}
+
+std::string untitled() {
+    return "Quorvane - (Untitled)|||unchanged";
+}
+
+std::string saved_as(const std::string &path, const std::string &title) {
+    return "Quorvane - " + title + "|" + path + "|" + path + "|unchanged";
+}
+
+// Opens a file of one cell, "a".
+std::string open_saved_web() {
+    std::string path = scratch_path("saved.qvx");
+    make_file(path, cell_file("a", "from file") + "</eof>");
+    EXPECT_EQ(doc_command_open_path(path.c_str()), 0);
+    return path;
+}
+
+// The name is "PID_saved.qvx"; the caption has ten characters of it.
+std::string title_of(const std::string &path) {
+    return std::string(doc_display_name(path.c_str())).substr(0, 10);
+}
+
+bool file_has(const std::string &path, const std::string &bytes) {
+    return file_bytes(path).find(bytes) != std::string::npos;
+}
+
+uint32_t count(const Log &log, const std::string &line) {
+    return static_cast<uint32_t>(std::count(log.begin(), log.end(), line));
+}
+
+bool asked_to_save(const Log &log) {
+    return std::any_of(log.begin(), log.end(),
+                       [](const std::string &line) { return line.find(k_save_question) == 0; });
+}
+
+// A file that takes more blocks than there are.
+std::string too_large_web() {
+    return cell_file("a", std::string(200000, 'a')) + cell_file("b", std::string(200000, 'b')) +
+           "</eof>";
+}
+
+}  // namespace
+
+TEST_F(Document, NamesAndTitlesComeFromThePath) {
+    std::string name;
+    for (int i = 0; i < 12; ++i) {
+        name += "\xc3\xa9";
+    }
+    const std::string wide = "\xf0\x9f\x8c\xb1\xf0\x9f\x8c\xb1";
+    struct {
+        std::string path, name, title;
+    } rows[] = {
+        {"\\Docs\\plan.old.qvx", "plan", "plan"},
+        {"\\Docs\\shopping list.qvx", "shopping list", "shopping l"},
+        {"C:notes", "notes", "notes"},
+        {"/a.b/c", "c", "c"},
+        {"dir/x\\y.qvx", "y", "y"},
+        {"1234567890.qvx", "1234567890", "1234567890"},
+        {".qvx", "", "(Untitled)"},
+        {"", "", "(Untitled)"},
+        {name + ".qvx", name, name.substr(0, 20)},
+        {wide + "34567890x", wide + "34567890x", wide + "34567890"},
+        {"12345678\xff\x80\x80\x80z", "12345678\xff\x80\x80\x80z", "12345678\xff\x80\x80\x80z"},
+    };
+    for (const auto &row : rows) {
+        doc_set_paths(row.path.c_str());
+        EXPECT_EQ(doc_current_path(), row.path);
+        EXPECT_EQ(doc_current_display_name(), row.name);
+        doc_set_title(doc_current_display_name());
+        EXPECT_EQ(host().title, "Quorvane - " + row.title);
+    }
+    doc_set_paths(std::string(k_path_max + 9, 'p').c_str());
+    EXPECT_EQ(doc_current_path(), std::string(k_path_max, 'p'));
+    EXPECT_EQ(doc_current_display_name(), std::string(k_path_max, 'p'));
+}
+
+TEST_F(Document, StartUpTakesTheNamedFileOrANewWeb) {
+    std::string path = scratch_path("start.qvx");
+    make_file(path, cell_file("a", "t"));
+    for (const std::string &line : {path, "\"" + path + "\"", path + "\""}) {
+        doc_start(line.c_str());
+        EXPECT_EQ(document_state(), saved_as(path, title_of(path)));
+        EXPECT_EQ(cell_names(), (Names{"a", "home"}));
+        EXPECT_EQ(current_name(), "home");
+        Log log = take_log();
+        EXPECT_EQ(log.front(), "configure_panes");
+        EXPECT_EQ(count(log, "refresh_cellname_list"), 1U);
+        EXPECT_EQ(Log(log.end() - 3, log.end()),
+                  (Log{"show home", "resting Ready", "show_cell_list"}));
+    }
+    struct {
+        std::string line, status;
+    } rows[] = {
+        {"", ""},
+        {k_no_folder, "UNABLE TO OPEN WEB FILE"},
+        {"\"\"", "UNABLE TO OPEN WEB FILE"},
+        {std::string(k_path_max + 1, 'p'), "UNABLE TO OPEN WEB FILE"},
+        {"/", "UNABLE TO OPEN WEB FILE"},
+    };
+    for (const auto &row : rows) {
+        host().status = "";
+        doc_start(row.line.c_str());
+        EXPECT_EQ(host().status, row.status) << row.line;
+        EXPECT_EQ(host().resting, "Ready");
+        EXPECT_EQ(document_state(), untitled()) << row.line;
+        EXPECT_EQ(cell_names(), Names{"home"});
+    }
+}
+
+TEST_F(Document, NewAsksOnceAndGoesOnWhateverTheAnswer) {
+    std::string path = open_saved_web();
+    type_text("typed");
+    host().save_changes = {true};
+    EXPECT_EQ(doc_command_new(), 0);
+    EXPECT_TRUE(file_has(path, "<cname>home</cname>\n<text>typed</text>"));
+    EXPECT_EQ(document_state(), untitled());
+    EXPECT_EQ(cell_names(), Names{"home"});
+    EXPECT_EQ(host().pane.text, "");
+
+    new_cell("b");
+    take_log();
+    EXPECT_EQ(doc_command_new(), 0);
+    EXPECT_EQ(count(take_log(), k_save_question + "(untitled)?|Quorvane"s), 1U);
+    EXPECT_EQ(cell_names(), Names{"home"});
+    EXPECT_EQ(trail_names(), Names());
+
+    new_cell("b");
+    host().save_changes = {true};  // the save dialog that follows is cancelled
+    EXPECT_EQ(doc_command_new(), 0);
+    EXPECT_EQ(cell_names(), Names{"home"});
+
+    new_cell("b");
+    host().save_changes = {true};
+    host().save_paths = {k_no_folder};
+    EXPECT_EQ(doc_command_new(), 0);
+    EXPECT_EQ(document_state(), untitled());
+    EXPECT_EQ(cell_names(), Names{"home"});
+
+    take_log();
+    EXPECT_EQ(doc_command_new(), 0);
+    EXPECT_FALSE(asked_to_save(take_log()));
+}
+
+TEST_F(Document, OpenLeavesTheWebAloneUntilTheFileIsOpen) {
+    new_cell("b");
+    const std::string before = written_web();
+    struct {
+        const char *save_path;  // in the dialog of a save that was agreed to; null: No
+        const char *open_path;
+        int code;
+        const char *status;
+    } rows[] = {
+        {"", k_no_folder, 1, ""},
+        {k_no_folder, "never asked", -3, "Not Saved"},
+        {nullptr, "", 1, ""},
+        {nullptr, k_no_folder, -3, "UNABLE TO OPEN WEB FILE"},
+        {nullptr, "/tmp", -3, "UNABLE TO OPEN WEB FILE"},
+    };
+    for (const auto &row : rows) {
+        set_web_changed(true);
+        host().status = "";
+        host().save_changes = {row.save_path != nullptr};
+        host().save_paths = {row.save_path != nullptr ? row.save_path : ""};
+        host().open_paths = {row.open_path};
+        EXPECT_EQ(doc_command_open(), row.code) << row.open_path;
+        EXPECT_EQ(host().status, row.status) << row.open_path;
+        EXPECT_EQ(written_web(), before);
+        EXPECT_EQ(trail_names(), Names{"home"});
+        EXPECT_FALSE(web_changed()) << "after any File command";
+    }
+}
+
+TEST_F(Document, OpenReplacesTheWebAndKeepsThePathOfABadFile) {
+    std::string path = scratch_path("open.qvx");
+    make_file(path, "<odest>file</odest>" + cell_file("a", "t"));
+    new_cell("b");
+    host().open_paths = {path};
+    take_log();
+    EXPECT_EQ(doc_command_open(), 0);
+    Log log = take_log();
+    EXPECT_EQ(count(log, k_save_question + "(untitled)?|Quorvane"s), 1U);
+    EXPECT_EQ(count(log, "ask_open_path "), 1U);
+    EXPECT_EQ(document_state(), saved_as(path, title_of(path)));
+    EXPECT_EQ(cell_names(), (Names{"a", "home"}));
+    EXPECT_EQ(trail_names(), Names());
+
+    make_file(path, cell_file("a", "t") + "<cname>1</cname>");
+    EXPECT_EQ(doc_command_open_path(path.c_str()), 0);
+    EXPECT_EQ(host().status, "Bad Input File");
+    EXPECT_EQ(document_state(), saved_as(path, title_of(path)));
+    EXPECT_EQ(cell_names(), Names{"home"});
+    EXPECT_EQ(doc_command_save(), 0);
+    EXPECT_EQ(file_bytes(path), written_web());
+    host().open_paths = {""};
+    take_log();
+    EXPECT_EQ(doc_command_open(), 1);
+    EXPECT_EQ(count(take_log(), "ask_open_path " + path), 1U);
+}
+
+TEST_F(Document, SaveWritesToTheFileItKnowsOrAsks) {
+    std::string path = scratch_path("save.qvx");
+    type_text("one");
+    host().save_paths = {path};
+    take_log();
+    EXPECT_EQ(doc_command_save(), 0);
+    EXPECT_EQ(count(take_log(), "ask_save_path |"), 1U);
+    EXPECT_EQ(host().status, "Saved");
+    EXPECT_EQ(document_state(), saved_as(path, title_of(path)));
+    EXPECT_EQ(file_bytes(path), written_web());
+
+    type_text("two");
+    take_log();
+    EXPECT_EQ(doc_command_save(), 0);
+    EXPECT_EQ(take_log(), (Log{"store 1", "show home"}));
+    EXPECT_TRUE(file_has(path, "<text>two</text>"));
+    EXPECT_FALSE(web_changed());
+
+    std::string other = scratch_path("other.qvx");
+    type_text("three");
+    host().save_paths = {"", other};
+    EXPECT_EQ(doc_command_save_as(), 1);
+    EXPECT_FALSE(web_changed());
+    EXPECT_EQ(doc_save_path(), path);
+    EXPECT_EQ(doc_command_save_as(), 0);
+    EXPECT_EQ(host().status, "Saved");
+    EXPECT_EQ(document_state(), saved_as(other, title_of(other)));
+    EXPECT_TRUE(file_has(path, "<text>two</text>"));
+    EXPECT_TRUE(file_has(other, "<text>three</text>"));
+}
+
+TEST_F(Document, AFailedSaveIsShownAndCountsAsOver) {
+    std::string path = open_saved_web();
+    for (int i = 0; i < 100; ++i) {
+        make_cell(("n" + std::to_string(i)).c_str(), std::string(100, 't'));
+    }
+    const std::string whole = written_web();
+    const size_t buffers = (whole.size() + k_byte_buffer_size - 1) / k_byte_buffer_size;
+    for (size_t n = 0; n < buffers; ++n) {
+        set_web_changed(true);
+        take_log();
+        byte_stream_fail_write_after(static_cast<int32_t>(n));
+        EXPECT_EQ(doc_command_save(), -4);
+        byte_stream_fail_write_after(-1);
+        EXPECT_EQ(take_log(), (Log{"store 1", "status UNABLE TO WRITE TO WEB FILE", "show home"}));
+        EXPECT_EQ(file_bytes(path), whole.substr(0, n * k_byte_buffer_size));
+        EXPECT_FALSE(web_changed());
+    }
+    EXPECT_EQ(doc_command_new(), 0);
+    EXPECT_FALSE(asked_to_save(take_log()));
+
+    struct {
+        const char *path;
+        int code;
+        const char *message;
+    } rows[] = {
+        {k_no_folder, -3, "status UNABLE TO OPEN WEB FILE"},
+        {"/dev/full", -4, "status UNABLE TO WRITE TO WEB FILE"},
+    };
+    for (const auto &row : rows) {
+        host().save_paths = {row.path};
+        take_log();
+        EXPECT_EQ(doc_command_save_as(), row.code);
+        Log log = take_log();
+        EXPECT_EQ(count(log, row.message), 1U);
+        EXPECT_EQ(host().status, "Not Saved");
+        EXPECT_EQ(doc_save_path(), std::string(row.path));
+    }
+}
+
+TEST_F(Document, AWebThatDoesNotFitIsGivenBackWhole) {
+    std::string path = scratch_path("large.qvx");
+    for (const std::string &file :
+         {too_large_web(), "<rfmt>x</rfmt>" + too_large_web() + cell_file("home", "h"),
+          "<cname>" + std::string(400000, 'n') + "</cname>", std::string(400000, 'x'),
+          "<cname>a</cname><val>" + std::string(359900, '1') + "</val><script>ssss</script>"}) {
+        make_file(path, file);
+        new_cell("b");
+        set_web_changed(false);
+        host().quiet = true;
+        take_log();
+        EXPECT_EQ(doc_command_open_path(path.c_str()), -1);
+        EXPECT_EQ(count(take_log(), "status OUT OF MEMORY"), 1U);
+        EXPECT_EQ(document_state(), untitled());
+        EXPECT_EQ(cell_names(), Names{"home"});
+        EXPECT_LE(blocks_in_use(), 3) << "home, its name and its view";
+        EXPECT_EQ(file_bytes(path), file);
+        ASSERT_EQ(check_engine(), "");
+    }
+    doc_start(path.c_str());
+    EXPECT_EQ(document_state(), untitled());
+}
+
+TEST_F(Document, SaveAndExitSavesWhatTheUserAgreesTo) {
+    std::string path = scratch_path("exit.qvx");
+    struct {
+        bool changed, agreed;
+        std::string save_path;
+        bool ends, writes;
+    } rows[] = {
+        {false, false, "", true, false},         {true, false, "", true, false},
+        {true, true, path, true, true},          {true, true, "", false, false},
+        {true, true, k_no_folder, false, false},
+    };
+    for (const auto &row : rows) {
+        start_program();
+        make_file(path, "before");
+        type_text("typed");
+        set_web_changed(row.changed);
+        host().save_changes = {row.agreed};
+        host().save_paths = {row.save_path};
+        std::optional<int> status = run_until_end(save_and_exit);
+        EXPECT_EQ(status, row.ends ? std::optional(0) : std::nullopt) << row.save_path;
+        EXPECT_EQ(file_has(path, "<text>typed</text>"), row.writes);
+        EXPECT_EQ(asked_to_save(host().log), row.changed);
+        EXPECT_TRUE(row.ends || web_changed()) << "what was not saved still counts as changed";
+        EXPECT_EQ(host().items.empty(), row.ends);
+    }
+    start_program();
+}
+
+TEST_F(Document, SaveAndExitStillEndsWhenThePaneDoesNotFit) {
+    std::string path = open_saved_web();
+    go_to_name("a");
+    std::vector<BlockHandle> taken = leave_free_blocks(3);
+    type_text(std::string(1000, 't'));
+    host().save_changes = {true};
+    EXPECT_EQ(run_until_end(save_and_exit), 0);
+    EXPECT_EQ(count(take_log(), "status OUT OF MEMORY"), 1U);
+    EXPECT_TRUE(file_has(path, "<text>from file</text>"));
+    EXPECT_TRUE(file_has(path, "</eof>"));
+    start_program();
+}
+
+TEST_F(Document, TheOfferWhileAFileIsReadEndsWithoutSaving) {
+    std::string path = scratch_path("offer.qvx");
+    make_file(path, too_large_web());
+    set_web_changed(true);
+    host().save_changes = {false, true};
+    host().ok_cancel = {false, false, true};
+    EXPECT_EQ(run_until_end([&] { doc_command_open_path(path.c_str()); }), 0);
+    EXPECT_EQ(file_bytes(path), too_large_web());
+    start_program();
+}
+
+// Saying OK at the offer saves the web as it is and what is being made comes to nothing.
+TEST_F(Document, TheOfferInTheMiddleOfACommandSavesTheWeb) {
+    std::string path = open_saved_web();
+    leave_free_blocks(100);
+    host().quiet = false;
+    type_text("typed");
+    host().ok_cancel = {true};
+    host().save_changes = {true};
+    EXPECT_EQ(run_until_end([] { run_command([] { new_cell("b"); }); }), 0);
+    EXPECT_TRUE(file_has(path, "<text>typed</text>"));
+    EXPECT_FALSE(file_has(path, "<cname>b</cname>"));
+    start_program();
+}
+
+TEST_F(Document, AFullArenaLeavesEveryWayOut) {
+    std::string path = open_saved_web();
+    new_cell("b");
+    type_text("short");
+    go_home();
+    std::vector<BlockHandle> taken = leave_free_blocks(0);
+    EXPECT_TRUE(run_command([] { doc_command_save(); }));
+    EXPECT_TRUE(file_has(path, "<cname>b</cname>\n<text>short</text>"));
+
+    type_text(std::string(200, 't'));
+    EXPECT_TRUE(run_command([] { EXPECT_EQ(doc_command_save(), 0); }));
+    EXPECT_EQ(host().status, "OUT OF MEMORY");
+    EXPECT_TRUE(web_changed()) << "the typed text is in no file";
+    EXPECT_EQ(host().pane.text, std::string(200, 't'));
+    EXPECT_FALSE(run_command([] { go_to_name("b"); }));
+    EXPECT_EQ(host().pane.text, std::string(200, 't'));
+    EXPECT_EQ(current_name(), "home");
+
+    type_text("");
+    EXPECT_TRUE(run_command([] { go_to_name("b"); }));
+    host().ok_cancel = {true};
+    EXPECT_TRUE(run_command(delete_cell));
+    EXPECT_EQ(cell_names(), (Names{"a", "home"}));
+    EXPECT_GT(blocks_free(), 0);
+    leave_free_blocks(0);
+    host().save_changes = {true};
+    EXPECT_TRUE(run_command([] { doc_command_new(); }));
+    EXPECT_FALSE(file_has(path, "<cname>b</cname>"));
+    EXPECT_TRUE(file_has(path, "</eof>"));
+    EXPECT_EQ(document_state(), untitled());
+    start_program();
+}
