@@ -1,9 +1,11 @@
 #include "tests/engine/engine_test.h"
 
 #include "core/text.h"
+#include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
 #include "web/trail.h"
+#include "web/value.h"
 
 namespace {
 
@@ -72,6 +74,43 @@ std::string current_name() {
 std::string text_of(const char *name) {
     CellHandle cell = cell_lookup(name);
     return cell == 0 ? "no cell " + std::string(name) : text_string(cell_text(cell));
+}
+
+void open_scene() {
+    make_cell("alpha", "gamma");
+    CellHandle beta = make_cell("beta", "alpha and home, " + std::string(100, 'b'));
+    cell_set_script(beta, text_from_cstring("script"));
+    cell_set_value(beta, val_from_text(text_from_cstring("12")));
+    make_cell("gamma");
+    go_to_cell(make_cell("delta", "gone"));
+    host().ok_cancel = {true};
+    delete_cell();
+    trail_reset();
+    refresh_current_view();
+    for (const char *name : {"alpha", "beta", "gamma"}) {
+        go_to_name(name);
+    }
+    back();
+    set_web_changed(false);
+    host().log.clear();
+}
+
+Names visible_state() {
+    Names state = {"at " + current_name(), "pane " + host().pane.text,
+                   web_changed() ? "changed" : "unchanged"};
+    for (CellHandle c = live_from(index_first(index_root())); c != 0;
+         c = live_from(index_next(c))) {
+        state.push_back("cell " + name_string(c) + ": " + text_string(cell_text(c)) + "|" +
+                        text_string(cell_script(c)) + "|" +
+                        (cell_value(c) != 0 ? text_string(val_text(cell_value(c))) : ""));
+    }
+    for (const std::string &name : trail_names()) {
+        state.push_back("trail " + name);
+    }
+    for (const std::string &name : forward_names()) {
+        state.push_back("forward " + name);
+    }
+    return state;
 }
 
 std::vector<BlockHandle> leave_free_blocks(uint32_t count) {

@@ -39,6 +39,14 @@ std::string current_name();
 // The text of the live cell of that name.
 std::string text_of(const char *name);
 
+// A web to work in: cells alpha, beta, gamma and home, delta deleted; the user is at beta, having
+// come from home by way of alpha, with gamma ahead; unchanged. Beta has a text, a script and a
+// value. The log is empty.
+void open_scene();
+
+// All that a user can see of the web and of the way through it, a line an item.
+Names visible_state();
+
 // Allocates until this many blocks are free, and gives them back.
 std::vector<BlockHandle> leave_free_blocks(uint32_t count);
 void give_back(const std::vector<BlockHandle> &blocks);
