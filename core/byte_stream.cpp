@@ -70,7 +70,7 @@ int byte_output_put(ByteOutput *out, uint8_t byte) {
     return 0;
 }
 
-int byte_output_write(ByteOutput *out, const char *bytes, uint32_t n) {
+int byte_output_write_through(ByteOutput *out, const char *bytes, uint32_t n) {
     while (n > 0) {
         if (out->fill >= k_byte_buffer_size) {
             int r = write_buffer(out);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 constexpr uint32_t k_byte_buffer_size = 2048;
 
@@ -28,9 +29,18 @@ struct ByteInput {
 void byte_output_bind(ByteOutput *out, FILE *file);
 void byte_input_bind(ByteInput *in, FILE *file);
 
-// 0, or -4 when a full buffer could not be written, which is then shown.
+// 0, or -4 when a full buffer could not be written, which is then shown. (What does not fit into
+// the buffer goes through byte_output_write_through().)
 int byte_output_put(ByteOutput *out, uint8_t byte);
-int byte_output_write(ByteOutput *out, const char *bytes, uint32_t n);
+int byte_output_write_through(ByteOutput *out, const char *bytes, uint32_t n);
+inline int byte_output_write(ByteOutput *out, const char *bytes, uint32_t n) {
+    if (n > k_byte_buffer_size - out->fill) {
+        return byte_output_write_through(out, bytes, n);
+    }
+    memcpy(out->bytes + out->fill, bytes, n);
+    out->fill += n;
+    return 0;
+}
 
 // Writes what is left and makes sure that the file took it; 0, or -4, which is then shown.
 int byte_output_flush(ByteOutput *out);

@@ -18,20 +18,16 @@ struct Builder {
     BlockHandle tail;
 } builder;
 
-char *text_chars(BlockHandle h) {
-    return reinterpret_cast<char *>(block_ptr(h)) + k_block_payload_at;
-}
-
 void set_used(BlockHandle h, uint32_t count) {
     block_ptr(h)[k_block_count_at] = static_cast<uint8_t>(count);
 }
 
 // Appends as many of n bytes as the block has room for; returns how many.
-uint32_t append_to_block(BlockHandle h, const char *bytes, uint32_t n) {
+inline uint32_t append_to_block(BlockHandle h, const char *bytes, uint32_t n) {
     uint32_t used = block_used(h);
     uint32_t room = used < k_text_block_chars ? k_text_block_chars - used : 0;
     uint32_t taken = n < room ? n : room;
-    memcpy(text_chars(h) + used, bytes, taken);
+    memcpy(text_block_chars(h) + used, bytes, taken);
     set_used(h, used + taken);
     return taken;
 }
@@ -128,7 +124,7 @@ BlockHandle text_alloc(uint32_t n) {
 
 uint32_t text_fill_block(BlockHandle h, const char *s, uint32_t i) {
     uint32_t used = block_used(h);
-    char *chars = text_chars(h);
+    char *chars = text_block_chars(h);
     while (used < k_text_block_chars && s[i] != 0) {
         chars[used++] = s[i++];
     }
@@ -182,7 +178,7 @@ uint32_t text_copy_block(char *d, BlockHandle h, uint32_t i, uint32_t m) {
     uint32_t used = block_used(h);
     uint32_t room = i < m ? m - i : 0;
     uint32_t taken = used < room ? used : room;
-    memcpy(d + i, text_chars(h), taken);
+    memcpy(d + i, text_block_chars(h), taken);
     return i + taken;
 }
 
@@ -222,7 +218,7 @@ BlockHandle text_substring(BlockHandle head, uint32_t from, uint32_t to) {
         uint32_t start = first - 1 > before ? first - 1 - before : 0;
         uint32_t end = last - before < used ? last - before : used;
         while (start < end) {
-            start += append_to_block(target, text_chars(h) + start, end - start);
+            start += append_to_block(target, text_block_chars(h) + start, end - start);
             if (start < end) {
                 target = block_next(target);
             }
@@ -264,7 +260,7 @@ int text_reader_next() {
             return k_reader_end;
         }
     }
-    int ch = static_cast<signed char>(text_chars(reader.block)[reader.position++]);
+    int ch = static_cast<signed char>(text_block_chars(reader.block)[reader.position++]);
     return ch != 0 ? ch : k_reader_end;
 }
 
@@ -278,7 +274,7 @@ void text_builder_restart() {
     chain_free(block_next(builder.head));
     block_set_next(builder.head, 0);
     set_used(builder.head, 0);
-    text_chars(builder.head)[0] = 0;  // an empty text compares by it
+    text_block_chars(builder.head)[0] = 0;  // an empty text compares by it
     builder.tail = builder.head;
 }
 
@@ -311,31 +307,28 @@ int fold_char(int ch) {
     return c >= 'a' && c <= 'z' ? c - 32 : ch;
 }
 
+// Most names end in their first block and differ there.
 int text_compare(BlockHandle a, BlockHandle b) {
-    if (a == 0) {
-        return b == 0 ? 0 : -1;
-    }
-    if (b == 0) {
-        return 1;
+    if (a == 0 || b == 0) {
+        return a != 0 ? 1 : b == 0 ? 0 : -1;
     }
     Place x = place_at_start(a);
     Place y = place_at_start(b);
-    while (x.block != 0 && y.block != 0) {
+    for (;;) {
         uint32_t rest_of_x = x.count - x.index;
         uint32_t rest_of_y = y.count - y.index;
         uint32_t n = rest_of_x < rest_of_y ? rest_of_x : rest_of_y;
-        int difference =
-            compare_run(text_chars(x.block) + x.index, text_chars(y.block) + y.index, n);
+        int difference = compare_run(text_block_chars(x.block) + x.index,
+                                     text_block_chars(y.block) + y.index, n);
         if (difference != 0) {
             return difference;
         }
         advance(&x, n);
         advance(&y, n);
+        if (x.block == 0 || y.block == 0) {
+            return x.block != 0 ? 1 : y.block == 0 ? 0 : -1;
+        }
     }
-    if (x.block != 0) {
-        return 1;
-    }
-    return y.block == 0 ? 0 : -1;
 }
 
 int text_compare_cstring(BlockHandle a, const char *s) {
@@ -344,7 +337,7 @@ int text_compare_cstring(BlockHandle a, const char *s) {
     }
     Place x = place_at_start(a);
     while (x.block != 0 && *s != 0) {
-        const char *chars = text_chars(x.block);
+        const char *chars = text_block_chars(x.block);
         uint32_t n = 0;
         for (; n < x.count && s[n] != 0; ++n) {
             int difference = chars[n] != s[n] ? folded_difference(chars[n], s[n]) : 0;
@@ -355,7 +348,7 @@ int text_compare_cstring(BlockHandle a, const char *s) {
         s += n;
         advance(&x, n);
     }
-    if (x.block != 0 && text_chars(x.block)[x.index] != 0) {
+    if (x.block != 0 && text_block_chars(x.block)[x.index] != 0) {
         return 1;
     }
     return *s == 0 ? 0 : -1;
@@ -364,7 +357,7 @@ int text_compare_cstring(BlockHandle a, const char *s) {
 bool text_equals_cstring(BlockHandle a, const char *s) {
     for (BlockHandle h = a; h != 0; h = block_next(h)) {
         uint32_t used = block_used(h);
-        if (strncmp(text_chars(h), s, used) != 0) {
+        if (strncmp(text_block_chars(h), s, used) != 0) {
             return false;
         }
         s += used;

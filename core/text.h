@@ -9,6 +9,11 @@
 
 constexpr uint32_t k_text_block_chars = 36;
 
+// The characters of a text block.
+inline char *text_block_chars(BlockHandle h) {
+    return reinterpret_cast<char *>(block_ptr(h)) + k_block_payload_at;
+}
+
 // Allocates a chain of n / 36 + 1 empty text blocks. A chain cut short by running out of blocks is
 // given back by recovery.
 BlockHandle text_alloc(uint32_t n);

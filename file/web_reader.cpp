@@ -174,6 +174,10 @@ int web_apply_close_tag(int tag) {
         return 0;
     }
     switch (tag) {
+    case k_tag_eof:
+    case k_tag_cell:
+    case k_tag_opts:
+        return 0;
     case k_tag_cname:
         return apply_cname();
     case k_tag_text:

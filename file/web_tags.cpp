@@ -2,15 +2,6 @@
 
 namespace {
 
-// Indexed by WebTag.
-constexpr const char *k_names[k_tag_count] = {
-    "eof",   "cell",  "cname",    "text",     "val",     "form",  "script", "opts",
-    "odest", "oname", "onewl",    "isrc",     "iname",   "iecho", "cfmt",   "citer",
-    "cdisp", "rtype", "rfmt",     "rall",     "starg",   "srpl",  "scount", "sout",
-    "nfmt",  "ndec",  "nang",     "scrfont",  "statwin", "pltng", "xmax",   "xmin",
-    "ymax",  "ymin",  "xintrvls", "yintrvls", "xycells",
-};
-
 struct Keys {
     TagKey of[k_tag_count];
 };
@@ -18,7 +9,7 @@ struct Keys {
 constexpr Keys make_keys() {
     Keys keys = {};
     for (int tag = 0; tag < k_tag_count; ++tag) {
-        keys.of[tag] = web_tag_key(k_names[tag]);
+        keys.of[tag] = web_tag_key(k_tag_names[tag]);
     }
     return keys;
 }
@@ -26,10 +17,6 @@ constexpr Keys make_keys() {
 constexpr Keys k_keys = make_keys();
 
 }  // namespace
-
-const char *web_tag_name(int tag) {
-    return k_names[tag];
-}
 
 // The tags that stand in every cell come first in the table.
 int web_tag_find(TagKey key) {

@@ -5,6 +5,8 @@
 #include "core/text.h"
 #include "file/web_tags.h"
 
+#include <cstring>
+
 namespace {
 
 constexpr uint32_t k_name_max = 31;  // characters of a tag's or an entity's name that count
@@ -53,16 +55,21 @@ void take_plain() {
     ByteInput *in = &tokens.input;
     while (in->pending == 0 && in->position + 1 < in->count) {
         const uint8_t *start = in->bytes + in->position + 1;
-        uint32_t n = run_before<'<', '&', '\n', 0>(start, in->count - in->position - 1);
-        if (n > 0) {
-            text_builder_put_run(reinterpret_cast<const char *>(start), n);
-            in->position += n;
-            in->last = start[n - 1];
-        } else if (*start == '\n') {
+        switch (*start) {
+        case '\n':
             take_line_end(in);
-        } else {
+            continue;
+        case '<':
+        case '&':
+        case 0:
             return;
+        default:
+            break;
         }
+        uint32_t n = run_before<'<', '&', '\n', 0>(start, in->count - in->position - 1);
+        text_builder_put_run(reinterpret_cast<const char *>(start), n);
+        in->position += n;
+        in->last = start[n - 1];
     }
 }
 
@@ -86,31 +93,34 @@ int read_entity() {
     return c;
 }
 
-// Reads a known tag that lies whole in the buffer. Every other tag is left to read_tag(), with
-// nothing taken.
+// Reads a known tag that lies in the buffer as the program writes it. Every other tag is left to
+// read_tag(), with nothing taken.
 bool read_near_tag() {
+    constexpr uint32_t k_longest = k_tag_name_max + 2;  // with '/' and '>'
     ByteInput *in = &tokens.input;
-    TagKey key = 0;
-    int sign = 1;
-    for (uint32_t i = in->position + 1; i < in->count; ++i) {
-        uint8_t c = in->bytes[i];
-        if (c == '>') {
-            int tag = web_tag_find(key);
-            if (tag >= 0) {
-                tokens.tag_index = tag;
-                tokens.sign = sign;
-                in->position = i;
-                in->last = c;
-            }
-            return tag >= 0;
-        }
-        if (c == '/') {
-            sign = -1;
-        } else if (c == 0 || !tag_key_append(&key, static_cast<char>(c))) {
-            return false;
-        }
+    uint32_t at = in->position + 1;
+    if (at + k_longest > in->count) {
+        return false;
     }
-    return false;
+    bool closing = in->bytes[at] == '/';
+    at += closing ? 1 : 0;
+    uint64_t word;
+    memcpy(&word, in->bytes + at, sizeof word);
+    uint64_t ends = mark_bytes(word, '>');
+    uint32_t length =
+        ends != 0 ? static_cast<uint32_t>(std::countr_zero(ends)) / 8 : k_tag_name_max;
+    if (length == 0 || in->bytes[at + length] != '>') {
+        return false;
+    }
+    int tag = web_tag_find(tag_key_of_word(word, length));
+    if (tag < 0) {
+        return false;
+    }
+    tokens.tag_index = tag;
+    tokens.sign = closing ? -1 : 1;
+    in->position = at + length;
+    in->last = '>';
+    return true;
 }
 
 // Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.

@@ -11,25 +11,48 @@
 
 namespace {
 
-static struct Writer {
-    ByteOutput bytes;
-    char name[k_cellname_max + 1];
-} writer;
+static struct Writer { ByteOutput bytes; } writer;
 
 int write_string(const char *s) {
     return byte_output_write(&writer.bytes, s, static_cast<uint32_t>(strlen(s)));
 }
 
-// Writes a tag in one piece.
-int write_tag(const char *opening, int tag) {
-    constexpr uint32_t k_opening = 2;
-    char text[k_opening + k_tag_name_max + 1];
-    const char *name = web_tag_name(tag);
-    uint32_t length = static_cast<uint32_t>(strlen(name));
-    memcpy(text, opening, k_opening);
-    memcpy(text + k_opening, name, length);
-    text[k_opening + length] = '>';
-    return byte_output_write(&writer.bytes, text, k_opening + length + 1);
+// A tag as it stands in the file, made once for each.
+struct TagText {
+    uint8_t length;
+    char text[k_tag_name_max + 3];
+};
+
+struct TagTexts {
+    TagText opening[k_tag_count];
+    TagText closing[k_tag_count];
+};
+
+constexpr TagText make_tag(const char *before, int tag) {
+    TagText made = {};
+    for (const char *p = before; *p != 0; ++p) {
+        made.text[made.length++] = *p;
+    }
+    for (const char *p = web_tag_name(tag); *p != 0; ++p) {
+        made.text[made.length++] = *p;
+    }
+    made.text[made.length++] = '>';
+    return made;
+}
+
+constexpr TagTexts make_tags() {
+    TagTexts tags = {};
+    for (int tag = 0; tag < k_tag_count; ++tag) {
+        tags.opening[tag] = make_tag("\n<", tag);
+        tags.closing[tag] = make_tag("</", tag);
+    }
+    return tags;
+}
+
+constexpr TagTexts k_tags = make_tags();
+
+int write_tag(const TagText *tag) {
+    return byte_output_write(&writer.bytes, tag->text, tag->length);
 }
 
 // Writes n bytes, escaping; what needs no escape goes in runs.
@@ -53,8 +76,7 @@ int write_bytes(const char *bytes, uint32_t n) {
 int write_text(BlockHandle text) {
     int code = 0;
     for (BlockHandle h = text; h != 0 && code == 0; h = block_next(h)) {
-        code = write_bytes(reinterpret_cast<const char *>(block_ptr(h)) + k_block_payload_at,
-                           block_used(h));
+        code = write_bytes(text_block_chars(h), block_used(h));
     }
     return code;
 }
@@ -88,9 +110,16 @@ int write_options() {
     return code == 0 ? web_write_close_tag(k_tag_opts) : code;
 }
 
+// At most 48 characters of the name.
 int write_name(CellHandle cell) {
-    text_copy_out(writer.name, cell_name(cell), k_cellname_max);
-    return write_string_element(k_tag_cname, writer.name);
+    int code = web_write_open_tag(k_tag_cname);
+    uint32_t left = k_cellname_max;
+    for (BlockHandle h = cell_name(cell); h != 0 && left > 0 && code == 0; h = block_next(h)) {
+        uint32_t n = block_used(h) < left ? block_used(h) : left;
+        code = write_bytes(text_block_chars(h), n);
+        left -= n;
+    }
+    return code == 0 ? web_write_close_tag(k_tag_cname) : code;
 }
 
 // Values that came from a file have their text at hand, so nothing is allocated here.
@@ -136,11 +165,11 @@ int web_write(FILE *file) {
 }
 
 int web_write_open_tag(int tag) {
-    return write_tag("\n<", tag);
+    return write_tag(&k_tags.opening[tag]);
 }
 
 int web_write_close_tag(int tag) {
-    return write_tag("</", tag);
+    return write_tag(&k_tags.closing[tag]);
 }
 
 int web_write_escaped(char c) {
