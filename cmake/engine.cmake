@@ -19,7 +19,6 @@ add_library(quorvane_engine OBJECT
     web/links.cpp
     web/option_tags.cpp
     web/options.cpp
-    web/record.cpp
     web/report_selection.cpp
     web/trail.cpp
     web/value.cpp

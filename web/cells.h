@@ -8,6 +8,7 @@
 #include "core/block_arena.h"
 #include "core/host.h"
 #include "core/names.h"
+#include "web/record.h"
 
 enum CellKind : uint16_t {
     k_cell_staged = 0,  // read from a file, not yet in the index (file/web_reader.cpp)
@@ -16,42 +17,10 @@ enum CellKind : uint16_t {
     k_cell_deleted = 5,
 };
 
-// ---- Records ------------------------------------------------------------------------------------
-// Accessors for the node's links and the CellRecord's fields. None of them tests its handle.
-
-CellHandle node_parent(CellHandle node);
-CellHandle node_left(CellHandle node);
-CellHandle node_right(CellHandle node);
-void node_set_parent(CellHandle node, CellHandle parent);
-void node_set_left(CellHandle node, CellHandle left);
-void node_set_right(CellHandle node, CellHandle right);
-
-BlockHandle cell_name(CellHandle cell);
-uint16_t cell_kind(CellHandle cell);
-ListItem cell_list_item(CellHandle cell);
-BlockHandle cell_text(CellHandle cell);          // 0: empty
-BlockHandle cell_first_aux(CellHandle cell);     // view state (web/cell_text.h), or 0
-BlockHandle cell_second_aux(CellHandle cell);    // always 0
-BlockHandle cell_out_pointers(CellHandle cell);  // LinkList, 0 outside a report
-BlockHandle cell_script(CellHandle cell);        // 0: none
-BlockHandle cell_second_links(CellHandle cell);  // LinkList, always 0
-BlockHandle cell_value(CellHandle cell);         // 0: none; stale in a deleted record
-bool cell_numbered(CellHandle cell);
-
-void cell_set_name(CellHandle cell, BlockHandle name);
-void cell_set_kind(CellHandle cell, uint16_t kind);
-void cell_set_list_item(CellHandle cell, ListItem item);
-void cell_set_text(CellHandle cell, BlockHandle text);
-void cell_set_first_aux(CellHandle cell, BlockHandle block);
-void cell_set_second_aux(CellHandle cell, BlockHandle block);
-void cell_set_out_pointers(CellHandle cell, BlockHandle list);
-void cell_set_script(CellHandle cell, BlockHandle script);
-void cell_set_second_links(CellHandle cell, BlockHandle list);
-void cell_set_value(CellHandle cell, BlockHandle value);
-void cell_set_numbered(CellHandle cell, bool numbered);
-
 // True for a node that is a cell; false for 0.
-bool is_live_cell(CellHandle node);
+inline bool is_live_cell(CellHandle node) {
+    return node != 0 && cell_kind(node) == k_cell_live;
+}
 
 // ---- Index --------------------------------------------------------------------------------------
 // Each takes the root (or its address), so that the same code serves any tree.
