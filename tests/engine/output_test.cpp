@@ -1,0 +1,294 @@
+// The output stream: escape rules, newline modes, the console's buffer, file names, cancelling,
+// failing, and what is refused while it is open.
+#include "tests/engine/engine_test.h"
+#include "tests/engine/report_model.h"
+#include "tests/engine/web_files.h"
+
+#include "core/busy.h"
+#include "core/byte_stream.h"
+#include "core/errors.h"
+#include "core/text.h"
+#include "file/document.h"
+#include "report/output.h"
+#include "report/reports.h"
+#include "web/cell_ops.h"
+#include "web/cells.h"
+#include "web/links.h"
+#include "web/options.h"
+
+#include <filesystem>
+
+using namespace std::string_literals;
+using Stream = EngineTest;
+
+namespace {
+
+// Writes one report of these characters and returns its code.
+ErrorCode write_report(const std::string &characters) {
+    output_release();
+    ErrorCode code = output_string(characters.c_str());
+    ErrorCode closing = output_close();
+    output_release();
+    return code != 0 ? code : closing;
+}
+
+// The same to a file, whose bytes it returns.
+std::string file_report(const std::string &characters, ErrorCode *code = nullptr) {
+    std::string path = scratch_path("report.txt");
+    set_option_odest(k_output_file);
+    EXPECT_TRUE(output_set_path(path.c_str()));
+    ErrorCode result = write_report(characters);
+    output_set_path(nullptr);
+    set_option_odest(k_output_console);
+    if (code != nullptr) {
+        *code = result;
+    }
+    return file_bytes(path);
+}
+
+Log log_of(const std::function<void()> &body) {
+    take_log();
+    body();
+    return take_log();
+}
+
+// Lets the n-th pump of the report cancel it.
+void cancel_at_pump(uint32_t n) {
+    host().pumps = 0;
+    host().on_pump = [n] {
+        if (host().pumps == n) {
+            output_abort();
+        }
+    };
+}
+
+}  // namespace
+
+TEST_F(Stream, EscapesAndQuotes) {
+    struct {
+        const char *in, *out;
+    } rows[] = {
+        {"a\\nb", "a\nb"},          {"\\t\\\\\\x", "t\\x"},
+        {"'\\n'\\n", "'\\n'\n"},    {"\"\\n'\"\\n", "\"\\n'\"\n"},
+        {"it's \\n", "it's \\n"},   {"\\'\\n\\\"\\n", "'\n\"\n"},
+        {"ends in \\", "ends in "}, {"\r\n\t\xff\x80", "\r\n\t\xff\x80"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(write_report(row.in), 0);
+        EXPECT_EQ(host().console, row.out) << row.in;
+        EXPECT_EQ(model_stream(row.in), row.out) << row.in;
+    }
+}
+
+TEST_F(Stream, NewlineModesOfFiles) {
+    const std::string text = "a\r\nb\nc\rd\n\re\r\r\nf\n\n";
+    struct {
+        uint8_t mode;
+        std::string out;
+    } rows[] = {
+        {k_newline_lf, "a\nb\ncd\ne\nf\n\n"},
+        {k_newline_cr, "a\rb\rc\rd\r\re\r\rf\r\r"},
+        {k_newline_crlf, text},
+        {0, text},
+    };
+    for (const auto &row : rows) {
+        set_option_onewl(row.mode);
+        EXPECT_EQ(file_report(text), row.out);
+        EXPECT_EQ(model_newlines(text, row.mode), row.out);
+        EXPECT_EQ(write_report(text), 0);
+        EXPECT_EQ(host().console, text) << "the console keeps every line end";
+    }
+}
+
+TEST_F(Stream, TheConsoleGetsFortyEightCharactersAtATime) {
+    struct {
+        size_t size;
+        std::vector<uint32_t> pieces;
+    } rows[] = {{1, {1}}, {48, {48}}, {49, {48, 1}}, {96, {48, 48}}, {100, {48, 48, 4}}};
+    for (const auto &row : rows) {
+        std::string text(row.size, 'x');
+        text.back() = 'z';
+        EXPECT_EQ(log_of([&] { write_report(text); }),
+                  (Log{"resting Working...", "console_clear", "output_began console",
+                       "output_ended", "resting Ready"}));
+        EXPECT_EQ(host().console, text);
+        EXPECT_EQ(host().console_pieces, row.pieces);
+    }
+    EXPECT_EQ(log_of([] { write_report(""); }), Log()) << "a report of nothing opens nothing";
+    EXPECT_EQ(host().console.size(), 100U);
+}
+
+TEST_F(Stream, PrintGoesToTheConsole) {
+    set_option_odest(k_output_print);
+    EXPECT_EQ(write_report("x"), 0);
+    EXPECT_EQ(host().console, "x");
+}
+
+TEST_F(Stream, FileNames) {
+    const std::string folder = scratch_path("names");
+    const std::string before = std::filesystem::current_path();
+    std::filesystem::create_directories(folder + "/my.dir");
+    std::filesystem::current_path(folder);
+    const std::string longest(48, 'n');
+    const struct {
+        std::string oname, path, becomes;
+    } rows[] = {
+        {"", "Output.txt", ".\\Output"},
+        {".\\Output", "Output.txt", ".\\Output"},
+        {"notes", "notes.txt", "notes"},
+        {"notes.old", "notes.old", "notes.old"},
+        {"notes.", "notes.", "notes."},
+        {".hidden", ".hidden", ".hidden"},
+        {"my.dir\\notes", "my.dir/notes.txt", "my.dir\\notes"},
+        {"my.dir/notes", "my.dir/notes.txt", "my.dir/notes"},
+        {"my.dir\\..\\n.x", "n.x", "my.dir\\..\\n.x"},
+        {longest, longest + ".txt", longest},
+    };
+    set_option_odest(k_output_file);
+    for (const auto &row : rows) {
+        set_option_oname(row.oname.c_str());
+        EXPECT_EQ(write_report("to " + row.path), 0);
+        EXPECT_EQ(option_oname(), row.becomes);
+        EXPECT_EQ(file_bytes(row.path), "to " + row.path) << row.oname;
+        std::filesystem::remove(row.path);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator("."), {}), 1);
+    EXPECT_TRUE(output_set_path(std::string(256, 'p').c_str()));
+    EXPECT_FALSE(output_set_path(std::string(257, 'p').c_str()));
+    EXPECT_TRUE(output_set_path("my.dir\\exact"));
+    EXPECT_EQ(write_report("x"), 0);
+    EXPECT_EQ(file_bytes("my.dir\\exact"), "x") << "taken as it stands";
+    output_set_path(nullptr);
+    std::filesystem::current_path(before);
+    std::filesystem::remove_all(folder);
+}
+
+TEST_F(Stream, AFileThatCannotBeMadePutsReadyBack) {
+    set_option_odest(k_output_file);
+    set_option_oname("/no such folder/x");
+    EXPECT_EQ(log_of([] { EXPECT_EQ(output_string("text"), k_cannot_open_output); }),
+              (Log{"resting Working...", "resting Ready", "status UNABLE TO OPEN OUTPUT FILE"}));
+    EXPECT_FALSE(is_busy());
+    EXPECT_EQ(log_of([] {
+                  EXPECT_LT(output_string("text"), 0);
+                  EXPECT_EQ(output_close(), 0);
+              }),
+              Log())
+        << "nothing opens it again in this report";
+    set_option_odest(k_output_console);
+    EXPECT_EQ(write_report("next"), 0);
+    EXPECT_EQ(host().console, "next");
+    EXPECT_EQ(output_open(), 0);
+    EXPECT_EQ(log_of([] { EXPECT_EQ(output_open(), k_output_in_use); }),
+              Log{"status OUTPUT IN USE"});
+    EXPECT_EQ(output_close(), 0);
+}
+
+TEST_F(Stream, CancellingStopsAtTheCharacterInHand) {
+    const std::string text(200, 't');
+    for (uint32_t n : {1U, 47U, 48U, 49U, 200U}) {
+        cancel_at_pump(n);
+        EXPECT_EQ(
+            log_of([&] { EXPECT_EQ(write_report(text), k_aborted); }),
+            (Log{"resting Working...", "console_clear", "output_began console", "output_ended",
+                 "resting Ready", "status OPERATION ABORTED", "status OUTPUT ABORTED"}));
+        EXPECT_EQ(host().console, text.substr(0, n));
+        cancel_at_pump(n);
+        ErrorCode code = 0;
+        EXPECT_EQ(file_report(text, &code), text.substr(0, n - 1));
+        EXPECT_EQ(code, k_aborted);
+        EXPECT_EQ(host().status, "OUTPUT ABORTED");
+        EXPECT_EQ(host().resting, "Ready");
+        EXPECT_FALSE(is_busy());
+    }
+    host().on_pump = nullptr;
+    EXPECT_EQ(output_string("ab"), 0);
+    output_abort();
+    EXPECT_TRUE(output_aborted());
+    EXPECT_EQ(output_char('c'), k_aborted);
+    EXPECT_EQ(log_of([] { EXPECT_EQ(output_char('d'), k_aborted); }), Log());
+    EXPECT_EQ(host().console, "ab");
+    output_release();
+    output_abort();
+    EXPECT_FALSE(output_aborted()) << "there is nothing to cancel";
+}
+
+TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
+    const std::string text(3 * k_byte_buffer_size - 5, 't');
+    const std::string failure = "status UNABLE TO WRITE TO WEB FILE";
+    for (uint32_t n = 0; n <= 3; ++n) {
+        ErrorCode code = 1;
+        byte_stream_fail_write_after(static_cast<int32_t>(n));
+        std::string written;
+        Log log = log_of([&] { written = file_report(text, &code); });
+        byte_stream_fail_write_after(-1);
+        EXPECT_EQ(written, text.substr(0, n * k_byte_buffer_size));
+        EXPECT_EQ(code, n < 3 ? k_cannot_write_web : 0) << n;
+        EXPECT_EQ(std::count(log.begin(), log.end(), failure), n < 3 ? 1 : 0);
+        EXPECT_EQ(log.back(), "resting Ready");
+        EXPECT_FALSE(is_busy());
+    }
+    EXPECT_TRUE(output_set_path("/dev/full"));
+    set_option_odest(k_output_file);
+    EXPECT_EQ(write_report("short"), k_cannot_write_web);
+    report_run();
+    EXPECT_EQ(report_result(), k_cannot_write_web);
+    EXPECT_EQ(host().status, "UNABLE TO WRITE TO WEB FILE");
+}
+
+TEST_F(Stream, ATextIsCutAt4095Characters) {
+    make_cell("a", std::string(5000, 'x'));
+    EXPECT_EQ(output_text(cell_text(cell_lookup("a"))), 0);
+    EXPECT_EQ(output_newline(), 0);
+    EXPECT_EQ(output_text(0), 0);
+    EXPECT_EQ(output_close(), 0);
+    EXPECT_EQ(host().console, std::string(4095, 'x') + "\n");
+}
+
+// Every command may arrive from a message that the pump lets through.
+TEST_F(Stream, EveryCommandIsRefusedWhileItIsOpen) {
+    static const std::function<void()> commands[] = {
+        [] { go_to_cell(cell_lookup("b")); },
+        [] { go_to_name("b"); },
+        [] { go_to_name(""); },
+        [] { EXPECT_EQ(new_cell("new"), 0); },
+        [] { EXPECT_EQ(clone_cell("new"), 0); },
+        delete_cell,
+        previous_cell,
+        next_cell,
+        first_cell,
+        last_cell,
+        go_home,
+        back,
+        forward,
+        [] { jump_to_trail_entry("home"); },
+        [] { EXPECT_EQ(doc_command_new(), k_output_in_use); },
+        [] { EXPECT_EQ(doc_command_open(), k_output_in_use); },
+        [] { EXPECT_EQ(doc_command_open_path("/tmp/x.qvx"), k_output_in_use); },
+        [] { EXPECT_EQ(doc_command_save(), k_output_in_use); },
+        [] { EXPECT_EQ(doc_command_save_as(), k_output_in_use); },
+        [] { EXPECT_EQ(report_run(), k_output_in_use); },
+        [] { EXPECT_EQ(output_open(), k_output_in_use); },
+    };
+    make_cell("b");
+    new_cell("a");
+    set_web_changed(true);
+    host().ok_cancel = {true};
+    host().yes_no = {true};
+    const std::string web = written_web();
+    host().on_pump = [] {
+        if (host().pumps == 2) {
+            for (const auto &command : commands) {
+                EXPECT_EQ(log_of(command), Log{"status OUTPUT IN USE"});
+            }
+        }
+    };
+    host().pumps = 0;
+    EXPECT_EQ(write_report("report"), 0);
+    EXPECT_EQ(host().console, "report");
+    EXPECT_EQ(written_web(), web);
+    EXPECT_EQ(current_name(), "a");
+    EXPECT_EQ(trail_names(), Names{"home"});
+    EXPECT_TRUE(web_changed());
+    EXPECT_EQ(host().ok_cancel.size() + host().yes_no.size(), 2U);
+}

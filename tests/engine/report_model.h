@@ -1,0 +1,15 @@
+// What a report must say, worked out naively from the names and texts of the cells; tests compare.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// What leaves the stream for these characters: the escape rules applied.
+std::string model_stream(const std::string &characters);
+
+// What a file gets of that in a newline mode.
+std::string model_newlines(const std::string &stream, uint8_t mode);
+
+// The whole console of report_run() with the options, the selection, the trail and the cells as
+// they are.
+std::string model_report();

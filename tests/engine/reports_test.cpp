@@ -1,0 +1,251 @@
+// Reports: their layout, which cells they cover, and that they leave nothing behind however they
+// end.
+#include "tests/engine/engine_test.h"
+#include "tests/engine/report_model.h"
+#include "tests/engine/web_files.h"
+
+#include "core/errors.h"
+#include "report/output.h"
+#include "report/reports.h"
+#include "web/cell_ops.h"
+#include "web/cells.h"
+#include "web/links.h"
+#include "web/options.h"
+
+#include <random>
+
+using namespace std::string_literals;
+using Reports = EngineTest;
+
+namespace {
+
+std::string run_report() {
+    host().console.clear();
+    EXPECT_EQ(report_run(), 0);
+    return host().console;
+}
+
+// The report of a type over everything, or else over the selected names.
+std::string report(uint8_t type, bool all, const std::string &selected = "") {
+    set_option_rtype(type);
+    set_option_rall(all ? 1 : 0);
+    host().selected_text = selected;
+    return run_report();
+}
+
+void make_linked_web() {
+    make_cell("a", "Home, a and A; home again");
+    make_cell("b_2", "it's b 2 or b_2.");
+    make_cell("c");
+    type_text("b_2 a\\nc");
+}
+
+class ReportTypes : public EngineTest, public testing::WithParamInterface<uint8_t> {};
+
+INSTANTIATE_TEST_SUITE_P(All, ReportTypes,
+                         testing::Values(k_report_fmt, k_report_inptr, k_report_outptr,
+                                         k_report_trail),
+                         [](const auto &type) { return "type" + std::to_string(type.param); });
+
+}  // namespace
+
+TEST_F(Reports, TheLayoutOfEachType) {
+    make_linked_web();
+    EXPECT_EQ(report(k_report_inptr, true), "\na\n    <a\n    <home"
+                                            "\nb_2\n    <b_2\n    <home"
+                                            "\nc"
+                                            "\nhome\n    <a");
+    EXPECT_EQ(text_of("home"), "b_2 a\\nc") << "the pane was stored first";
+    EXPECT_EQ(report(k_report_outptr, true), "\na\n    >home\n    >a\n    >a\n    >home"
+                                             "\nb_2\n    >b_2"
+                                             "\nc"
+                                             "\nhome\n    >b_2\n    >a");
+    EXPECT_EQ(report(k_report_outptr, false), "\nhome\n    >b_2\n    >a");
+    EXPECT_EQ(report(k_report_inptr, false), "\nhome\n    <a");
+    EXPECT_EQ(report(k_report_outptr, false, "c, A"),
+              "\nc\na\n    >home\n    >a\n    >a\n    >home");
+    EXPECT_EQ(report(k_report_inptr, false, "c B_2 c"), "\nc\nb_2\n    <b_2\n    <home\nc");
+    const std::string rule(26, '*');
+    EXPECT_EQ(report(k_report_fmt, false, "a home"),
+              "\r\n*****a" + rule + "\r\nHome, a and A; home again\r\n\r\n" + "\r\n*****home" +
+                  rule + "\r\nb_2 a\nc\r\n\r\n");
+    go_to_name("a");
+    go_to_name("c");
+    EXPECT_EQ(report(k_report_trail, false, "a b_2"), "\nTrail:\n    a\n    home");
+    EXPECT_EQ(report(0, true) + report(5, true), "");
+    host().console = "kept";
+    set_option_rtype(k_report_fmt);
+    set_option_rfmt("");
+    EXPECT_EQ(report_run(), 0);
+    EXPECT_EQ(host().console, "kept") << "a report of nothing does not touch the console";
+}
+
+TEST_F(Reports, FormatsWriteWhatTheySay) {
+    make_cell("a", "T\\n'x");
+    struct {
+        const char *format, *report;
+    } rows[] = {
+        {"\\N, ", "a, home, "},
+        {"\\N\\", "ahome"},
+        {"\\x\\\\n\\N;", "x\na;x\nhome;"},
+        {"\\N=\\T\\\\n;", "a=T\n'x\\n;home=\\n;"},
+        {"\"\\N\\n", "\"a\r\n\"home\r\n"},
+    };
+    for (const auto &row : rows) {
+        set_option_rfmt(row.format);
+        EXPECT_EQ(report(k_report_fmt, true), row.report) << row.format;
+        EXPECT_EQ(model_report(), row.report) << row.format;
+    }
+}
+
+TEST_F(Reports, TheSelectionIsTheWordsThatNameCells) {
+    make_linked_web();
+    const std::string long_name = "n" + std::string(47, 'x');
+    make_cell(long_name.c_str());
+    set_option_rfmt("\\N,");
+    struct {
+        std::string selected, names;
+    } rows[] = {
+        {"", "home,"},
+        {"nothing here 1 _ 2", "home,"},
+        {"home home", "home,home,"},
+        {"1a _a a1 (a)", "a,a,a,"},
+        {"b_2 B_2 b-2 b 2", "b_2,b_2,"},
+        {long_name + "rest", long_name + ","},
+        {"c\xffg a\xc3\xa4", "c,a,"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(report(k_report_fmt, false, row.selected), row.names) << row.selected;
+    }
+    std::string many;
+    std::string expected;
+    for (int i = 0; i < 70; ++i) {
+        many += i % 2 == 0 ? "a " : "c ";
+        expected += i >= 64 ? "" : i % 2 == 0 ? "a," : "c,";
+    }
+    EXPECT_EQ(report(k_report_fmt, false, many), expected);
+}
+
+TEST_F(Reports, CellsWithoutANumberAreNoTargets) {
+    std::string file = "<cname>home</cname><text>n100 n354 n355 n399</text>";
+    for (int i = 100; i < 400; ++i) {
+        file += cell_file("n" + std::to_string(i), i % 50 == 0 ? "home n399" : "");
+    }
+    ASSERT_EQ(read_web(file), 0);
+    EXPECT_EQ(report(k_report_outptr, false), "\nhome\n    >n100\n    >n354");
+    EXPECT_EQ(report(k_report_inptr, false, "n399 n100"), "\nn399\nn100\n    <home");
+    EXPECT_EQ(report(k_report_inptr, false, "home"),
+              "\nhome\n    <n100\n    <n150\n    <n200\n    <n250\n    <n300\n    <n350");
+}
+
+TEST_F(Reports, AgreeWithTheModelOnRandomWebs) {
+    std::minstd_rand engine(7);
+    auto below = [&](uint32_t n) { return static_cast<uint32_t>(engine() % n); };
+    auto text = [&](uint32_t words) {
+        static const Names k_pieces = {"home ", "Alpha", "beta_1 ", "BETA 1", "zoo\r\n", "x9",
+                                       "\\n",   "\\",    "'",       "\"",     "_a",      "\xe4 "};
+        std::string s;
+        for (uint32_t i = below(words); i > 0; --i) {
+            s += k_pieces[below(static_cast<uint32_t>(k_pieces.size()))];
+        }
+        return s;
+    };
+    const std::string path = scratch_path("model.txt");
+    for (int round = 0; round < 150; ++round) {
+        web_reset("home");
+        for (const char *name : {"alpha", "beta 1", "zoo", "x9", "a'b\\"}) {
+            if (below(4) != 0) {
+                make_cell(name, text(below(8) == 0 ? 1500 : 12));
+            }
+        }
+        refresh_views();
+        next_cell();
+        go_to_name(round % 2 == 0 ? "zoo" : "home");
+        set_option_rtype(static_cast<uint8_t>(below(5)));
+        set_option_rall(static_cast<uint8_t>(below(2)));
+        set_option_rfmt((text(4) + "\\N" + text(3) + "\\T").c_str());
+        set_option_onewl(static_cast<uint8_t>(below(4)));
+        host().selected_text = text(100);
+        const std::string expected = model_report();
+        ASSERT_EQ(run_report(), expected) << round;
+        set_option_odest(k_output_file);
+        output_set_path(path.c_str());
+        make_file(path, "");
+        report_run();
+        ASSERT_EQ(file_bytes(path), model_newlines(expected, option_onewl())) << round;
+        output_set_path(nullptr);
+        ASSERT_EQ(check_engine(), "");
+    }
+}
+
+TEST_P(ReportTypes, CancellingAnywhereDropsTheListsAndTheNextReportWorks) {
+    make_linked_web();
+    go_to_name("a");
+    go_home();
+    for (bool all : {true, false}) {
+        const std::string whole = report(GetParam(), all);
+        const std::string selected = report(GetParam(), all, "a b_2");
+        const uint16_t blocks = blocks_in_use();
+        for (uint32_t n = 1; n <= whole.size(); ++n) {
+            host().pumps = 0;
+            host().on_pump = [n] {
+                if (host().pumps == n) {
+                    output_abort();
+                }
+            };
+            EXPECT_EQ(report(GetParam(), all), whole.substr(0, n));
+            EXPECT_EQ(report_result(), k_aborted);
+            EXPECT_EQ(host().status, "OUTPUT ABORTED");
+            EXPECT_EQ(host().pumps, n) << "nothing is written after it";
+            EXPECT_EQ(blocks_in_use(), blocks);
+        }
+        host().on_pump = nullptr;
+        EXPECT_EQ(report(GetParam(), all, "a b_2"), selected);
+        EXPECT_EQ(report(GetParam(), all), whole);
+        EXPECT_EQ(report_result(), 0);
+    }
+}
+
+// A message that the pump lets through runs out of blocks and is recovered from.
+TEST_P(ReportTypes, RecoveryInTheMiddleEndsTheReport) {
+    make_linked_web();
+    const std::string whole = report(GetParam(), true);
+    const uint16_t blocks = blocks_in_use();
+    const std::string path = scratch_path("recovered.txt");
+    for (uint32_t n = 1; n <= whole.size(); n += 5) {
+        host().pumps = 0;
+        host().on_pump = [n] {
+            if (host().pumps == n) {
+                EXPECT_FALSE(run_command(run_out_of_blocks));
+            }
+        };
+        EXPECT_EQ(whole.find(report(GetParam(), true)), 0U);
+        EXPECT_LT(report_result(), 0);
+        EXPECT_EQ(host().pumps, n);
+        EXPECT_EQ(host().status, "OUT OF MEMORY");
+        EXPECT_EQ(host().resting, "Ready");
+        EXPECT_EQ(blocks_in_use(), blocks);
+        host().pumps = 0;
+        set_option_odest(k_output_file);
+        output_set_path(path.c_str());
+        report_run();
+        output_set_path(nullptr);
+        set_option_odest(k_output_console);
+        host().on_pump = nullptr;
+        EXPECT_EQ(report(GetParam(), true), whole);
+        ASSERT_EQ(check_engine(), "");
+    }
+}
+
+TEST_F(Reports, WhatIsTypedDuringAReportIsKept) {
+    make_linked_web();
+    host().on_pump = [] {
+        if (host().pumps == 3) {
+            type_text("typed meanwhile");
+        }
+    };
+    report(k_report_fmt, true);
+    EXPECT_EQ(text_of("home"), "typed meanwhile");
+    EXPECT_EQ(host().pane.text, "typed meanwhile");
+    EXPECT_TRUE(web_changed());
+}
