@@ -1,0 +1,11 @@
+// What WM_COMMAND does: one table of commands and their handlers.
+#pragma once
+
+#include "shell/platform.h"
+
+// Runs a command; nothing for one that the table does not have. `notification` is the code of a
+// control that tells something, whose identifier is then the command.
+LRESULT run_command(HWND window, WORD command, LPARAM lparam, WORD notification);
+
+// File Open with the path given. Allocates; may leave through the recovery point.
+void open_web_path(const char *path);

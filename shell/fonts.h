@@ -1,0 +1,8 @@
+// The fonts of the main window's controls.
+#pragma once
+
+#include "shell/platform.h"
+
+// `tenths` is the size in tenths of a point; without `screen` a point is a pixel. The caller owns
+// the font.
+HFONT make_font(const wchar_t *face, int tenths, bool bold, bool screen);

@@ -1,0 +1,51 @@
+#include "shell/pane_wrapping.h"
+
+#include "shell/scintilla.h"
+#include "shell/text_pane.h"
+
+struct Collapsed {
+    bool collapsed;
+    bool caret_moved;    // show the caret, not the line
+    LRESULT first_line;  // of the text, at the top when it was collapsed
+};
+
+static struct PaneWrapping {
+    Collapsed text;
+    Collapsed console;
+} wrapping;
+
+namespace {
+
+Collapsed *state_of(HWND pane) {
+    return pane == text_pane() ? &wrapping.text : &wrapping.console;
+}
+
+}  // namespace
+
+void pane_collapsing(HWND pane) {
+    Collapsed *state = state_of(pane);
+    if (!state->collapsed) {
+        state->collapsed = true;
+        state->caret_moved = false;
+        state->first_line = sci(pane, SCI_DOCLINEFROMVISIBLE, sci(pane, SCI_GETFIRSTVISIBLELINE));
+    }
+    sci(pane, SCI_SETWRAPMODE, SC_WRAP_NONE);
+}
+
+void pane_expanded(HWND pane) {
+    Collapsed *state = state_of(pane);
+    if (!state->collapsed) {
+        return;
+    }
+    state->collapsed = false;
+    sci(pane, SCI_SETFIRSTVISIBLELINE, state->first_line);
+    sci(pane, SCI_SETWRAPMODE, SC_WRAP_WORD);
+    if (state->caret_moved) {
+        sci(pane, SCI_SCROLLCARET);
+    }
+}
+
+void pane_scroll_to_caret(HWND pane) {
+    state_of(pane)->caret_moved = true;
+    sci(pane, SCI_SCROLLCARET);
+}
