@@ -274,8 +274,10 @@ HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int i
         return nullptr;
     }
     set_up_bar(instance, bitmap, image_count);
+    const WORD *entry = words + k_head_words;
     for (WORD index = 0; index < words[k_head_count]; ++index) {
-        add_button(instance, words + k_head_words + index * k_button_words);
+        add_button(instance, entry);
+        entry += k_button_words;
     }
     menu_bar_place();
     return menu_bar.bar;

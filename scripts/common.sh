@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Shared by run.sh and test.sh: packages, the Scintilla component, Wine and a display.
 # Sourced from the repository's root with `set -euo pipefail`; everything it makes lies in build/.
 # Each step looks first whether its result is there, so that a second run costs next to nothing.
@@ -51,7 +52,7 @@ install_packages() {
     }
 }
 
-# build_preset PRESET: configures once, then builds what changed.
+# build_preset PRESET: configures once, then builds what changed. False when that fails.
 build_preset() {
     local preset=$1 log=$build/$1.log
     mkdir -p "$build"
@@ -60,7 +61,8 @@ build_preset() {
             cmake --build --preset "$preset" --parallel "${QUORVANE_JOBS:-$(nproc)}"
     } >"$log" 2>&1 || {
         tail -n 60 "$log" >&2
-        die "The $preset build failed (see build/$preset.log)."
+        say "The $preset build failed (see build/$preset.log)."
+        return 1
     }
 }
 
@@ -123,29 +125,44 @@ build_scintilla() {
     }
 }
 
-# Puts SciLexer.dll beside every program of the windows build that loads it.
+# Prints where the windows build has put a program.
+find_program() {
+    local folder
+    for folder in "" /shell /cli; do
+        [ ! -f "$build/windows$folder/$1" ] || {
+            printf '%s\n' "$build/windows$folder/$1"
+            return
+        }
+    done
+    die "The windows build made no $1."
+}
+
+# Puts SciLexer.dll beside the program and the tests, which load it.
 place_scintilla() {
     local folder
-    for folder in "$build/windows" "$build/windows/shell" "$build/windows/tests/shell"; do
-        [ -d "$folder" ] && ! cmp -s "$build/scintilla/SciLexer.dll" "$folder/SciLexer.dll" &&
-            cp "$build/scintilla/SciLexer.dll" "$folder/"
+    for folder in "$build"/windows "$build"/windows/shell "$build"/windows/tests/*; do
+        if ls "$folder"/*.exe >/dev/null 2>&1; then
+            cmp -s "$build/scintilla/SciLexer.dll" "$folder/SciLexer.dll" ||
+                cp "$build/scintilla/SciLexer.dll" "$folder/"
+        fi
     done
-    return 0
 }
 
 # ---- Wine and the display -----------------------------------------------------------------------
 
-# Makes the private prefix. Needs a display only in so far as Wine's own set-up wants one.
+# Makes the private prefix and exports what Wine needs to know about it. Sets $wine.
 set_up_wine() {
+    local state=2 # counts the versions of what is set up below
     export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=-all \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
     wine=$(command -v wine)
-    wineserver=$(command -v wineserver)
-    [ -f "$WINEPREFIX/ready" ] && return
+    [ "$(cat "$WINEPREFIX/ready" 2>/dev/null)" = $state ] && return
     say "Setting up Wine in build/wine (once)"
     mkdir -p "$build"
     {
-        "$wine" wineboot --init && "$wineserver" -w && link_wine_fonts && touch "$WINEPREFIX/ready"
+        "$wine" wineboot --init && wineserver -w && link_wine_fonts &&
+            "$wine" regedit /S "$root/scripts/wine.reg" && wineserver -w &&
+            echo $state >"$WINEPREFIX/ready"
     } >"$build/wine.log" 2>&1 || die "Wine could not be set up (see build/wine.log)."
 }
 
@@ -155,23 +172,33 @@ link_wine_fonts() {
         xargs -I{} ln -sf {} "$WINEPREFIX/drive_c/windows/Fonts/"
 }
 
+has_display() { [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; }
+
 # start_display WIDTHxHEIGHT: exports DISPLAY for a virtual display of our own, which ends with the
-# script.
+# script, and with it every program that shows a window there.
 start_display() {
-    local ready
-    ready=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 3>"$ready" >/dev/null 2>&1 &
+    local number
+    number=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 3>"$number" >/dev/null 2>&1 &
     display_pid=$!
     trap stop_display EXIT
-    wait_until 20 test -s "$ready" || die "The virtual display did not start."
-    DISPLAY=:$(cat "$ready")
+    wait_until 20 test -s "$number" || die "The virtual display did not start."
+    DISPLAY=:$(cat "$number")
     export DISPLAY
-    rm -f "$ready"
+    rm -f "$number"
 }
 
 stop_display() {
-    [ -n "${display_pid:-}" ] && kill "$display_pid" 2>/dev/null
+    [ -z "${display_pid:-}" ] || kill "$display_pid" 2>/dev/null || true
     display_pid=
+}
+
+# wine_desktop NAME WIDTHxHEIGHT PROGRAM [ARGUMENT]: runs a program inside a desktop window of
+# Wine's own, which gives it a frame and looks after the focus where there is no window manager.
+wine_desktop() {
+    local name=$1 size=$2
+    shift 2
+    "$wine" explorer "/desktop=$name,$size" "$@"
 }
 
 # wait_until SECONDS COMMAND...: true as soon as the command succeeds, false when the time is over.

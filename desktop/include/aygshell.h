@@ -1,6 +1,7 @@
 // The part of the handheld's shell interface that the program uses, under the handheld's own names,
 // for desktop Windows and Wine. Structures have the handheld's fields in the handheld's order; with
 // wider handles they are longer here, so their size fields are not looked at.
+// NOLINTBEGIN(readability-identifier-naming): the names are the system's.
 #pragma once
 
 #include <windows.h>
@@ -110,3 +111,4 @@ BOOL WINAPI SHSipInfo(UINT action, UINT size, PVOID info, UINT change);
 #ifdef __cplusplus
 }
 #endif
+// NOLINTEND(readability-identifier-naming)

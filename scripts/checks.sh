@@ -1,0 +1,108 @@
+# shellcheck shell=bash
+# Checks of the tree that are not programs: each is one function, silent when all is well, and counts
+# as one test. Sourced by test.sh after common.sh. What passed is remembered in build/checks/ by the
+# bytes that it looked at.
+
+checks=$build/checks
+
+# Every source of ours, one a line; arguments are patterns of names.
+source_files() {
+    local pattern names=()
+    for pattern in "$@"; do
+        names+=(-o -name "$pattern")
+    done
+    find core web report file cli shell desktop resources tests bench \
+        -type f \( "${names[@]:1}" \) 2>/dev/null | LC_ALL=C sort
+}
+
+# digest FILE...: of the names and the bytes.
+digest() { sha256sum "$@" | sha256sum | cut -c 1-40; }
+
+# once KEY COMMAND...: runs the command unless it succeeded before under this key.
+once() {
+    local stamp=$checks/$1
+    shift
+    [ -f "$stamp" ] && return
+    "$@" && touch "$stamp"
+}
+
+# ---- Layout of the text -------------------------------------------------------------------------
+
+check_format() {
+    local files
+    mapfile -t files < <(source_files '*.cpp' '*.h')
+    once "format-$(digest .clang-format "${files[@]}")" \
+        clang-format --dry-run -Werror "${files[@]}"
+}
+
+check_includes() { python3 scripts/check_tree.py includes; }
+
+check_own_header_first() { python3 scripts/check_tree.py first; }
+
+# ---- Headers that compile alone -----------------------------------------------------------------
+
+compile_header() {
+    local options=(-std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+        -Wsign-conversion -Werror -I. -x c++ -include "$1" /dev/null)
+    case $1 in
+    shell/* | desktop/* | resources/*)
+        "$mingw-g++-posix" -DUNICODE -D_UNICODE -Idesktop/include \
+            -isystem "$build/scintilla/include" "${options[@]}"
+        ;;
+    *) g++ "${options[@]}" ;;
+    esac
+}
+
+check_headers() {
+    local headers key
+    mapfile -t headers < <(source_files '*.h' | grep -Ev '^(tests|bench)/')
+    key=$(digest "${headers[@]}")
+    once "headers-$key" compile_headers "${headers[@]}"
+}
+
+compile_headers() {
+    export -f compile_header
+    export build mingw
+    printf '%s\n' "$@" | xargs -P "$(nproc)" -I{} bash -c 'compile_header "$1"' - {}
+}
+
+# ---- clang-tidy ---------------------------------------------------------------------------------
+
+# The cross build's sources are read as that compiler would: its target, its headers.
+tidy_options() {
+    case $1 in
+    shell/* | desktop/*)
+        printf '%s\n' -p build/windows --extra-arg=--target=x86_64-w64-windows-gnu
+        "$mingw-g++-posix" -E -x c++ -v /dev/null 2>&1 | sed -n 's/^ \(.*c++.*\)/--extra-arg=-isystem\1/p' |
+            grep -v ' -'
+        ;;
+    *) printf '%s\n' -p build/native ;;
+    esac
+}
+
+tidy_file() {
+    local options output
+    mapfile -t options < <(tidy_options "$1")
+    output=$(clang-tidy --quiet "${options[@]}" "$1" 2>/dev/null) && return
+    printf '%s\n' "$output"
+    return 1
+}
+
+tidy_once() {
+    once "tidy-$(digest .clang-tidy "$1" "$tidy_headers")" tidy_file "$1"
+}
+
+check_tidy() {
+    local folders=(core web report file desktop) sources
+    [ ! -f shell/CMakeLists.txt ] || folders+=(shell)
+    tidy_headers=$checks/all-headers
+    source_files '*.h' | tr '\n' '\0' | xargs -0 cat >"$tidy_headers"
+    mapfile -t sources < <(find "${folders[@]}" -name '*.cpp' | LC_ALL=C sort)
+    export -f tidy_once tidy_file tidy_options once digest
+    export checks build mingw tidy_headers
+    printf '%s\n' "${sources[@]}" | xargs -P "$(nproc)" -I{} bash -c 'tidy_once "$1"' - {}
+}
+
+# ---- The handheld -------------------------------------------------------------------------------
+
+check_imports() { python3 scripts/check_imports.py build/windows; }

@@ -1,0 +1,131 @@
+#!/usr/bin/env bash
+# Builds everything, runs every test and ends with one line: N passed, N failed.
+#
+# ./test.sh            all of it
+# ./test.sh native     the engine and qvx alone, without Windows and Wine
+set -euo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
+. "$root/scripts/checks.sh"
+cd "$root"
+
+passed=0
+failed=0
+results=$build/results
+
+case "$*" in
+"") with_windows=yes ;;
+native) with_windows=no ;;
+*) die "usage: ./test.sh [native]" ;;
+esac
+
+# report NAME PASSED FAILED: adds to the totals.
+report() {
+    passed=$((passed + $2))
+    failed=$((failed + $3))
+    say "$(printf '%-28s %4d passed, %d failed' "$1" "$2" "$3")"
+}
+
+# one NAME COMMAND...: a command that counts as one test; what it says is shown when it fails.
+one() {
+    local name=$1 log=$results/$1.log
+    shift
+    if "$@" >"$log" 2>&1; then
+        report "$name" 1 0
+    else
+        tail -n 40 "$log" >&2
+        report "$name" 0 1
+    fi
+}
+
+# The value of an attribute of a result file's first element that has it, or 0.
+attribute() {
+    local value
+    value=$(grep -o " $1=\"[0-9]*\"" "$2" | head -n 1 | tr -dc 0-9)
+    printf '%s\n' "${value:-0}"
+}
+
+# suite NAME COMMAND...: a test program that writes results/NAME.xml. A program that does not get
+# that far has failed as a whole.
+suite() {
+    local name=$1 xml=$results/$1.xml log=$results/$1.log status=0 tests bad skipped
+    shift
+    rm -f "$xml"
+    timeout 600 "$@" >"$log" 2>&1 || status=$?
+    if [ ! -s "$xml" ]; then
+        tail -n 40 "$log" >&2
+        say "$name did not come to its end (status $status)"
+        report "$name" 0 1
+        return
+    fi
+    tests=$(attribute tests "$xml")
+    bad=$(($(attribute failures "$xml") + $(attribute errors "$xml")))
+    skipped=$(($(attribute skipped "$xml") + $(attribute disabled "$xml")))
+    if [ "$bad" = 0 ] && { [ $status != 0 ] || [ "$tests" = 0 ]; }; then
+        bad=1
+        tests=$((tests + 1))
+    fi
+    [ "$bad" = 0 ] || grep -v -E '^\[ +(OK|RUN) +\]|Passed +[0-9.]+ sec$' "$log" | tail -n 60 >&2
+    report "$name" $((tests - bad - skipped)) "$bad"
+}
+
+run_native() {
+    if build_preset "$1"; then
+        suite "$1" ctest --test-dir "$build/$1" --output-junit "$results/$1.xml" --parallel "$(nproc)" \
+            --output-on-failure --no-tests=error
+    else
+        report "$1" 0 1
+    fi
+}
+
+# A test program under Wine, which writes its results beside itself.
+run_in_wine() {
+    local name=$1 folder=$build/windows/tests/$1 status=0
+    cd "$folder"
+    rm -f results.xml
+    "$wine" "${name}_tests.exe" --gtest_output=xml:results.xml || status=$?
+    [ ! -f results.xml ] || cp results.xml "$results/$name.xml"
+    return $status
+}
+
+# Every folder of tests/ that the Windows build knows, and its scripts (NAME_test.sh), which run
+# the built program as a user does; each of those is one test.
+run_windows() {
+    local folder name script
+    build_scintilla
+    if ! build_preset windows; then
+        report windows 0 1
+        return
+    fi
+    place_scintilla
+    set_up_wine
+    start_display 1024x768
+    export -f run_in_wine
+    export build results wine
+    for folder in tests/desktop tests/shell; do
+        [ -f "$folder/CMakeLists.txt" ] || continue
+        name=$(basename "$folder")
+        suite "$name" bash -c 'run_in_wine "$1"' - "$name"
+        for script in "$folder"/*_test.sh; do
+            [ ! -f "$script" ] || one "$(basename "$script" .sh)" timeout 300 bash "$script"
+        done
+    done
+    one handheld_imports check_imports
+}
+
+install_packages "${packages_native[@]}" "${packages_check[@]}"
+[ $with_windows = no ] || install_packages "${packages_windows[@]}" "${packages_wine[@]}"
+mkdir -p "$results" "$checks"
+
+one format check_format
+one includes check_includes
+one own_header_first check_own_header_first
+run_native native
+run_native sanitize
+if [ $with_windows = yes ]; then
+    run_windows
+    one headers_compile_alone check_headers
+    one clang_tidy check_tidy
+fi
+
+printf '%s passed, %s failed\n' "$passed" "$failed"
+[ "$failed" = 0 ]
