@@ -5,7 +5,7 @@
     make_images.py icon OUTPUT.ico PNG...
 
 The bitmap has 16 colours, because only such a one follows the system's colours on a bar. The icon
-keeps images up to 48 pixels as plain bitmaps with alpha and larger ones as PNG.
+keeps images up to 32 pixels as plain bitmaps with alpha and larger ones as PNG, which is smaller.
 """
 
 import struct
@@ -111,7 +111,7 @@ def make_icon(output, sources):
         with open(source, "rb") as file:
             data = file.read()
         size, rows = read_png(data)
-        images.append((size, data if size > 48 else icon_bitmap(size, rows)))
+        images.append((size, data if size > 32 else icon_bitmap(size, rows)))
     offset = 6 + 16 * len(images)
     with open(output, "wb") as file:
         file.write(struct.pack("<HHH", 0, 1, len(images)))

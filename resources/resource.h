@@ -17,7 +17,8 @@
 #define BAR_IMAGE_WEB 4
 
 // Named resources: the icon and the accelerators are both called "QUORVANE", the dialogs
-// "CELLNAME", "REPLBOX", "NXTBOX", "FONTBOX", "ABOUTBOX" and "ABORTBOX".
+// "CELLNAME", "REPLBOX", "NXTBOX", "FONTBOX", "ABOUTBOX" and "ABORTBOX", the pages of the settings
+// sheet "REPORTPAGE", "OUTPUTPAGE", "LINKSPAGE", "NUMBERSPAGE", "PANEPAGE" and "SEARCHPAGE".
 
 // ---- Commands -----------------------------------------------------------------------------------
 
@@ -78,6 +79,45 @@
 #define CTL_NEXT_CASE 1120
 
 #define CTL_ZOOM_FACTOR 1121
+
+// ---- Controls of the settings sheet; its Search page has those of the Replace dialog ------------
+
+#define CTL_REPORT_FORMATTED 1201
+#define CTL_REPORT_IN_POINTERS 1202
+#define CTL_REPORT_OUT_POINTERS 1203
+#define CTL_REPORT_TRAIL 1204
+#define CTL_REPORT_FORMAT 1205
+#define CTL_REPORT_ALL 1206
+
+#define CTL_OUTPUT_CONSOLE 1211
+#define CTL_OUTPUT_FILE 1212
+#define CTL_OUTPUT_NAME 1213
+#define CTL_OUTPUT_LF 1214
+#define CTL_OUTPUT_CR 1215
+#define CTL_OUTPUT_CRLF 1216
+
+#define CTL_LINKS_RED 1221
+#define CTL_LINKS_GREEN 1222
+#define CTL_LINKS_BLUE 1223
+#define CTL_LINKS_BLACK 1224
+#define CTL_LINKS_SAMPLE_RED 1225  // the samples follow each other, like the colours
+#define CTL_LINKS_SAMPLE_GREEN 1226
+#define CTL_LINKS_SAMPLE_BLUE 1227
+#define CTL_LINKS_SAMPLE_BLACK 1228
+#define CTL_LINKS_CREATE 1229
+#define CTL_LINKS_ASK 1230
+
+#define CTL_NUMBERS_FIXED 1231
+#define CTL_NUMBERS_EXPONENT 1232
+#define CTL_NUMBERS_GENERAL 1233
+#define CTL_NUMBERS_DIGITS 1234
+#define CTL_NUMBERS_DEGREES 1235
+#define CTL_NUMBERS_RADIANS 1236
+
+#define CTL_PANE_FONT 1241
+#define CTL_PANE_SIZE 1242
+#define CTL_PANE_BOLD 1243
+#define CTL_PANE_ITALIC 1244
 
 // ---- Strings ------------------------------------------------------------------------------------
 
