@@ -1,8 +1,34 @@
 // Report output on its way into the console pane.
+#include "shell/console_pane.h"
+
 #include "core/host.h"
 
+#include "shell/pane_wrapping.h"
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
+
+static struct ConsolePane {
+    LRESULT end;        // of the output so far
+    bool behind;        // the caret is not there yet
+    DWORD followed_at;  // tick at which it was brought there last
+} state;
+
+namespace {
+
+// Scrolling makes the pane draw itself, which takes far longer than taking the text in.
+constexpr DWORD k_follow_milliseconds = 100;
+
+}  // namespace
+
+void console_follow_output() {
+    if (!state.behind) {
+        return;
+    }
+    state.behind = false;
+    state.followed_at = GetTickCount();
+    sci(console_pane(), SCI_GOTOPOS, state.end);
+    pane_scroll_to_caret(console_pane());
+}
 
 void console_clear() {
     sci(console_pane(), SCI_CLEARALL);
@@ -21,5 +47,9 @@ void console_insert(uint32_t position, const char *bytes, uint32_t count) {
     sci_text(console, SCI_REPLACETARGET, count, bytes);
     sci(console, SCI_SETUNDOCOLLECTION, 1);
     sci(console, SCI_EMPTYUNDOBUFFER);
-    sci(console, SCI_GOTOPOS, at + count);
+    state.end = at + count;
+    state.behind = true;
+    if (GetTickCount() - state.followed_at > k_follow_milliseconds) {
+        console_follow_output();
+    }
 }

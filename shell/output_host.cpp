@@ -4,6 +4,7 @@
 #include "core/host.h"
 #include "report/output.h"
 #include "resources/resource.h"
+#include "shell/console_pane.h"
 #include "shell/dialogs.h"
 #include "shell/main_window.h"
 #include "shell/message_loop.h"
@@ -110,6 +111,7 @@ void pump_messages() {
 // The report is still on the stack: whatever ends the program waits in the queue until it is gone.
 void output_ended() {
     host.under_way = false;
+    console_follow_output();
     take_box_away();
     if (host.quit_pending) {
         host.quit_pending = false;

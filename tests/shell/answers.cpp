@@ -1,0 +1,102 @@
+#include "tests/shell/answers.h"
+
+#include "shell/text_conversion.h"
+
+#include <deque>
+
+namespace {
+
+struct Answer {
+    std::string text;
+    std::function<void(HWND)> act;
+};
+
+std::deque<Answer> answers;
+std::string unexpected;
+UINT_PTR timer;
+HWND answered;  // it may take a while to go
+
+std::string texts_of(HWND dialog) {
+    static wchar_t text[512];
+    GetWindowTextW(dialog, text, 512);
+    std::string all = to_8bit(text);
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        GetWindowTextW(child, text, 512);
+        all += "|";
+        all += to_8bit(text);
+    }
+    return all;
+}
+
+BOOL CALLBACK find_dialog(HWND window, LPARAM found) {
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    if (lstrcmpW(name, L"#32770") == 0 && IsWindowVisible(window)) {
+        *reinterpret_cast<HWND *>(found) = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+// Runs from the dialog's own message loop.
+void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
+    if (!IsWindow(answered)) {
+        answered = nullptr;
+    }
+    HWND dialog = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), find_dialog, reinterpret_cast<LPARAM>(&dialog));
+    if (!dialog || dialog == answered) {
+        return;
+    }
+    answered = dialog;
+    const std::string texts = texts_of(dialog);
+    if (answers.empty() || texts.find(answers.front().text) == std::string::npos) {
+        unexpected += texts + "\n";
+        press_button(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDOK);
+        return;
+    }
+    const Answer next = answers.front();
+    answers.pop_front();
+    next.act(dialog);
+}
+
+}  // namespace
+
+void answer(const std::string &text, int button) {
+    answer_with(text, [button](HWND dialog) { press_button(dialog, button); });
+}
+
+void answer_with(const std::string &text, std::function<void(HWND)> act) {
+    answers.push_back({text, std::move(act)});
+}
+
+bool all_asked() {
+    const bool all = answers.empty();
+    answers.clear();
+    return all;
+}
+
+// A real press of the button, from within the dialog's message loop.
+void press_button(HWND dialog, int button) {
+    HWND control = GetDlgItem(dialog, button);
+    if (control) {
+        PostMessageW(control, BM_CLICK, 0, 0);
+    } else {
+        PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    }
+}
+
+std::string unexpected_dialogs() {
+    return unexpected;
+}
+
+void answers_begin() {
+    answers.clear();
+    unexpected.clear();
+    answered = nullptr;
+    timer = SetTimer(nullptr, 0, 10, look);
+}
+
+void answers_end() {
+    KillTimer(nullptr, timer);
+}

@@ -1,0 +1,26 @@
+// Dialogs answered by a script: each answer waits for the next dialog or message box to open,
+// checks that it is the one expected, and answers it.
+#pragma once
+
+#include "shell/platform.h"
+
+#include <functional>
+#include <string>
+
+// Presses the button when a box opens that has this text in its caption or in a static control.
+void answer(const std::string &text, int button);
+
+// Does something with the dialog that opens next; `act` must end it or press a button.
+void answer_with(const std::string &text, std::function<void(HWND dialog)> act);
+
+// True when every answer was asked for. Forgets those that were not.
+bool all_asked();
+
+// Presses a button of a dialog.
+void press_button(HWND dialog, int button);
+
+// What dialogs were open that no answer was waiting for: they were cancelled.
+std::string unexpected_dialogs();
+
+void answers_begin();
+void answers_end();

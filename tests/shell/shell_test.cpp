@@ -1,0 +1,244 @@
+#include "tests/shell/shell_test.h"
+
+#include "core/host.h"
+#include "core/recovery.h"
+#include "core/text.h"
+#include "desktop/frame.h"
+#include "report/output.h"
+#include "shell/cellname_box.h"
+#include "shell/main_window.h"
+#include "shell/message_loop.h"
+#include "shell/scintilla.h"
+#include "shell/status_line.h"
+#include "shell/text_conversion.h"
+#include "shell/text_pane.h"
+#include "tests/shell/answers.h"
+#include "web/cells.h"
+#include "web/trail.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr int k_still_running = -99;
+constexpr DWORD k_patience = 5000;  // milliseconds
+
+int exit_status = k_still_running;
+
+std::string wide_text(HWND window) {
+    static wchar_t text[4096];
+    GetWindowTextW(window, text, 4096);
+    return to_8bit(text);
+}
+
+void post_press(HWND pane, LRESULT position) {
+    const LRESULT x = sci(pane, SCI_POINTXFROMPOSITION, 0, position);
+    const LRESULT y = sci(pane, SCI_POINTYFROMPOSITION, 0, position);
+    // Within the character, away from the edge between two.
+    const LPARAM point = MAKELPARAM(x + 2, y + 4);
+    PostMessageW(pane, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(pane, WM_LBUTTONUP, 0, point);
+}
+
+}  // namespace
+
+// The program would be gone: the operation in hand ends here.
+void end_program(int status) {
+    exit_status = status;
+    recovery_jump();
+}
+
+void ShellTest::SetUp() {
+    exit_status = k_still_running;
+    answers_begin();
+}
+
+void ShellTest::TearDown() {
+    EXPECT_TRUE(all_asked()) << "a dialog that was expected did not open";
+    EXPECT_EQ(unexpected_dialogs(), "");
+    answers_end();
+    set_web_changed(false);
+    if (IsWindow(main_window())) {
+        DestroyWindow(main_window());
+    }
+    int code = 0;
+    while (message_loop_round(&code)) {
+    }
+    UnregisterClassW(L"Quorvane", GetModuleHandleW(nullptr));
+}
+
+void ShellTest::start() {
+    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), L"", SW_SHOWNORMAL), 0);
+    ASSERT_TRUE(run_until([] { return item_count() > 0; }));
+    run();
+}
+
+void ShellTest::start(const std::string &web) {
+    path = "test.qvx";
+    write_file(path, web);
+    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), to_utf16(path.c_str()), SW_SHOWNORMAL), 0);
+    ASSERT_TRUE(run_until([] { return item_count() > 0; }));
+    run();
+}
+
+bool run_until(const std::function<bool()> &done) {
+    const DWORD start = GetTickCount();
+    int code = 0;
+    while (!done()) {
+        if (GetTickCount() - start > k_patience || !message_loop_round(&code)) {
+            return done();
+        }
+        if (!done()) {
+            desktop_idle();
+        }
+    }
+    return true;
+}
+
+void run() {
+    int code = 0;
+    message_loop_round(&code);
+}
+
+testing::AssertionResult status_becomes(const std::string &text) {
+    if (run_until([&] { return status_text() == text; })) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "the status line says " << status_text();
+}
+
+void command(WORD id) {
+    SendMessageW(main_window(), WM_COMMAND, id, 0);
+    run();
+}
+
+void press(HWND window, WPARAM key) {
+    PostMessageW(window, WM_KEYDOWN, key, 0);
+    PostMessageW(window, WM_KEYUP, key, 0);
+    run();
+}
+
+void type(HWND window, const std::string &text) {
+    for (const char c : text) {
+        PostMessageW(window, WM_CHAR, static_cast<WPARAM>(c), 0);
+    }
+    run();
+}
+
+void click(HWND pane, LRESULT position) {
+    post_press(pane, position);
+    run();
+}
+
+void double_click(HWND pane, LRESULT position) {
+    post_press(pane, position);
+    post_press(pane, position);
+    run();
+}
+
+void show_tab(int tab) {
+    HWND tabs = pane_window(k_pane_tabs);
+    SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(tab), 0);
+    NMHDR header = {tabs, static_cast<UINT_PTR>(GetDlgCtrlID(tabs)), TCN_SELCHANGE};
+    SendMessageW(main_window(), WM_NOTIFY, header.idFrom, as_lparam(&header));
+    run();
+}
+
+void select(HWND pane, LRESULT start, LRESULT end) {
+    sci(pane, SCI_SETSEL, start, end);
+}
+
+std::string text_of(HWND window) {
+    return wide_text(window);
+}
+
+std::string pane_text(HWND pane) {
+    const LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
+    std::string text(static_cast<size_t>(length) + 1, '\0');
+    sci_text(pane, SCI_GETTEXT, length + 1, text.data());
+    text.resize(static_cast<size_t>(length));
+    return text;
+}
+
+std::string box_text() {
+    return wide_text(cellname_edit());
+}
+
+std::string status_text() {
+    return wide_text(status_line());
+}
+
+std::string selected_item() {
+    HWND list = pane_window(k_pane_list);
+    static wchar_t text[256];
+    text[0] = 0;
+    TVITEMW item = {};
+    item.mask = TVIF_TEXT;
+    item.hItem = reinterpret_cast<HTREEITEM>(SendMessageW(list, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    item.pszText = text;
+    item.cchTextMax = 256;
+    SendMessageW(list, TVM_GETITEMW, 0, as_lparam(&item));
+    return to_8bit(text);
+}
+
+int item_count() {
+    return static_cast<int>(SendMessageW(pane_window(k_pane_list), TVM_GETCOUNT, 0, 0));
+}
+
+int style_at(HWND pane, LRESULT position) {
+    UpdateWindow(pane);
+    return static_cast<int>(sci(pane, SCI_GETSTYLEAT, position));
+}
+
+RECT place_of(HWND window) {
+    RECT rect;
+    GetWindowRect(window, &rect);
+    MapWindowPoints(nullptr, main_window(), reinterpret_cast<POINT *>(&rect), 2);
+    return rect;
+}
+
+bool has_focus(HWND window) {
+    return GetFocus() == window;
+}
+
+std::string cell_of(const std::string &name, const std::string &text) {
+    return "\n<cell>\n<cname>" + name + "</cname>\n<text>" + text + "</text></cell>";
+}
+
+std::string web_of(const std::string &home_text, const std::string &more_cells) {
+    return cell_of("home", home_text) + more_cells + "</eof>";
+}
+
+std::string current_name() {
+    return cell_name_string(current_cell());
+}
+
+std::string stored_text(const char *name) {
+    std::string text(text_size(cell_text(cell_lookup(name))), '\0');
+    text_copy_out(text.data(), cell_text(cell_lookup(name)), static_cast<uint32_t>(text.size()));
+    return text;
+}
+
+std::string file_bytes(const std::string &file_path) {
+    std::string bytes;
+    FILE *file = fopen(file_path.c_str(), "rb");
+    if (file == nullptr) {
+        return bytes;
+    }
+    for (int c = getc(file); c != EOF; c = getc(file)) {
+        bytes.push_back(static_cast<char>(c));
+    }
+    fclose(file);
+    return bytes;
+}
+
+void write_file(const std::string &file_path, const std::string &bytes) {
+    FILE *file = fopen(file_path.c_str(), "wb");
+    ASSERT_TRUE(file);
+    fwrite(bytes.data(), 1, bytes.size(), file);
+    fclose(file);
+}
+
+int ended_with() {
+    return exit_status;
+}

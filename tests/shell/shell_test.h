@@ -1,0 +1,76 @@
+// The program under test: its real main window, with everything but the entry point, driven by
+// messages as the system sends them.
+#pragma once
+
+#include "shell/platform.h"
+#include "shell/views.h"
+
+#include <functional>
+#include <string>
+
+#include <gtest/gtest.h>
+
+struct ShellTest : testing::Test {
+    std::string path;  // of the web that the program was started with
+
+    void SetUp() override;
+    void TearDown() override;
+
+    // Starts the program on a new web, or on a file of these bytes.
+    void start();
+    void start(const std::string &web);
+};
+
+// Handles messages as the program does until `done`, five seconds at most; says which.
+bool run_until(const std::function<bool()> &done);
+
+// Handles what is waiting.
+void run();
+
+// Waits until the status line says exactly this.
+testing::AssertionResult status_becomes(const std::string &text);
+
+// ---- What the user does -------------------------------------------------------------------------
+
+void command(WORD id);
+void press(HWND window, WPARAM key);
+void type(HWND window, const std::string &text);
+
+// Presses the left button at a position of a text pane, and lets it go.
+void click(HWND pane, LRESULT position);
+void double_click(HWND pane, LRESULT position);
+
+void show_tab(int tab);
+
+// Selects a range of a pane.
+void select(HWND pane, LRESULT start, LRESULT end);
+
+// ---- What the user sees -------------------------------------------------------------------------
+
+std::string text_of(HWND window);  // of any control
+std::string pane_text(HWND pane);
+std::string box_text();
+std::string status_text();
+std::string selected_item();  // of the cell list
+int item_count();
+
+// Style of the byte at a position, styled first.
+int style_at(HWND pane, LRESULT position);
+
+RECT place_of(HWND window);  // in the main window
+bool has_focus(HWND window);
+
+// ---- The web and its file -----------------------------------------------------------------------
+
+// A web file's bytes with these cells, after home.
+std::string web_of(const std::string &home_text, const std::string &more_cells = "");
+std::string cell_of(const std::string &name, const std::string &text);
+
+std::string current_name();
+std::string stored_text(const char *name);
+
+std::string file_bytes(const std::string &path);
+void write_file(const std::string &path, const std::string &bytes);
+
+// Exit status that the program wanted to end with since the start; -99: it did not.
+int ended_with();
