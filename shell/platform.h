@@ -12,6 +12,11 @@ inline WNDPROC subclass_window(HWND window, WNDPROC procedure) {
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)));
 }
 
+// The answer of a dialog procedure to a message whose answer is not its result.
+inline void set_dialog_answer(HWND dialog, LONG_PTR answer) {
+    SetWindowLongPtrW(dialog, DWLP_MSGRESULT, answer);
+}
+
 // A pointer as a message parameter.
 inline LPARAM as_lparam(const void *p) {
     return reinterpret_cast<LPARAM>(p);

@@ -49,15 +49,23 @@ bool is_combo_box(HWND control) {
     return lstrcmpiW(kind, L"COMBOBOX") == 0;
 }
 
-// The field's entry becomes the selected one in a drop-down list.
+// A list gets an entry for a value that it lacks.
+void select_entry(HWND list, const wchar_t *text) {
+    constexpr WPARAM k_from_start = static_cast<WPARAM>(-1);
+    LRESULT entry = SendMessageW(list, CB_FINDSTRINGEXACT, k_from_start, as_lparam(text));
+    if (entry == CB_ERR && *text != 0) {
+        entry = SendMessageW(list, CB_ADDSTRING, 0, as_lparam(text));
+    }
+    SendMessageW(list, CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+}
+
 void fill_text(HWND control, const char *text) {
     make_shown(text);
     if (is_combo_box(control)) {
-        SendMessageW(control, CB_LIMITTEXT, k_entry_max, 0);
-        SendMessageW(control, CB_SELECTSTRING, static_cast<WPARAM>(-1), as_lparam(pages.shown));
-    } else {
-        SendMessageW(control, EM_LIMITTEXT, k_entry_max, 0);
+        select_entry(control, pages.shown);
+        return;
     }
+    SendMessageW(control, EM_LIMITTEXT, k_entry_max, 0);
     SetWindowTextW(control, pages.shown);
 }
 

@@ -43,14 +43,14 @@ struct NumberRow {
 
 struct SettingsPage {
     const wchar_t *name;  // of the template
-    std::span<const ChoiceRow> choices;
-    std::span<const CheckRow> checks;
-    std::span<const TextRow> texts;
-    std::span<const NumberRow> numbers;
+    std::span<const ChoiceRow> choices = {};
+    std::span<const CheckRow> checks = {};
+    std::span<const TextRow> texts = {};
+    std::span<const NumberRow> numbers = {};
     // Prepares what the tables do not cover; may be null.
-    void (*prepare)(HWND page);
+    void (*prepare)(HWND page) = nullptr;
     // Answers a message that the tables do not cover; may be null.
-    INT_PTR (*handle)(HWND page, UINT message, WPARAM wparam, LPARAM lparam);
+    INT_PTR (*handle)(HWND page, UINT message, WPARAM wparam, LPARAM lparam) = nullptr;
 };
 
 // An entry that is not allowed.

@@ -5,6 +5,10 @@
 #include "shell/fonts.h"
 #include "shell/pane_styles.h"
 
+static struct LinksPage {
+    HFONT sample_font;  // kept for the next time
+} links_page;
+
 namespace {
 
 const ChoiceRow k_choices[] = {
@@ -23,15 +27,13 @@ const CheckRow k_checks[] = {
 constexpr int k_first_sample = CTL_LINKS_SAMPLE_RED;
 constexpr int k_last_sample = CTL_LINKS_SAMPLE_BLACK;
 
-HFONT sample_font() {
-    static HFONT font = make_font(L"Tahoma", 80, true, true);
-    return font;
-}
-
 void prepare(HWND page) {
+    if (links_page.sample_font == nullptr) {
+        links_page.sample_font = make_font(L"Tahoma", 80, true, true);
+    }
     for (int sample = k_first_sample; sample <= k_last_sample; ++sample) {
-        SendDlgItemMessageW(page, sample, WM_SETFONT, reinterpret_cast<WPARAM>(sample_font()),
-                            FALSE);
+        SendDlgItemMessageW(page, sample, WM_SETFONT,
+                            reinterpret_cast<WPARAM>(links_page.sample_font), FALSE);
     }
 }
 

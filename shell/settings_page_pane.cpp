@@ -25,7 +25,8 @@ const wchar_t *const k_usual_sizes[] = {L"7",  L"8",  L"9",  L"10", L"11",
                                         L"12", L"14", L"16", L"18", L"24"};
 
 void add_entry(HWND list, const wchar_t *text) {
-    if (SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), as_lparam(text)) == CB_ERR) {
+    if (SendMessageW(list, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), as_lparam(text)) ==
+        CB_ERR) {
         SendMessageW(list, CB_ADDSTRING, 0, as_lparam(text));
     }
 }
