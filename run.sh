@@ -27,7 +27,7 @@ find_file() {
 
 show_report() {
     install_packages "${packages_native[@]}"
-    build_preset native || exit 1
+    build_preset native qvx || exit 1
     (cd "$folder" && "$build/native/cli/qvx" report "$name")
 }
 
@@ -54,7 +54,7 @@ take_screenshot() {
     local size=${QUORVANE_SCREEN:-360x560}
     start_display "$((${size%x*} + 60))x$((${size#*x} + 60))"
     rm -f "$build/screenshot.png"
-    (cd "$folder" && wine_desktop Quorvane "$((${size%x*} + 60))x$((${size#*x} + 60))" \
+    (cd "$folder" && wine_desktop screen "$((${size%x*} + 60))x$((${size#*x} + 60))" \
         "$program" "$name") >"$build/run.log" 2>&1 &
     wait_until 60 find_window || die "The window did not appear (see build/run.log)."
     wait_until 30 picture_is_settled || say "The window is still changing."
@@ -70,7 +70,7 @@ fi
 cd "$root"
 install_packages "${packages_native[@]}" "${packages_windows[@]}" "${packages_wine[@]}"
 build_scintilla
-build_preset windows || exit 1
+build_preset windows Quorvane || exit 1
 place_scintilla
 set_up_wine
 program=$(find_program Quorvane.exe)

@@ -52,13 +52,14 @@ install_packages() {
     }
 }
 
-# build_preset PRESET: configures once, then builds what changed. False when that fails.
+# build_preset PRESET [TARGET]: configures once, then builds what changed. False when that fails.
 build_preset() {
-    local preset=$1 log=$build/$1.log
+    local preset=$1 log=$build/$1.log target=()
+    [ $# = 1 ] || target=(--target "$2")
     mkdir -p "$build"
     {
         { [ -f "$build/$preset/build.ninja" ] || cmake --preset "$preset"; } &&
-            cmake --build --preset "$preset" --parallel "${QUORVANE_JOBS:-$(nproc)}"
+            cmake --build --preset "$preset" --parallel "${QUORVANE_JOBS:-$(nproc)}" "${target[@]}"
     } >"$log" 2>&1 || {
         tail -n 60 "$log" >&2
         say "The $preset build failed (see build/$preset.log)."
