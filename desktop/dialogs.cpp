@@ -12,6 +12,8 @@ constexpr int k_gap = 6;
 constexpr int k_button_width = 50;
 constexpr int k_button_height = 14;
 
+constexpr long k_narrowest = 240;  // pixels: the handheld's screen
+
 struct Layout {
     HWND lowest_button;  // the push button furthest down, or null
     RECT button;         // its place
@@ -128,6 +130,47 @@ void centre(HWND dialog) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void resize_by(HWND window, long growth) {
+    RECT rect;
+    GetWindowRect(window, &rect);
+    SetWindowPos(window, nullptr, 0, 0, rect.right - rect.left + growth, rect.bottom - rect.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void move_by(HWND dialog, HWND control, long way) {
+    const RECT rect = place_in(dialog, control);
+    SetWindowPos(control, nullptr, rect.left + way, rect.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The system has a least width for property sheets, which is wider than the handheld's screen.
+// Where the sheet is wider than its owner its tabs give the rest back; pages take their room from
+// them.
+void narrow_sheet(HWND sheet) {
+    HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETTABCONTROL, 0, 0));
+    HWND owner = GetWindow(sheet, GW_OWNER);
+    if (!tabs || !owner) {
+        return;
+    }
+    RECT room;
+    RECT rect;
+    GetClientRect(owner, &room);
+    GetWindowRect(sheet, &rect);
+    const long excess = rect.right - rect.left - std::max(room.right, k_narrowest);
+    if (excess <= 0) {
+        return;
+    }
+    HWND page = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
+    for (HWND child = GetWindow(sheet, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (child == tabs || child == page) {
+            resize_by(child, -excess);
+        } else {
+            move_by(sheet, child, -excess);
+        }
+    }
+    resize_by(sheet, -excess);
+}
+
 }  // namespace
 
 BOOL WINAPI SHInitDialog(SHINITDLGINFO *info) {
@@ -145,6 +188,7 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO *info) {
         add_ok_button(dialog);
     }
     if (info->dwFlags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN)) {
+        narrow_sheet(dialog);
         centre(dialog);
     }
     return TRUE;

@@ -52,8 +52,8 @@ typedef struct SHINITDLGINFO {
 
 // For WM_INITDIALOG. The handheld puts a dialog on the whole screen and OK into its title bar; here
 // a dialog keeps its template's size, is centred over its owner, and with SHIDIF_DONEBUTTON gets an
-// OK button unless the template has that or another default button. Child windows are left as they
-// are.
+// OK button unless the template has that or another default button. A property sheet is made no
+// wider than its owner. Child windows are left as they are.
 BOOL WINAPI SHInitDialog(SHINITDLGINFO *info);
 
 // ---- The menu bar -------------------------------------------------------------------------------
