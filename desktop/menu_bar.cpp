@@ -324,16 +324,11 @@ void menu_bar_item_selected(WPARAM wparam, LPARAM lparam) {
     menu_bar.in_submenu = reinterpret_cast<HMENU>(lparam) != popup_of(menu_bar.open);
 }
 
-bool menu_bar_open_by_key(wchar_t letter) {
+bool menu_bar_open_first() {
     for (int index = 0; index < menu_bar.count; ++index) {
         if (popup_of(index)) {
-            wchar_t text[64] = L"";
-            GetMenuStringW(menu_bar.menu, menu_bar.popups[index], text, 64, MF_BYPOSITION);
-            CharLowerW(text);
-            if (letter == 0 || text[0] == letter) {
-                run_menus(index);
-                return true;
-            }
+            run_menus(index);
+            return true;
         }
     }
     return false;

@@ -20,5 +20,5 @@ bool menu_bar_notify(const NMHDR *header, LRESULT *result);
 // For WM_MENUSELECT.
 void menu_bar_item_selected(WPARAM wparam, LPARAM lparam);
 
-// Opens the first pop-up, or with a letter the one whose text begins with it. False: no such one.
-bool menu_bar_open_by_key(wchar_t letter);
+// Opens the first pop-up. False when there is none.
+bool menu_bar_open_first();

@@ -26,6 +26,7 @@ struct MainWindow {
     WNDPROC program;  // the program's own window procedure
     SIZE size;        // client area before the window was minimised
     bool placing;     // the first size is being set; the program has no controls yet
+    bool alt_used;    // the Alt key held down has been part of an accelerator
     bool shown;       // from now on the size is the user's and the program's business
     wchar_t directory[MAX_PATH];
     wchar_t dropped[k_drop_path_max];
@@ -83,6 +84,21 @@ void send_quit(HWND window) {
     SendMessageW(window, WM_COMMAND, CMD_QUIT, 0);
 }
 
+// For Alt or F10 alone. Alt let go after Alt+Left is another matter, but the system cannot always
+// tell the two apart.
+bool on_menu_key() {
+    const bool used = main_window.alt_used;
+    main_window.alt_used = false;
+    return used || menu_bar_open_first();
+}
+
+void on_command(WPARAM wparam) {
+    constexpr WORD k_from_accelerator = 1;
+    if (HIWORD(wparam) == k_from_accelerator && GetKeyState(VK_MENU) < 0) {
+        main_window.alt_used = true;
+    }
+}
+
 bool on_system_command(HWND window, WPARAM wparam, LPARAM lparam) {
     switch (wparam & 0xFFF0) {
     case SC_CLOSE:
@@ -91,7 +107,7 @@ bool on_system_command(HWND window, WPARAM wparam, LPARAM lparam) {
         }
         return true;
     case SC_KEYMENU:
-        return menu_bar_open_by_key(static_cast<wchar_t>(lparam));
+        return lparam == 0 && on_menu_key();
     default:
         return false;
     }
@@ -187,6 +203,9 @@ void observe(UINT message, WPARAM wparam, LPARAM lparam) {
             on_child_created(reinterpret_cast<HWND>(lparam));
         }
         break;
+    case WM_COMMAND:
+        on_command(wparam);
+        break;
     case WM_MENUSELECT:
         menu_bar_item_selected(wparam, lparam);
         break;
@@ -266,5 +285,6 @@ bool window_open_later(const wchar_t *path) {
 }
 
 void desktop_idle() {
+    main_window.alt_used = main_window.alt_used && GetKeyState(VK_MENU) < 0;
     MsgWaitForMultipleObjectsEx(0, nullptr, 15, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
