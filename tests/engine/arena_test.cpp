@@ -101,11 +101,11 @@ TEST_F(Arena, SayingOkSavesAndEnds) {
 // brought the offer up: the text must be there once, and all of it.
 TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
     std::vector<BlockHandle> blocks = leave_free_blocks(k_low_block_count);
-    for (uint32_t size : {90 * k_text_block_chars, 95 * k_text_block_chars}) {
+    for (uint32_t size : {90 * k_text_block_chars, 98 * k_text_block_chars}) {
         type_text(std::string(size, 'x'));
         host().ok_cancel = {false, false, true};
         host().save_changes = {true};
-        if (size < 95 * k_text_block_chars) {
+        if (size < 98 * k_text_block_chars) {
             host().ok_cancel = {true};
         }
         ASSERT_TRUE(run_command([] { store_text_pane(1); }));
@@ -113,6 +113,14 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
         EXPECT_EQ(blocks_free(), k_low_block_count - size / k_text_block_chars - 1);
         EXPECT_TRUE(host().ok_cancel.empty() && host().save_changes.empty());
     }
+    block_free(cell_first_aux(index_root()));
+    cell_set_first_aux(index_root(), 0);
+    set_web_changed(true);
+    host().ok_cancel = {true};
+    host().save_changes = {true};
+    uint16_t before = blocks_free();
+    ASSERT_TRUE(run_command([] { store_text_pane(1); }));
+    EXPECT_EQ(blocks_free(), before - 1) << "one view state";
     give_back(blocks);
 }
 

@@ -40,13 +40,18 @@ std::string described(const Use &use) {
     return use.what + name;
 }
 
+// Called for every block, so that a sentence is only made when one is needed.
+std::string block_name(BlockHandle h) {
+    return "block " + std::to_string(h);
+}
+
 bool claim(BlockHandle h, const char *what, CellHandle node) {
-    std::string block = "block " + std::to_string(h);
     if (h == 0 || h > k_block_count) {
-        return fail(block + " does not exist but is " + described({what, node}));
+        return fail(block_name(h) + " does not exist but is " + described({what, node}));
     }
     if (check.uses[h].what != nullptr) {
-        return fail(block + " is " + described({what, node}) + " and " + described(check.uses[h]));
+        return fail(block_name(h) + " is " + described({what, node}) + " and " +
+                    described(check.uses[h]));
     }
     check.uses[h] = {what, node};
     return true;
@@ -57,7 +62,7 @@ bool claim_typed(BlockHandle h, uint8_t type, const char *what, CellHandle node)
         return false;
     }
     return block_ptr(h)[k_block_type_at] == type ||
-           fail("block " + std::to_string(h) + ", " + described({what, node}) + ", has type " +
+           fail(block_name(h) + ", " + described({what, node}) + ", has type " +
                 std::to_string(block_ptr(h)[k_block_type_at]));
 }
 
@@ -67,7 +72,7 @@ bool claim_text(BlockHandle h, const char *what, CellHandle node) {
             return false;
         }
         if (block_used(h) > k_text_block_chars) {
-            return fail("block " + std::to_string(h) + " has more characters than room");
+            return fail(block_name(h) + " has more characters than room");
         }
     }
     return true;

@@ -84,6 +84,7 @@ TEST_F(Links, FillBlocksOfEight) {
         links_build(cell);
         EXPECT_EQ(blocks_in_use() - before, row.names == 0 ? 0 : row.blocks);
         EXPECT_EQ(targets(cell), Names(static_cast<size_t>(row.names), "t"));
+        EXPECT_EQ(check_engine(), "");
         links_build(cell);
         EXPECT_EQ(blocks_in_use() - before, row.names == 0 ? 0 : row.blocks) << "built twice";
         links_drop(cell);

@@ -79,7 +79,8 @@ TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
         EXPECT_EQ(blocks_free(), 3 - (n == 0 ? 0 : n / 36 + 1));
     }
     EXPECT_FALSE(cell_text_fits(home, 108));
-    EXPECT_FALSE(run_command([] { cell_replace_text(index_root(), letters(108).data(), 108); }));
+    const std::string longer = letters(108);
+    EXPECT_FALSE(run_command([&] { cell_replace_text(index_root(), longer.data(), 108); }));
     EXPECT_EQ(text_of("home"), letters(107));
     give_back(blocks);
 }
@@ -150,6 +151,15 @@ TEST_F(Text, Order) {
             }
         }
     }
+}
+
+TEST_F(Text, BytesFrom0x80UpCompareAsNegativeOnes) {
+    BlockHandle text = text_from_cstring("\x80");
+    EXPECT_EQ(text_compare_cstring(text, "a"), 0xFF80 - 'A');
+    EXPECT_EQ(text_compare_cstring(text, "\xFF"), 0xFF80 - 0xFFFF);
+    EXPECT_EQ(fold_char(0xE4), 0xE4);
+    EXPECT_EQ(fold_char('_' + 0x100), ' ');
+    chain_free(text);
 }
 
 TEST_F(Text, ComparisonSeesTheTextAndNotItsBlocks) {
