@@ -127,9 +127,17 @@ void output_ended();
 // Returns the open file, or null. The caller closes it.
 FILE *file_open(const char *path, const char *mode);
 
-// Both return 0, or -1 when the system refuses.
+// Both return 0, or -1 when the system refuses. Renaming replaces a file that is at `to`.
 int file_rename(const char *from, const char *to);
 int file_remove(const char *path);
+
+// What is at a path: nothing, a file of its own, a file that is reached through a link or has other
+// names too, or something else (a device, a folder).
+enum class FileKind : uint8_t { missing, plain, linked, other };
+FileKind file_kind(const char *path);
+
+// Gives the file at `to` the permissions of the one at `from`, where the platform has such.
+void file_copy_attributes(const char *from, const char *to);
 
 // The mode in which a web is opened for reading: "r+b" where the program will write to it again,
 // so that a file which could not be saved is refused at once.

@@ -5,6 +5,7 @@
 #include "core/host.h"
 #include "core/recovery.h"
 #include "core/strings.h"
+#include "file/safe_save.h"
 #include "file/web_reader.h"
 #include "file/web_writer.h"
 #include "report/output.h"
@@ -26,9 +27,10 @@ static struct Document {
     char save_path[k_path_max + 1];
     char open_path[k_path_max + 1];
     char name[k_path_max + 1];  // the result of doc_display_name()
-    char question[k_path_max + 32];
+    char question[k_path_max + 64];
     char title[k_title_name_max * k_character_max + 32];
-    FILE *file;  // open only while a web is read or written
+    FILE *file;      // open only while a web is read or written
+    bool keep_copy;  // the file at the save path could not be read whole
 } document;
 
 // Copies at most k_path_max characters.
@@ -69,6 +71,7 @@ void adopt_path(const char *path) {
 
 void forget_file() {
     close_file();
+    document.keep_copy = false;
     document.current_path[0] = 0;
     document.display_name[0] = 0;
     document.save_path[0] = 0;
@@ -76,16 +79,18 @@ void forget_file() {
     set_web_changed(false);
 }
 
+// What could not be read whole stays beside the first save over it.
 int save_to_path() {
-    document.file = file_open(document.save_path, "w+b");
+    document.file = safe_save_open(document.save_path);
     if (document.file == nullptr) {
         return report_error(k_cannot_open_web);
     }
     int code = web_write(document.file);
     FILE *file = document.file;
     document.file = nullptr;
-    if (fclose(file) != 0 && code == 0) {
-        code = report_error(k_cannot_write_web);
+    code = safe_save_close(file, code, document.keep_copy);
+    if (code == 0) {
+        document.keep_copy = false;
     }
     set_web_changed(false);
     return code;
@@ -98,13 +103,29 @@ int save_under_new_path() {
         return k_cancelled;
     }
     adopt_path(document.open_path);
+    document.keep_copy = false;
     int code = save_to_path();
     show_status_message(code == 0 ? "Saved" : "Not Saved");
     return code;
 }
 
 void read_file(void *) {
-    web_read(document.file);
+    int code = web_read(document.file);
+    document.keep_copy = code < 0 || web_read_was_cut();
+}
+
+// Opens the file that the user means by document.open_path: its copy, when the last save was cut
+// short and the user wants that.
+FILE *open_for_reading() {
+    if (copy_is_better(document.open_path)) {
+        strcpy(document.question, "The last save of ");
+        strcat(document.question, doc_display_name(document.open_path));
+        strcat(document.question, " was cut short. Open the copy from before?");
+        if (ask_yes_no(document.question, k_product_name)) {
+            return file_open(copy_path_of(document.open_path), "rb");
+        }
+    }
+    return file_open(document.open_path, file_read_mode());
 }
 
 // A web that does not fit is given back whole; the user is left with a new one.
@@ -214,7 +235,7 @@ int doc_open(const char *path) {
     if (code != 0) {
         return code;
     }
-    document.file = file_open(document.open_path, file_read_mode());
+    document.file = open_for_reading();
     if (document.file == nullptr) {
         return report_error(k_cannot_open_web);
     }

@@ -31,9 +31,24 @@ FILE *file_open(const char *path, const char *mode) {
 
 int file_rename(const char *from, const char *to) {
     utf16_copy(files.other_path, 1024, to);
+    DeleteFileW(files.other_path);
     return MoveFileW(wide_path(from), files.other_path) ? 0 : -1;
 }
 
 int file_remove(const char *path) {
     return DeleteFileW(wide_path(path)) ? 0 : -1;
 }
+
+FileKind file_kind(const char *path) {
+    DWORD attributes = GetFileAttributesW(wide_path(path));
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return FileKind::missing;
+    }
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return FileKind::other;
+    }
+    return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? FileKind::linked : FileKind::plain;
+}
+
+// A new file takes its permissions from its folder.
+void file_copy_attributes(const char *, const char *) {}
