@@ -119,6 +119,11 @@ TEST_F(QvxReports, CheckFindsWithLineNumbers) {
 
 TEST_F(QvxReports, CheckStatuses) {
     EXPECT_EQ(run_qvx({"check", "w.qvx"}).status, 0);
+    write_file("w.qvx~", "from before");
+    const Outcome leftover = run_qvx({"check", "w.qvx"});
+    EXPECT_EQ(leftover.status, 1);
+    EXPECT_NE(leftover.out.find("the version before it is in \"w.qvx~\""), std::string::npos);
+    std::remove("w.qvx~");
     const Outcome refused = run_qvx({"check", "-"}, "<cname>ok</cname>\n<cname>9</cname>");
     EXPECT_EQ(refused.status, 1);
     EXPECT_NE(refused.out.find("-:2: \"9\" is no cellname"), std::string::npos);
