@@ -111,7 +111,7 @@ void pump_messages() {
 // The report is still on the stack: whatever ends the program waits in the queue until it is gone.
 void output_ended() {
     host.under_way = false;
-    console_follow_output();
+    console_show_pending();
     take_box_away();
     if (host.quit_pending) {
         host.quit_pending = false;

@@ -38,6 +38,11 @@ BOOL CALLBACK find_dialog(HWND window, LPARAM found) {
     return TRUE;
 }
 
+// The box that appears when output takes long goes by itself.
+bool is_cancel_box(const std::string &texts) {
+    return texts.find("Cancel Printing") != std::string::npos;
+}
+
 // Runs from the dialog's own message loop.
 void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
     if (!IsWindow(answered)) {
@@ -48,8 +53,11 @@ void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
     if (!dialog || dialog == answered) {
         return;
     }
-    answered = dialog;
     const std::string texts = texts_of(dialog);
+    if (is_cancel_box(texts) && (answers.empty() || !is_cancel_box(answers.front().text))) {
+        return;
+    }
+    answered = dialog;
     if (answers.empty() || texts.find(answers.front().text) == std::string::npos) {
         unexpected += texts + "\n";
         press_button(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDOK);

@@ -30,20 +30,22 @@ TEST_F(CellCommands, Smoke) {
         text += std::string(100, 'x') + "\r\n";
     }
     for (int i = 0; i < 10; ++i) {
-    command(CMD_BACK);
+        command(CMD_BACK);
     }
     set_option_rfmt("\\T\\n");
     set_option_rall(1);
     for (int i = 0; i < 100; ++i) {
         new_cell(("c" + std::to_string(i)).c_str());
         set_web_changed(false);
-        sci_text(text_pane(), SCI_SETTEXT, 0, text.substr(0,3000).c_str());
+        sci_text(text_pane(), SCI_SETTEXT, 0, text.substr(0, 3000).c_str());
     }
     show_tab(2);
     for (int i = 0; i < 3; ++i) {
-    DWORD t = GetTickCount();
-    command(CMD_REPORT);
-    printf("report %d bytes in %d ms\n", (int)sci(console_pane(), SCI_GETLENGTH), (int)(GetTickCount() - t));
-    if (i == 1) show_tab(0);
+        DWORD t = GetTickCount();
+        command(CMD_REPORT);
+        printf("report %d bytes in %d ms\n", (int)sci(console_pane(), SCI_GETLENGTH),
+               (int)(GetTickCount() - t));
+        if (i == 1)
+            show_tab(0);
     }
 }
