@@ -8,7 +8,7 @@
 #include "web/trail.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 
 namespace {
 
@@ -19,7 +19,10 @@ struct ModelCell {
     std::string name, text;
 };
 
-using ModelCells = std::vector<ModelCell>;
+struct ModelCells {
+    std::vector<ModelCell> all;
+    std::map<std::string, size_t> by_name;  // folded
+};
 
 std::string fold(const std::string &name) {
     std::string key;
@@ -33,7 +36,8 @@ ModelCells model_cells() {
     ModelCells cells;
     for (CellHandle c = live_from(index_first(index_root())); c != 0;
          c = live_from(index_next(c))) {
-        cells.push_back({name_string(c), text_string(cell_text(c)).substr(0, k_seen)});
+        cells.by_name[fold(name_string(c))] = cells.all.size();
+        cells.all.push_back({name_string(c), text_string(cell_text(c)).substr(0, k_seen)});
     }
     return cells;
 }
@@ -58,19 +62,18 @@ Names words_of(const std::string &text) {
     return words;
 }
 
-// The index of the cell of that name; the number of cells when there is none.
+constexpr size_t k_no_cell = SIZE_MAX;
+
 size_t find_cell(const ModelCells &cells, const std::string &name) {
-    return static_cast<size_t>(
-        std::find_if(cells.begin(), cells.end(),
-                     [&](const ModelCell &cell) { return fold(cell.name) == fold(name); }) -
-        cells.begin());
+    auto found = cells.by_name.find(fold(name));
+    return found != cells.by_name.end() ? found->second : k_no_cell;
 }
 
 std::vector<size_t> out_pointers(const ModelCells &cells, size_t from) {
     std::vector<size_t> targets;
-    for (const std::string &word : words_of(cells[from].text)) {
+    for (const std::string &word : words_of(cells.all[from].text)) {
         size_t target = find_cell(cells, word);
-        if (target < cells.size() && target < k_numbered) {
+        if (target < k_numbered) {
             targets.push_back(target);
         }
     }
@@ -95,20 +98,20 @@ std::string formatted(const ModelCell &cell) {
 }
 
 std::string report_of(const ModelCells &cells, size_t i) {
-    std::string out = "\n" + cells[i].name.substr(0, k_seen);
+    std::string out = "\n" + cells.all[i].name.substr(0, k_seen);
     switch (option_rtype()) {
     case k_report_fmt:
-        return formatted(cells[i]);
+        return formatted(cells.all[i]);
     case k_report_outptr:
         for (size_t target : out_pointers(cells, i)) {
-            out += "\n    >" + cells[target].name.substr(0, k_seen);
+            out += "\n    >" + cells.all[target].name.substr(0, k_seen);
         }
         return out;
     case k_report_inptr:
-        for (size_t from = 0; from < cells.size(); ++from) {
+        for (size_t from = 0; from < cells.all.size(); ++from) {
             std::vector<size_t> targets = out_pointers(cells, from);
             if (std::find(targets.begin(), targets.end(), i) != targets.end()) {
-                out += "\n    <" + cells[from].name.substr(0, k_seen);
+                out += "\n    <" + cells.all[from].name.substr(0, k_seen);
             }
         }
         return out;
@@ -129,14 +132,14 @@ std::string trail_report() {
 std::vector<size_t> reported(const ModelCells &cells) {
     std::vector<size_t> chosen;
     if (option_rall() != 0) {
-        for (size_t i = 0; i < cells.size(); ++i) {
+        for (size_t i = 0; i < cells.all.size(); ++i) {
             chosen.push_back(i);
         }
         return chosen;
     }
     for (const std::string &word : words_of(host().selected_text)) {
         size_t i = find_cell(cells, word.substr(0, 48));
-        if (i < cells.size() && chosen.size() < 64) {
+        if (i != k_no_cell && chosen.size() < 64) {
             chosen.push_back(i);
         }
     }

@@ -1,0 +1,116 @@
+// Any two strings as names, texts and numbers, against naive models.
+//
+// The input: a byte each for number kind and digits; two strings, each ended by a zero.
+#include "tests/fuzz/fuzz_target.h"
+
+#include "core/names.h"
+#include "core/numbers.h"
+#include "core/text.h"
+
+#include <cfloat>
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr size_t k_longest = 4000;
+
+bool letter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+std::string fold(const std::string &s) {
+    std::string folded;
+    for (char c : s) {
+        folded.push_back(c == '_' ? ' ' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c);
+    }
+    return folded;
+}
+
+int sign(int n) {
+    return n < 0 ? -1 : n > 0 ? 1 : 0;
+}
+
+void check_names(const std::string &s) {
+    size_t first = 0;
+    while (first < s.size() && !letter(s[first])) {
+        ++first;
+    }
+    std::string buffer = s;
+    cellname_normalise(buffer.data());
+    require(buffer.c_str() == s.substr(first, k_cellname_max), "a name is normalised wrongly");
+    require(cellname_valid(s.c_str()) == (!s.empty() && letter(s[0])), "a name is judged wrongly");
+}
+
+void check_texts(const std::string &a, const std::string &b) {
+    const uint16_t blocks = blocks_in_use();
+    BlockHandle x = text_from_cstring(a.c_str());
+    BlockHandle y = text_from_cstring(b.c_str());
+    // char_traits compare bytes as unsigned: 0x80 and above last.
+    const int order = sign(fold(a).compare(fold(b)));
+    require(sign(text_compare(x, y)) == order, "two texts compare wrongly");
+    require(sign(text_compare(y, x)) == -order, "two texts compare wrongly the other way");
+    require(sign(text_compare_cstring(x, b.c_str())) == order, "a text and a string");
+    BlockHandle copy = text_duplicate(x);
+    require(a.empty() ? copy == 0 : text_equals_cstring(copy, a.c_str()), "a copy differs");
+    require(text_equals_cstring(x, b.c_str()) == (a == b), "equality");
+    chain_free(copy);
+    chain_free(y);
+    chain_free(x);
+    require(blocks_in_use() == blocks, "blocks are lost");
+}
+
+// strtod() without infinity, NaN, hexadecimal and infinite results.
+double model_number(const std::string &s) {
+    const size_t start = s.find_first_not_of(" \t\n\v\f\r");
+    if (start == std::string::npos) {
+        return 0;
+    }
+    const size_t end = s.find_first_not_of("0123456789+-.eE", start);
+    const double value = strtod(s.substr(start, end - start).c_str(), nullptr);
+    return std::isinf(value) ? std::copysign(DBL_MAX, value) : value;
+}
+
+void check_numbers(const std::string &s, uint8_t kind, uint8_t digits) {
+    double value = 1;
+    require(number_parse(s.c_str(), &value) == 0, "a number is refused");
+    require(value == model_number(s), "a number reads wrongly: " + s);
+    int16_t integer = 77;
+    const long wide = strtol(s.c_str(), nullptr, 10);
+    const bool fits = wide >= INT16_MIN && wide <= INT16_MAX;
+    require(int16_parse(s.c_str(), &integer) == (fits ? 0 : -1), "an integer is judged wrongly");
+    require(integer == (fits ? wide : 77), "an integer reads wrongly");
+
+    char expected[500];
+    const char *pattern = kind == 0 ? "%.*f" : kind == 1 ? "%.*e" : "%.*g";
+    int places = digits;
+    int length = snprintf(expected, sizeof expected, pattern, places, value);
+    for (; length > static_cast<int>(k_number_text_max); --places) {
+        length = snprintf(expected, sizeof expected, "%.*e", places, value);
+    }
+    char buffer[k_number_text_max + 1] = {0};
+    const NumberFormat format = {kind, digits, 24, '.'};
+    require(number_format(buffer, value, &format) == strlen(buffer), "a wrong length");
+    require(strcmp(buffer, expected) == 0, std::string(buffer) + " instead of " + expected);
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    if (size > k_longest) {
+        return 0;
+    }
+    ensure_started();
+    FuzzInput input = {data, size};
+    const uint8_t kind = next_byte(&input) % 3;
+    const uint8_t digits = next_byte(&input) % 19;
+    const std::string a = next_string(&input);
+    const std::string b = next_string(&input);
+    check_names(a);
+    check_texts(a, b);
+    check_numbers(a, kind, digits);
+    return 0;
+}

@@ -1,0 +1,50 @@
+// Any bytes read as a web leave the arena whole, and what is then written reads back to the same
+// file.
+#include "tests/fuzz/fuzz_target.h"
+
+#include "tests/engine/checker.h"
+#include "tests/engine/engine_test.h"
+#include "tests/engine/web_files.h"
+
+#include "core/names.h"
+#include "web/options.h"
+
+namespace {
+
+constexpr size_t k_longest = 20000;  // surely fits the arena
+
+void read_and_check(const std::string &bytes, bool ours) {
+    int code = read_web(bytes);
+    require(code == 0 || (code == -44 && !ours), "code " + std::to_string(code));
+    require(ours || check_engine().empty(), check_engine());
+}
+
+// Long names are cut and an interval of 0 is raised when they are read the next time.
+bool is_settled() {
+    for (const std::string &name : cell_names()) {
+        if (name.size() > k_cellname_max) {
+            return false;
+        }
+    }
+    return option_xintrvls() != 0 && option_yintrvls() != 0;
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    if (size > k_longest) {
+        return 0;
+    }
+    ensure_started();
+    FuzzInput input = {data, size};
+    read_and_check(rest_of_input(&input), false);
+    if (!is_settled()) {
+        read_and_check(written_web(), true);
+    }
+    const std::string first = written_web();
+    const Names names = cell_names();
+    read_and_check(first, true);
+    require(cell_names() == names, "other cells");
+    require(written_web() == first, "the second file differs from the first");
+    return 0;
+}

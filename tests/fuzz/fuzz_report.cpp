@@ -1,0 +1,85 @@
+// Any web, format and selection reports what the model says, to the console and to a file, also
+// when it is cancelled on the way; nothing is left behind.
+//
+// The input: a byte each for report type, coverage, newline mode and cancelling; format and
+// selection, each ended by a zero; the web file.
+#include "tests/fuzz/fuzz_target.h"
+
+#include "tests/engine/checker.h"
+#include "tests/engine/recorder.h"
+#include "tests/engine/report_model.h"
+#include "tests/engine/web_files.h"
+
+#include "report/output.h"
+#include "report/reports.h"
+#include "web/cell_ops.h"
+#include "web/options.h"
+
+namespace {
+
+constexpr size_t k_longest = 8000;  // keeps the model quick
+
+std::string file_report() {
+    const std::string path = scratch_path("fuzz.txt");
+    make_file(path, "");
+    output_set_path(path.c_str());
+    set_option_odest(k_output_file);
+    report_run();
+    set_option_odest(k_output_console);
+    output_set_path(nullptr);
+    return file_bytes(path);
+}
+
+std::string console_report() {
+    host().console.clear();
+    report_run();
+    return host().console;
+}
+
+void cancel_at_pump(uint32_t n) {
+    host().pumps = 0;
+    host().on_pump = [n] {
+        if (host().pumps == n) {
+            output_abort();
+        }
+    };
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    if (size > k_longest) {
+        return 0;
+    }
+    ensure_started();
+    FuzzInput input = {data, size};
+    const uint8_t type = next_byte(&input);
+    const uint8_t all = next_byte(&input);
+    const uint8_t newline = next_byte(&input);
+    const uint32_t cancelled_at = next_byte(&input);
+    const std::string format = next_string(&input);
+    host().selected_text = next_string(&input);
+    read_web(rest_of_input(&input));
+    next_cell();
+    go_to_name("home");
+    set_option_odest(k_output_console);
+    set_option_rtype(type % 6);
+    set_option_rall(all % 2);
+    set_option_onewl(newline % 4);
+    set_option_rfmt(format.c_str());
+
+    const std::string expected = model_report();
+    require(console_report() == expected,
+            "the console has\n" + host().console + "\nnot\n" + expected);
+    require(file_report() == model_newlines(expected, option_onewl()), "the file is different");
+    cancel_at_pump(cancelled_at);
+    const std::string cut = console_report();
+    require(cut == (cancelled_at == 0 ? expected : expected.substr(0, cancelled_at)),
+            "a cancelled report is not cut where it was cancelled");
+    cancel_at_pump(cancelled_at);
+    file_report();
+    host().on_pump = nullptr;
+    require(console_report() == expected, "the report after a cancelled one differs");
+    require(check_engine().empty(), check_engine());
+    return 0;
+}
