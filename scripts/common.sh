@@ -73,8 +73,9 @@ build_preset() {
 # of the machine's Debian sources, asked for sources only, with a list directory in build/.
 source_lists() {
     local lists=$build/scintilla/lists sources=$build/scintilla/sources file
+    local cache=$build/scintilla/cache
     rm -rf "$sources"
-    mkdir -p "$lists/partial" "$sources"
+    mkdir -p "$lists/partial" "$cache/archives/partial" "$sources"
     for file in /etc/apt/sources.list.d/*.sources; do
         grep -qs 'debian-archive-keyring\|/debian' "$file" || continue
         sed 's/^Types:.*/Types: deb-src/' "$file" >"$sources/$(basename "$file")"
@@ -84,19 +85,19 @@ source_lists() {
         sed -n 's/^deb \(.*\/debian.*\)/deb-src \1/p' "$file" >"$sources/$(basename "$file" .list).list"
     done
     source_options=(-q -o "Dir::Etc::sourcelist=/dev/null" -o "Dir::Etc::sourceparts=$sources"
-        -o "Dir::State::Lists=$lists" -o "APT::Sandbox::User=root")
+        -o "Dir::State::Lists=$lists" -o "Dir::Cache=$cache" -o "APT::Sandbox::User=root")
 }
 
 download_scintilla() {
     local source_options
-    ls "$build"/scintilla/download/scite_*.tgz "$build"/scintilla/download/scite_*.tar.* \
-        >/dev/null 2>&1 && return
+    [ -f "$build/scintilla/download/complete" ] && return
     source_lists
     mkdir -p "$build/scintilla/download"
     (
         cd "$build/scintilla/download"
         apt-get "${source_options[@]}" update &&
-            apt-get "${source_options[@]}" source --download-only scite
+            apt-get "${source_options[@]}" source --download-only scite &&
+            touch complete
     ) || return 1
 }
 
