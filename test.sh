@@ -37,17 +37,10 @@ one() {
     fi
 }
 
-# The value of an attribute of a result file's first element that has it, or 0.
-attribute() {
-    local value
-    value=$(grep -o " $1=\"[0-9]*\"" "$2" | head -n 1 | tr -dc 0-9)
-    printf '%s\n' "${value:-0}"
-}
-
 # suite NAME COMMAND...: a test program that writes results/NAME.xml. A program that does not get
 # that far has failed as a whole.
 suite() {
-    local name=$1 xml=$results/$1.xml log=$results/$1.log status=0 tests bad skipped
+    local name=$1 xml=$results/$1.xml log=$results/$1.log status=0 good bad
     shift
     rm -f "$xml"
     timeout 600 "$@" >"$log" 2>&1 || status=$?
@@ -57,15 +50,12 @@ suite() {
         report "$name" 0 1
         return
     fi
-    tests=$(attribute tests "$xml")
-    bad=$(($(attribute failures "$xml") + $(attribute errors "$xml")))
-    skipped=$(($(attribute skipped "$xml") + $(attribute disabled "$xml")))
-    if [ "$bad" = 0 ] && { [ $status != 0 ] || [ "$tests" = 0 ]; }; then
-        bad=1
-        tests=$((tests + 1))
+    read -r good bad < <(python3 scripts/count_results.py "$xml")
+    if [ "$bad" = 0 ] && { [ $status != 0 ] || [ "$good" = 0 ]; }; then
+        bad=1 # it broke off, or ran nothing
     fi
     [ "$bad" = 0 ] || grep -v -E '^\[ +(OK|RUN) +\]|Passed +[0-9.]+ sec$' "$log" | tail -n 60 >&2
-    report "$name" $((tests - bad - skipped)) "$bad"
+    report "$name" "$good" "$bad"
 }
 
 run_native() {
