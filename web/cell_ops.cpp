@@ -59,9 +59,16 @@ void show_existing(CellHandle cell) {
     cell_list_select_current();
 }
 
+// Showing a cell takes a block, and so may offer to save and exit: when that came to nothing, the
+// list has been filled anew and has the cell.
 void show_created(CellHandle cell) {
+    ListItem item_before = cell_list_item(cell);
     follow_by_name(cell);
-    cell_list_add(cell);
+    if (cell_list_item(cell) == item_before) {
+        cell_list_add(cell);
+    } else {
+        cell_list_select_current();
+    }
 }
 
 CellHandle create_named() {
@@ -232,9 +239,8 @@ void delete_cell() {
     if (!ask_ok_cancel("Delete current cell?", k_product_name)) {
         return;
     }
-    ListItem item = cell_list_item(cell);
     cell_delete(cell);
-    cell_list_remove_item(item);
+    cell_list_remove_item(cell_list_item(cell));  // read now: see show_created()
     set_web_changed(true);
 }
 
