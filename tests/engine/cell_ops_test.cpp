@@ -116,12 +116,12 @@ std::vector<Row> rows() {
          delete_cell,
          true,
          "",
-         {k_delete, "show alpha", "list_select alpha", "list_remove beta"},
-         "alpha",
+         {k_delete, "show bent", "list_select bent", "list_remove beta"},
+         "bent",
          k_here,
          k_ahead,
          true},
-        {"previous", previous_cell, false, "", shown("alpha"), "alpha", k_here, k_ahead, false},
+        {"previous", previous_cell, false, "", shown("bent"), "bent", k_here, k_ahead, false},
         {"next", next_cell, false, "", shown("gamma"), "gamma", k_here, k_ahead, false},
         {"first", first_cell, false, "", shown("alpha"), "alpha", k_here, k_ahead, false},
         {"last", last_cell, false, "", shown("home"), "home", k_here, k_ahead, false},
@@ -223,6 +223,37 @@ TEST_F(CellOps, RunningOutOfBlocksOnTheWay) {
     start_program();
 }
 
+// At any of its allocations the user may take up the offer to save and exit and then cancel the
+// save, which stores the pane and fills the cell list from within the operation.
+TEST_F(CellOps, GoingOnAfterAnOfferOnTheWay) {
+    const std::string typed(300, 'T');
+    for (const Row &row : rows()) {
+        open_scene_for(row);
+        type_text(typed);
+        row.run();
+        const Names after = visible_state();
+        bool offered = true;
+        for (size_t n = 0; offered; ++n) {
+            SCOPED_TRACE(row.what + (" at " + std::to_string(n)));
+            open_scene_for(row);
+            type_text(typed);
+            std::vector<BlockHandle> blocks = leave_free_blocks(k_low_block_count);
+            host().ok_cancel.resize(row.log.empty() || row.log[0] != k_delete ? 0 : 1);
+            host().ok_cancel.insert(host().ok_cancel.end(), n, false);
+            host().ok_cancel.push_back(true);
+            host().save_changes = {true};
+            EXPECT_TRUE(run_command(row.run));
+            offered = host().save_changes.empty();
+            give_back(blocks);
+            EXPECT_EQ(visible_state(), after);
+            EXPECT_EQ(host().selected_item, cell_list_item(current_cell()));
+            EXPECT_EQ(check_engine(lost_by(row)) + check_cell_list(), "");
+            ASSERT_FALSE(HasFailure());
+        }
+    }
+    start_program();
+}
+
 TEST_F(CellOps, CreatingWithoutAsking) {
     set_option_dclick_ask(0);
     go_to_name("foo");
@@ -233,25 +264,26 @@ TEST_F(CellOps, CreatingWithoutAsking) {
 TEST_F(CellOps, StepsWrapAndSkipDeletedCells) {
     open_scene();
     Names seen;
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 6; ++i) {
         next_cell();
         seen.push_back(current_name());
     }
-    EXPECT_EQ(seen, (Names{"gamma", "home", "alpha", "beta", "gamma"}));
+    EXPECT_EQ(seen, (Names{"gamma", "home", "alpha", "bent", "beta", "gamma"}));
     seen.clear();
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 6; ++i) {
         previous_cell();
         seen.push_back(current_name());
     }
-    EXPECT_EQ(seen, (Names{"beta", "alpha", "home", "gamma", "beta"}));
-    host().ok_cancel = {true, true, true};
-    previous_cell();
+    EXPECT_EQ(seen, (Names{"beta", "bent", "alpha", "home", "gamma", "beta"}));
+    host().ok_cancel = {true, true, true, true};
+    first_cell();
     delete_cell();  // the first: the step wraps to the last
     EXPECT_EQ(current_name(), "home");
     take_log();
     delete_cell();
     EXPECT_EQ(take_log(), Log{"status Can't Delete Home"});
     previous_cell();
+    delete_cell();
     delete_cell();
     delete_cell();
     EXPECT_EQ(cell_names(), Names{"home"});
@@ -309,8 +341,9 @@ TEST_F(CellOps, WhatIsTypedGoesWithItsCell) {
     type_text("typed");
     host().ok_cancel = {true};
     delete_cell();
-    EXPECT_EQ(text_of("alpha"), "gamma");
-    EXPECT_EQ(host().pane.text, "gamma");
+    EXPECT_EQ(text_of("bent"), "");
+    EXPECT_EQ(host().pane.text, "");
+    first_cell();
     type_text("typed at alpha");
     first_cell();  // alpha itself: nothing is lost by showing it again
     EXPECT_EQ(host().pane.text, "typed at alpha");
@@ -357,7 +390,7 @@ TEST_F(CellOps, InAFullArena) {
     host().ok_cancel.clear();
     host().ok_cancel.push_back(true);
     EXPECT_TRUE(run_command(delete_cell));
-    EXPECT_EQ(cell_names(), (Names{"alpha", "gamma", "home"}));
+    EXPECT_EQ(cell_names(), (Names{"alpha", "bent", "gamma", "home"}));
     EXPECT_GE(blocks_free(), 4);
     EXPECT_TRUE(run_command([] { new_cell("foo"); }));
     give_back(blocks);

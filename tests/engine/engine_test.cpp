@@ -78,6 +78,7 @@ std::string text_of(const char *name) {
 
 void open_scene() {
     make_cell("alpha", "gamma");
+    make_cell("bent");
     CellHandle beta = make_cell("beta", "alpha and home, " + std::string(100, 'b'));
     cell_set_script(beta, text_from_cstring("script"));
     cell_set_value(beta, val_from_text(text_from_cstring("12")));

@@ -39,9 +39,9 @@ std::string current_name();
 // The text of the live cell of that name.
 std::string text_of(const char *name);
 
-// A web to work in: cells alpha, beta, gamma and home, delta deleted; the user is at beta, having
-// come from home by way of alpha, with gamma ahead; unchanged. Beta has a text, a script and a
-// value. The log is empty.
+// A web to work in: cells alpha, bent, beta, gamma and home, delta deleted; the user is at beta,
+// having come from home by way of alpha, with gamma ahead; unchanged. Beta has a text, a script and
+// a value; bent was never visited. The log is empty.
 void open_scene();
 
 // All that a user can see of the web and of the way through it, a line an item.

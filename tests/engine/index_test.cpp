@@ -97,6 +97,12 @@ TEST_F(Index, InsertsByNameTextToo) {
     EXPECT_EQ(cell_kind(alpha), k_cell_live);
     CellHandle equal = index_insert(again, &root, k_cell_live);
     EXPECT_EQ(node_right(alpha), equal) << "an equal name goes to the right";
+    cell_set_kind(alpha, k_cell_value_entry);
+    EXPECT_EQ(index_find_or_insert("alpha", &root, k_cell_live), 0);
+    cell_set_text(alpha, value_of("12"));
+    uint16_t before = blocks_in_use();
+    cell_release_fields(alpha);
+    EXPECT_EQ(blocks_in_use(), before - 2);
     for (CellHandle node : {alpha, equal}) {
         chain_free(cell_name(node));
         block_free(node);
@@ -141,6 +147,7 @@ TEST_F(Index, ClearsATreeOfAnyShape) {
         }
         cell_numbers_rebuild();
         EXPECT_EQ(cell_names().size(), k_cells + 1U);
+        cell_delete(index_last(index_root()));
         EXPECT_EQ(check_engine(), "");
         if (shape == 2) {
             web_clear();
