@@ -13,6 +13,8 @@ struct Answer {
 
 std::deque<Answer> answers;
 std::string unexpected;
+std::string standing_text;  // "": there is no standing answer
+int standing_button;
 UINT_PTR timer;
 HWND answered;  // it may take a while to go
 
@@ -58,6 +60,10 @@ void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
         return;
     }
     answered = dialog;
+    if (!standing_text.empty() && texts.find(standing_text) != std::string::npos) {
+        press_button(dialog, standing_button);
+        return;
+    }
     if (answers.empty() || texts.find(answers.front().text) == std::string::npos) {
         unexpected += texts + "\n";
         press_button(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDOK);
@@ -76,6 +82,11 @@ void answer(const std::string &text, int button) {
 
 void answer_with(const std::string &text, std::function<void(HWND)> act) {
     answers.push_back({text, std::move(act)});
+}
+
+void answer_always(const std::string &text, int button) {
+    standing_text = text;
+    standing_button = button;
 }
 
 bool all_asked() {
@@ -101,6 +112,7 @@ std::string unexpected_dialogs() {
 void answers_begin() {
     answers.clear();
     unexpected.clear();
+    standing_text.clear();
     answered = nullptr;
     timer = SetTimer(nullptr, 0, 10, look);
 }

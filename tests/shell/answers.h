@@ -13,6 +13,9 @@ void answer(const std::string &text, int button);
 // Does something with the dialog that opens next; `act` must end it or press a button.
 void answer_with(const std::string &text, std::function<void(HWND dialog)> act);
 
+// Presses the button in every box with this text, whenever one opens, until answers_begin().
+void answer_always(const std::string &text, int button);
+
 // True when every answer was asked for. Forgets those that were not.
 bool all_asked();
 

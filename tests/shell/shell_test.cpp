@@ -61,9 +61,11 @@ void ShellTest::TearDown() {
     if (IsWindow(main_window())) {
         DestroyWindow(main_window());
     }
+    PostQuitMessage(0);
     int code = 0;
     while (message_loop_round(&code)) {
     }
+    web_clear();  // the next start empties the arena
     UnregisterClassW(L"Quorvane", GetModuleHandleW(nullptr));
 }
 

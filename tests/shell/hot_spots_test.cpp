@@ -1,0 +1,146 @@
+// Cellnames as links: how they are drawn, clicking and double-clicking them.
+#include "core/busy.h"
+#include "resources/resource.h"
+#include "shell/main_window.h"
+#include "shell/pane_input.h"
+#include "shell/pane_styles.h"
+#include "shell/scintilla.h"
+#include "shell/text_pane.h"
+#include "tests/shell/answers.h"
+#include "tests/shell/shell_test.h"
+#include "web/cell_ops.h"
+#include "web/cells.h"
+#include "web/options.h"
+
+struct HotSpots : ShellTest {
+    void start_in_text(const std::string &web) {
+        start(web);
+        show_tab(1);
+    }
+};
+
+TEST_F(HotSpots, WordsThatNameCellsAreLinks) {
+    start_in_text(web_of("PLAN plans my_plan x-plan plan\xC3\xA9 \xE2\x80\x9Cplan",
+                         cell_of("plan", "") + cell_of("my plan", "")));
+    const struct {
+        int at;
+        int style;
+    } rows[] = {{0, 2}, {5, 0}, {11, 2}, {19, 0}, {21, 2}, {26, 0}, {36, 2}};
+    for (const auto &row : rows) {
+        EXPECT_EQ(style_at(text_pane(), row.at), row.style) << "at " << row.at;
+    }
+    EXPECT_EQ(sci(text_pane(), SCI_STYLEGETFORE, 2), RGB(197, 18, 27));
+    EXPECT_TRUE(sci(text_pane(), SCI_STYLEGETBOLD, 2));
+    EXPECT_TRUE(sci(text_pane(), SCI_STYLEGETHOTSPOT, 2));
+    EXPECT_EQ(sci(text_pane(), SCI_STYLEGETSIZE, 0), 9);
+}
+
+TEST_F(HotSpots, EditingMakesAndUnmakesLinks) {
+    start_in_text(web_of("hom plan", cell_of("plan", "")));
+    EXPECT_EQ(style_at(text_pane(), 0), 0);
+    sci(text_pane(), SCI_GOTOPOS, 3);
+    type(text_pane(), "e");
+    EXPECT_EQ(style_at(text_pane(), 0), 2);
+    EXPECT_EQ(style_at(text_pane(), 5), 2);
+    sci(text_pane(), SCI_GOTOPOS, 7);
+    type(text_pane(), " ");
+    EXPECT_EQ(style_at(text_pane(), 5), 0);
+    EXPECT_EQ(style_at(text_pane(), 8), 0);
+}
+
+TEST_F(HotSpots, NewCellsBecomeLinksInBothPanesWithinASecond) {
+    start_in_text(web_of("word"));
+    sci_text(console_pane(), SCI_SETTEXT, 0, "word");
+    EXPECT_EQ(style_at(text_pane(), 0), 0);
+    new_cell("word");
+    go_home();
+    EXPECT_TRUE(run_until([] { return style_at(text_pane(), 0) == 2; }));
+    show_tab(2);
+    EXPECT_EQ(style_at(console_pane(), 0), 2);
+}
+
+TEST_F(HotSpots, ClickGoesToTheCell) {
+    start_in_text(web_of("to plan", cell_of("plan", "back home")));
+    click(text_pane(), 4);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(pane_text(text_pane()), "back home");
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_FALSE(web_changed());
+    command(CMD_BACK);
+    EXPECT_EQ(current_name(), "home");
+    click(text_pane(), 1);
+    EXPECT_EQ(current_name(), "home");
+}
+
+TEST_F(HotSpots, ClickInTheConsole) {
+    start(web_of("", cell_of("plan", "the plan")));
+    show_tab(2);
+    sci_text(console_pane(), SCI_SETTEXT, 0, "see plan");
+    click(console_pane(), 5);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(current_view(), k_view_console);
+}
+
+TEST_F(HotSpots, NamesOf48CharactersCanBeClicked) {
+    const std::string name48(48, 'n');
+    const std::string name49(49, 'n');
+    start_in_text(web_of(name48 + " " + name49, cell_of(name48, "")));
+    EXPECT_STREQ(word_at_position(10), name48.c_str());
+    EXPECT_EQ(word_at_position(60), nullptr);
+    EXPECT_EQ(style_at(text_pane(), 60), 0);
+    click(text_pane(), 10);
+    EXPECT_EQ(current_name(), name48);
+}
+
+TEST_F(HotSpots, SelectionHiddenByAClickComesBack) {
+    start_in_text(web_of("plan one", cell_of("plan", "first second")));
+    click(text_pane(), 1);
+    ASSERT_EQ(current_name(), "plan");
+    select(text_pane(), 0, 5);
+    EXPECT_TRUE(run_until([] { return sci(text_pane(), SCI_GETSELECTIONEMPTY) != 0; }));
+}
+
+TEST_F(HotSpots, DoubleClickCreatesACell) {
+    start_in_text(web_of("some word"));
+    answer("No such cell. Create it?", IDYES);
+    double_click(text_pane(), 6);
+    EXPECT_TRUE(run_until([] { return current_name() == "word"; }));
+    EXPECT_EQ(selected_item(), "word");
+    EXPECT_FALSE(web_changed());
+    set_option_dclick_ask(0);
+    command(CMD_BACK);
+    double_click(text_pane(), 1);
+    EXPECT_TRUE(run_until([] { return current_name() == "some"; }));
+}
+
+TEST_F(HotSpots, DoubleClickJustSelectsWhereThatIsSwitchedOff) {
+    start_in_text(web_of("some word"));
+    set_option_dclick_create(0);
+    double_click(text_pane(), 6);
+    run();
+    EXPECT_EQ(current_name(), "home");
+    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONSTART), 5);
+    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONEND), 9);
+}
+
+TEST_F(HotSpots, SecondPressOfADoubleClickOnALinkIsSwallowed) {
+    start_in_text(web_of("plan", cell_of("plan", "strange words")));
+    double_click(text_pane(), 1);
+    run();
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(item_count(), 2);
+}
+
+TEST_F(HotSpots, TickIsQuickOnALongText) {
+    std::string text;
+    while (text.size() < 64 * 1024) {
+        text += "home of the plan and ";
+    }
+    start_in_text(web_of(text, cell_of("plan", "")));
+    style_at(text_pane(), static_cast<LRESULT>(text.size()) - 1);
+    const DWORD begun = GetTickCount();
+    for (int i = 0; i < 20; ++i) {
+        restyle_panes();
+    }
+    EXPECT_LT(GetTickCount() - begun, 200U);
+}

@@ -1,0 +1,111 @@
+// The arena runs full through the window: nobody loses words, and the way out stays open.
+#include "core/block_arena.h"
+#include "resources/resource.h"
+#include "shell/main_window.h"
+#include "shell/scintilla.h"
+#include "shell/text_pane.h"
+#include "tests/shell/answers.h"
+#include "tests/shell/shell_test.h"
+#include "web/cell_ops.h"
+#include "web/cells.h"
+#include "web/trail.h"
+
+struct OutOfMemory : ShellTest {
+    // A web that leaves this many blocks free, with the text pane shown.
+    void start_with_free_blocks(uint32_t count) {
+        start(web_of("Hi", cell_of("plan", "a plan")));
+        show_tab(1);
+        command(CMD_CELL_NEXT);
+        command(CMD_CELL_NEXT);
+        answers_begin_refusing();
+        while (blocks_free() > count) {
+            block_alloc(k_block_plain);
+        }
+    }
+
+    // "Short On Memory" is asked at each allocation from now on; the user goes on.
+    static void answers_begin_refusing() { answer_always("Short On Memory", IDCANCEL); }
+};
+
+TEST_F(OutOfMemory, TextThatDoesNotFitStaysInThePane) {
+    start_with_free_blocks(2);
+    const std::string text(4000, 'w');
+    sci_text(text_pane(), SCI_SETTEXT, 0, text.c_str());
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(status_text(), "OUT OF MEMORY");
+    EXPECT_EQ(current_name(), "home");
+    EXPECT_EQ(pane_text(text_pane()), text);
+    EXPECT_TRUE(sci(text_pane(), SCI_GETMODIFY));
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(selected_item(), "home");
+    show_tab(2);
+    EXPECT_EQ(current_view(), k_view_console);
+    EXPECT_EQ(pane_text(text_pane()), text);
+    sci_text(text_pane(), SCI_SETTEXT, 0, "short");
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(stored_text("home"), "short");
+}
+
+TEST_F(OutOfMemory, SaveAndDeleteWork) {
+    start_with_free_blocks(0);
+    sci_text(text_pane(), SCI_SETTEXT, 0, std::string(4000, 'w').c_str());
+    command(CMD_FILE_SAVE);
+    EXPECT_NE(file_bytes(path).find("<text>a plan</text>"), std::string::npos);
+    EXPECT_NE(file_bytes(path).find("</eof>"), std::string::npos);
+    EXPECT_EQ(pane_text(text_pane()).size(), 4000U);
+    EXPECT_TRUE(web_changed());
+    sci_text(text_pane(), SCI_SETTEXT, 0, "Ho");
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(current_name(), "plan");
+    answer("Delete current cell?", IDOK);
+    command(CMD_CELL_DELETE);
+    EXPECT_EQ(current_name(), "home");
+    EXPECT_EQ(item_count(), 1);
+}
+
+TEST_F(OutOfMemory, CreatingACellLeavesTheWebAsItWas) {
+    start_with_free_blocks(1);
+    select(text_pane(), 0, 2);
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(status_text(), "OUT OF MEMORY");
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(current_name(), "home");
+    click(text_pane(), 1);
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(current_name(), "plan");
+}
+
+TEST_F(OutOfMemory, ChoosingInTheListWithTheMouseIsSafe) {
+    start_with_free_blocks(0);
+    sci_text(text_pane(), SCI_SETTEXT, 0, std::string(4000, 'w').c_str());
+    show_tab(0);
+    HWND list = pane_window(k_pane_list);
+    NMTREEVIEWW change = {};
+    change.hdr = {list, CTL_CELL_LIST, TVN_SELCHANGEDW};
+    change.action = TVC_BYMOUSE;
+    change.itemNew.lParam = cell_lookup("plan");
+    SendMessageW(main_window(), WM_NOTIFY, CTL_CELL_LIST, as_lparam(&change));
+    run();
+    EXPECT_EQ(status_text(), "OUT OF MEMORY");
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(pane_text(text_pane()).size(), 4000U);
+}
+
+TEST_F(OutOfMemory, ShortOnMemoryOffersTheWayOut) {
+    start(web_of("Hi"));
+    show_tab(1);
+    type(text_pane(), "Oh ");
+    while (blocks_free() > 101) {
+        block_alloc(k_block_plain);
+    }
+    answer_with("Short On Memory--Save And Exit?", [](HWND dialog) {
+        press_button(dialog, IDOK);
+        answer_always("Short On Memory", IDCANCEL);  // the program is gone by then
+    });
+    answer("Save current changes in test?", IDYES);
+    select(text_pane(), 0, 2);
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(ended_with(), 0);
+    EXPECT_NE(file_bytes(path).find("<text>Oh Hi</text>"), std::string::npos);
+}

@@ -1,0 +1,69 @@
+// The status line's resting and transient texts, and the conversion of text on its way to the
+// screen.
+#include "shell/status_line.h"
+
+#include "core/errors.h"
+#include "core/host.h"
+#include "shell/text_conversion.h"
+#include "tests/shell/shell_test.h"
+
+struct StatusLine : ShellTest {};
+
+TEST_F(StatusLine, TransientTextGivesWayToTheRestingOne) {
+    start();
+    show_status_message("Saved");
+    EXPECT_EQ(status_text(), "Saved");
+    set_resting_status("Working...");
+    EXPECT_EQ(status_text(), "Saved");
+    const DWORD shown = GetTickCount();
+    // The five seconds begin anew with each message.
+    EXPECT_FALSE(
+        run_until([&] { return GetTickCount() - shown > 4000 || status_text() != "Saved"; }) &&
+        status_text() != "Saved");
+    show_status_message("Not Saved");
+    const DWORD again = GetTickCount();
+    run_until([&] { return GetTickCount() - again > 4500; });
+    EXPECT_EQ(status_text(), "Not Saved");
+    EXPECT_TRUE(status_becomes("Working..."));
+}
+
+TEST_F(StatusLine, CutsLongTexts) {
+    start();
+    show_status_message(std::string(200, 'x').c_str());
+    EXPECT_EQ(status_text(), std::string(127, 'x'));
+    show_status_message((std::string(126, 'x') + "\xC3\xA9").c_str());
+    EXPECT_EQ(status_text(), std::string(126, 'x'));
+}
+
+TEST_F(StatusLine, ShowsErrorMessages) {
+    start();
+    show_error(k_cannot_open_output);
+    EXPECT_EQ(status_text(), "UNABLE TO OPEN OUTPUT FILE");
+    show_error(-21);
+    EXPECT_EQ(status_text(), "Unexpected Error!");
+    EXPECT_EQ(report_error(0), 0);
+    EXPECT_EQ(status_text(), "Unexpected Error!");
+}
+
+TEST(TextConversion, GoesThroughUtf8BothWays) {
+    EXPECT_EQ(std::wstring(to_utf16("a\xC3\xA9\xE2\x82\xAC")), L"a\u00E9\u20AC");
+    EXPECT_STREQ(to_8bit(L"a\u00E9\u20AC\u07FF\u0800"),
+                 "a\xC3\xA9\xE2\x82\xAC\xDF\xBF\xE0\xA0\x80");
+    EXPECT_EQ(std::wstring(to_utf16("\xF0\x9F\x98\x80")), L"\xD83D\xDE00");
+    EXPECT_EQ(std::wstring(to_utf16("\xE9t\xE9")), L"\u00E9t\u00E9") << "Latin-1";
+}
+
+TEST(TextConversion, LeadByteAtTheEndReadsNothingBehindIt) {
+    const char text[] = "a\xE2\0bc";
+    EXPECT_EQ(std::wstring(to_utf16(text)), L"a\u00E2");
+    EXPECT_EQ(std::wstring(to_utf16("\xE2\x82")), L"\u00E2\u0082");
+}
+
+TEST(TextConversion, StopsAt256) {
+    EXPECT_EQ(wcslen(to_utf16(std::string(300, 'x').c_str())), 256U);
+    EXPECT_EQ(strlen(to_8bit(std::wstring(300, L'x').c_str())), 256U);
+    EXPECT_EQ(strlen(to_8bit(std::wstring(300, L'\u20AC').c_str())), 255U);
+    char name[8];
+    copy_characters(name, "abc\xE2\x82\xAC", 5);
+    EXPECT_STREQ(name, "abc");
+}
