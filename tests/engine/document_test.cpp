@@ -368,6 +368,7 @@ TEST_F(Document, TheOfferWhileAFileIsReadEndsWithoutSaving) {
     host().save_changes = {false, true};
     host().ok_cancel = {false, false, true};
     EXPECT_EQ(run_until_end([&] { doc_command_open_path(path.c_str()); }), 0);
+    EXPECT_EQ(count(host().log, "hide_text_caret"), 0U);
     EXPECT_EQ(file_bytes(path), too_large_web());
     start_program();
 }

@@ -188,7 +188,9 @@ TEST_F(Faults, ASaveThatRunsOutCanBeRepeated) {
         block_arena_fail_after(-1, false);
         EXPECT_EQ(web_changed(), n == 0);
         EXPECT_EQ(check_engine(), "");
-        EXPECT_TRUE(run_command([] { EXPECT_EQ(doc_command_save(), 0); }));
+        set_web_changed(true);
+        host().save_changes = {true};
+        EXPECT_EQ(run_until_end(save_and_exit), 0);
         EXPECT_EQ(file_bytes(first_path()), written_web());
     }
     start_program();

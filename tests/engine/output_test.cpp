@@ -71,7 +71,7 @@ TEST_F(Stream, EscapesAndQuotes) {
         {"a\\nb", "a\nb"},          {"\\t\\\\\\x", "t\\x"},
         {"'\\n'\\n", "'\\n'\n"},    {"\"\\n'\"\\n", "\"\\n'\"\n"},
         {"it's \\n", "it's \\n"},   {"\\'\\n\\\"\\n", "'\n\"\n"},
-        {"ends in \\", "ends in "}, {"\r\n\t\xff\x80", "\r\n\t\xff\x80"},
+        {"ends in \\", "ends in "}, {"n\r\n\t\xff\x80", "n\r\n\t\xff\x80"},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(write_report(row.in), 0);
@@ -231,9 +231,16 @@ TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
     EXPECT_TRUE(output_set_path("/dev/full"));
     set_option_odest(k_output_file);
     EXPECT_EQ(write_report("short"), k_cannot_write_web);
+    EXPECT_EQ(output_string(text.c_str()), k_cannot_write_web);
+    EXPECT_LT(output_char('x'), 0) << "the report is over";
+    output_close();
+    host().status = "";
     report_run();
     EXPECT_EQ(report_result(), k_cannot_write_web);
     EXPECT_EQ(host().status, "UNABLE TO WRITE TO WEB FILE");
+    set_option_odest(k_output_console);
+    EXPECT_EQ(output_char('x'), 0) << "the next one may begin";
+    output_close();
 }
 
 TEST_F(Stream, ATextIsCutAt4095Characters) {

@@ -244,7 +244,11 @@ TEST_F(Reports, WhatIsTypedDuringAReportIsKept) {
             type_text("typed meanwhile");
         }
     };
+    take_log();
     report(k_report_fmt, true);
+    EXPECT_EQ(take_log(),
+              (Log{"store 1", "resting Working...", "console_clear", "output_began console",
+                   "output_ended", "resting Ready", "store 1", "show home"}));
     EXPECT_EQ(text_of("home"), "typed meanwhile");
     EXPECT_EQ(host().pane.text, "typed meanwhile");
     EXPECT_TRUE(web_changed());

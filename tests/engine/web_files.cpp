@@ -55,6 +55,7 @@ struct ScratchFiles {
     ~ScratchFiles() {
         for (const std::string &path : paths) {
             remove(path.c_str());
+            remove((path + "~").c_str());
         }
     }
 };

@@ -5,7 +5,6 @@
 // selection, each ended by a zero; the web file.
 #include "tests/fuzz/fuzz_target.h"
 
-#include "tests/engine/checker.h"
 #include "tests/engine/recorder.h"
 #include "tests/engine/report_model.h"
 #include "tests/engine/web_files.h"
@@ -13,6 +12,7 @@
 #include "report/output.h"
 #include "report/reports.h"
 #include "web/cell_ops.h"
+#include "web/cells.h"
 #include "web/options.h"
 
 namespace {
@@ -80,6 +80,8 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     file_report();
     host().on_pump = nullptr;
     require(console_report() == expected, "the report after a cancelled one differs");
-    require(check_engine().empty(), check_engine());
+    require_order();
+    web_clear();
+    require(blocks_in_use() == 0, "blocks are lost");
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "tests/fuzz/fuzz_target.h"
 
+#include "tests/engine/checker.h"
 #include "tests/engine/recorder.h"
 
 #include <cstdio>
@@ -19,6 +20,14 @@ void ensure_started() {
         started = true;
     }
     host().log.clear();
+}
+
+void require_order() {
+    static unsigned runs;
+    if (runs++ % 16 == 0) {
+        std::string fault = check_engine();
+        require(fault.empty(), fault);
+    }
 }
 
 uint8_t next_byte(FuzzInput *input) {

@@ -14,6 +14,9 @@ void require(bool condition, const std::string &sentence);
 // The program has started and its log is empty.
 void ensure_started();
 
+// The whole arena is in order. Walks it in every 16th run only, but always in the first.
+void require_order();
+
 // An input that is taken apart from its front.
 struct FuzzInput {
     const uint8_t *data;
