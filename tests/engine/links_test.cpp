@@ -1,13 +1,9 @@
 // Cell numbers, link lists and the report selection.
 #include "tests/engine/engine_test.h"
 
-#include "core/busy.h"
 #include "core/text.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/links.h"
-#include "web/options.h"
 
 using Links = EngineTest;
 
@@ -156,36 +152,6 @@ TEST_F(Links, FreeingAListFreesWhatItsEntriesOwn) {
     EXPECT_EQ(blocks_in_use(), before + 2 + 2 * 3);
     link_list_free(list);
     EXPECT_EQ(blocks_in_use(), before);
-}
-
-TEST_F(Links, RunningOutOfBlocksWhileTheyAreBuilt) {
-    make_cell("a", times(20, "home a "));
-    make_cell("b", "a");
-    set_option_rall(0);
-    for (uint8_t type : {k_report_outptr, k_report_inptr}) {
-        for (const char *selected : {"", "b a", "home a a"}) {
-            set_option_rtype(type);
-            host().selected_text = selected;
-            go_to_cell(cell_lookup("a"));
-            ASSERT_TRUE(run_command([] { report_run(); }));
-            const std::string whole = host().console;
-            const uint16_t before = blocks_in_use();
-            int n = 0;
-            for (bool done = false; !done; ++n) {
-                block_arena_fail_after(n, n % 2 != 0);
-                done = run_command([] { report_run(); });
-                block_arena_fail_after(-1, false);
-                EXPECT_EQ(host().status, done ? host().status : "OUT OF MEMORY");
-                EXPECT_EQ(blocks_in_use(), before);
-                EXPECT_FALSE(is_busy());
-                ASSERT_EQ(check_engine(), "");
-                ASSERT_LT(n, 100);
-                run_command([] { report_run(); });
-                EXPECT_EQ(host().console, whole);
-            }
-            EXPECT_GT(n, 2);
-        }
-    }
 }
 
 TEST_F(Links, TheReportSelectionHasTheCellsThatWordsName) {

@@ -69,19 +69,13 @@ TEST_F(Trail, PoppingKeepsTheCellLeftForForward) {
     trail_push(handle("a"));
     trail_push(handle("b"));
     trail_walk_start();
-    EXPECT_EQ(trail_walk_next(), handle("b"));
-    EXPECT_EQ(trail_walk_next(), handle("a"));
-    EXPECT_EQ(trail_walk_next(), 0);
-    EXPECT_EQ(trail_walk_next(), 0);
+    for (CellHandle expected : {handle("b"), handle("a"), CellHandle{0}, CellHandle{0}}) {
+        EXPECT_EQ(trail_walk_next(), expected);
+    }
     EXPECT_EQ(trail_pop(), handle("b"));
     EXPECT_EQ(forward_names(), Names{"home"});
-    EXPECT_EQ(trail_names(), Names{"a"});
     EXPECT_EQ(forward_pop(), handle("home"));
     EXPECT_EQ(forward_pop(), 0);
-    forward_push(handle("a"));
-    forward_push(handle("b"));
-    forward_clear();
-    EXPECT_EQ(forward_names(), Names());
     list_position_set(handle("a"));
     take_log();
     trail_reset();
