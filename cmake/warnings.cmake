@@ -9,8 +9,9 @@ endif()
 
 # What the engine and the shell give up so that they can run on the handheld. Functions have
 # sections of their own and unused ones are dropped; data does not, because the arena's zeros would
-# then be written into the Windows executable.
+# then be written into the Windows executable. Nothing is ever unwound, so no unwind tables either.
 add_library(quorvane_portable INTERFACE)
 target_compile_options(quorvane_portable INTERFACE
-    -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections)
+    -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections
+    $<$<CONFIG:MinSizeRel>:-fno-asynchronous-unwind-tables>)
 target_include_directories(quorvane_portable INTERFACE ${PROJECT_SOURCE_DIR})

@@ -14,7 +14,6 @@ struct DropTarget final : IDropTarget {
     LONG references = 0;           // 0: free
     IDropTarget *inner = nullptr;  // the target that the window had before
     bool carries_web = false;      // the drag under way brings a web file
-    wchar_t path[k_drop_path_max] = {};
 
     HRESULT WINAPI QueryInterface(REFIID id, void **object) override;
     ULONG WINAPI AddRef() override;
@@ -26,6 +25,7 @@ struct DropTarget final : IDropTarget {
 };
 
 DropTarget targets[4];
+wchar_t dragged_path[k_drop_path_max];  // one drag at a time
 
 bool is_web_file(const wchar_t *path) {
     const int length = lstrlenW(path);
@@ -69,7 +69,7 @@ ULONG WINAPI DropTarget::Release() {
 }
 
 HRESULT WINAPI DropTarget::DragEnter(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) {
-    carries_web = web_file_in(data, path);
+    carries_web = web_file_in(data, dragged_path);
     if (!carries_web && inner) {
         return inner->DragEnter(data, keys, point, effect);
     }
@@ -98,7 +98,7 @@ HRESULT WINAPI DropTarget::Drop(IDataObject *data, DWORD keys, POINTL point, DWO
     }
     // Opening may ask the user something: the program that the file comes from must not wait for
     // it.
-    const bool taken = carries_web && window_open_later(path);
+    const bool taken = carries_web && window_open_later(dragged_path);
     *effect &= taken ? k_effects : DWORD{DROPEFFECT_NONE};
     carries_web = false;
     return S_OK;
