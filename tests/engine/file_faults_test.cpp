@@ -106,7 +106,7 @@ bool run_with_fault(const Step &step, int n, bool for_ever, const std::string &g
 
 TEST_F(Faults, FileCommandsAtEveryAllocation) {
     const Step steps[] = {
-        {"open", [] { doc_command_open_path(second_path().c_str()); }, true, false},
+        {"open", [second = second_path()] { doc_command_open_path(second.c_str()); }, true, false},
         {"save", [] { doc_command_save(); }, false, true},
         {"save as", [] { doc_command_save_as(); }, false, false},
         {"new", [] { doc_command_new(); }, true, false},
