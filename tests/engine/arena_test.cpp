@@ -129,8 +129,9 @@ TEST_F(Arena, AnOfferWithinAnAllocationLeavesItWhole) {
     type_text(std::string(5000, 'y'));  // does not fit
     host().ok_cancel = {true};
     host().save_changes = {true};
-    BlockHandle text = text_from_cstring(std::string(40 * k_text_block_chars, 'z').c_str());
-    EXPECT_EQ(text_string(text), std::string(40 * k_text_block_chars, 'z'));
+    const std::string whole(1440, 'z');
+    BlockHandle text = text_from_cstring(whole.c_str());
+    EXPECT_EQ(text_string(text), whole);
     chain_free(text);
     EXPECT_EQ(blocks_free(), k_low_block_count);
     give_back(blocks);
