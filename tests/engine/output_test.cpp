@@ -116,12 +116,9 @@ TEST_F(Stream, TheConsoleGetsFortyEightCharactersAtATime) {
     }
     EXPECT_EQ(log_of([] { write_report(""); }), Log()) << "a report of nothing opens nothing";
     EXPECT_EQ(host().console.size(), 100U);
-}
-
-TEST_F(Stream, PrintGoesToTheConsole) {
     set_option_odest(k_output_print);
-    EXPECT_EQ(write_report("x"), 0);
-    EXPECT_EQ(host().console, "x");
+    EXPECT_EQ(write_report("printed"), 0);
+    EXPECT_EQ(host().console, "printed");
 }
 
 TEST_F(Stream, FileNames) {

@@ -28,7 +28,7 @@ struct Place {
 
 // A path with nothing there, and none of its copies.
 Place fresh_place() {
-    std::string path = scratch_path("web") + ".qvx";
+    std::string path = scratch_path("web.qvx");
     unlink(path.c_str());
     unlink((path + "~").c_str());
     return {path, path + "~"};
