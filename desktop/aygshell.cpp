@@ -34,6 +34,7 @@ BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wparam, LPARAM, SHACTIVATEINF
         HWND focus = GetFocus();
         if (focus && IsChild(window, focus)) {
             record->hwndLastFocus = focus;
+            window_remember_focus(focus);
         }
     } else if (HIWORD(wparam) == 0 && IsChild(window, record->hwndLastFocus)) {
         SetFocus(record->hwndLastFocus);

@@ -7,9 +7,8 @@
 //   takes 26 pixels more;
 // - sizes that the program itself asks for while the window is created are not followed;
 // - WM_SIZE does not reach the program while the window is minimised;
-// - the close button sends the quit command, and so does the end of the session; WM_CLOSE is left
-// to
-//   the program;
+// - the close button sends the quit command, and so does the end of the session;
+//   WM_CLOSE is left to the program;
 // - after a dialog the current directory is what it was at the start (file dialogs: pass
 //   OFN_NOCHANGEDIR too, because the program may read a file before the window is enabled again);
 // - a web file that is dropped on the window or on one of its panes is opened.

@@ -192,9 +192,10 @@ void redraw() {
 // main window by the system.
 void run_menus(int index) {
     HWND parent = GetParent(menu_bar.bar);
-    menu_bar.filter =
+    HHOOK filter =
         SetWindowsHookExW(WH_MSGFILTER, filter_menu_message, nullptr, GetCurrentThreadId());
-    while (index >= 0) {
+    menu_bar.filter = filter;
+    while (index >= 0 && menu_bar.bar != nullptr) {
         TPMPARAMS around = {sizeof around, {}};
         SendMessageW(menu_bar.bar, TB_GETITEMRECT, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&around.rcExclude));
@@ -209,10 +210,12 @@ void run_menus(int index) {
                          around.rcExclude.left, around.rcExclude.top, parent, &around);
         index = menu_bar.next;
     }
-    menu_bar.open = -1;
-    redraw();
-    UnhookWindowsHookEx(menu_bar.filter);
+    UnhookWindowsHookEx(filter);
     menu_bar.filter = nullptr;
+    menu_bar.open = -1;
+    if (menu_bar.bar != nullptr) {  // it goes with the window, which a pop-up may outlive
+        redraw();
+    }
 }
 
 LRESULT CALLBACK bar_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {

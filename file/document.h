@@ -23,8 +23,8 @@ int doc_save_as();
 int doc_save_if_changed();
 
 // The commands of the File menu. Each stores the text pane first, shows the current cell again
-// afterwards, and leaves the web unchanged whatever happened. While output is under way they are
-// refused with -13.
+// afterwards, and leaves the web unchanged whatever happened, except where the pane's text did not
+// fit into the web that was saved. While output is under way they are refused with -13.
 int doc_command_new();
 int doc_command_open();
 int doc_command_save();

@@ -154,7 +154,7 @@ place_scintilla() {
 
 # Makes the private prefix and exports what Wine needs to know about it. Sets $wine.
 set_up_wine() {
-    local state=2 # counts the versions of what is set up below
+    local state=3 # counts the versions of what is set up below
     export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=-all \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
     wine=$(command -v wine)
@@ -168,10 +168,12 @@ set_up_wine() {
     } >"$build/wine.log" 2>&1 || die "Wine could not be set up (see build/wine.log)."
 }
 
-# Debian's Wine does not look where Debian puts its fonts.
+# Debian's Wine does not look where Debian puts its fonts. Tahoma goes there as its outlines alone.
 link_wine_fonts() {
-    dpkg -L fonts-wine | grep -E '/fonts/[^/]+\.(ttf|fon)$' |
-        xargs -I{} ln -sf {} "$WINEPREFIX/drive_c/windows/Fonts/"
+    local fonts=$WINEPREFIX/drive_c/windows/Fonts
+    dpkg -L fonts-wine | grep -E '/fonts/[^/]+\.(ttf|fon)$' | xargs -I{} ln -sf {} "$fonts/"
+    python3 scripts/outline_font.py "$(readlink -f "$fonts/tahoma.ttf")" "$fonts/tahoma.new" &&
+        mv -f "$fonts/tahoma.new" "$fonts/tahoma.ttf"
 }
 
 has_display() { [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; }

@@ -15,6 +15,7 @@
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
 #include "web/cell_ops.h"
+#include "web/trail.h"
 
 namespace {
 
@@ -131,8 +132,11 @@ void on_cell_clone(const Command &) {
 }
 
 void on_cell_delete(const Command &) {
+    CellHandle cell = current_cell();
     delete_cell();
-    cellname_box_close_list();
+    if (current_cell() != cell) {
+        cellname_box_close_list();
+    }
 }
 
 void on_cell_previous(const Command &) {
@@ -214,8 +218,9 @@ void on_next_pane(const Command &) {
 }
 
 void on_close_modeless(const Command &) {
-    if (search_bar() != nullptr) {
-        SendMessageW(search_bar(), WM_COMMAND, IDCANCEL, 0);
+    HWND dialog = cancel_box() != nullptr ? cancel_box() : search_bar();
+    if (dialog != nullptr) {
+        SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     }
 }
 

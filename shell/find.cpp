@@ -1,6 +1,7 @@
 #include "shell/find.h"
 
 #include "core/busy.h"
+#include "core/host.h"
 #include "shell/guard.h"
 #include "shell/pane_input.h"
 #include "shell/scintilla.h"
@@ -79,6 +80,11 @@ void find_next() {
     find.found = false;
     if (text_pane() == nullptr || current_view() != k_view_text || current_cell() == 0 ||
         refused_while_busy()) {
+        return;
+    }
+    // The options may have changed since the bar was opened.
+    if (option_starg()[0] == 0) {
+        show_status_message("Nothing to search for");
         return;
     }
     run_guarded(search_web, nullptr);

@@ -48,7 +48,7 @@ void write_page(const Page &page) {
 
 }  // namespace
 
-// The console is written to wherever the reports go.
+// The console gets the page whatever destination the reports have.
 void show_help_page(HelpPage page) {
     if (refused_while_busy()) {
         return;

@@ -24,8 +24,7 @@ void move(HWND window, LayoutSlot left, LayoutSlot top, LayoutSlot width, Layout
                TRUE);
 }
 
-// The buttons stay behind the box however wide it is. A tool bar takes a new indent only when it
-// works its buttons' places out again.
+// The buttons stay behind the box however wide it is.
 void indent_buttons() {
     int32_t indent = layout_slot(k_layout_width) == k_handheld_width
                          ? layout_slot(k_layout_bar_indent)
@@ -102,8 +101,7 @@ void layout_set_slot(int32_t index, int32_t value) {
     }
 }
 
-void place_panes() {
-    ViewIndex view = current_view();
+void place_panes(ViewIndex view) {
     bool text = view == k_view_text;
     bool console = view == k_view_console;
     place(pane_window(k_pane_list), !text && !console, 2);
@@ -120,7 +118,7 @@ void apply_layout() {
                  layout_slot(k_layout_box_height), SWP_SHOWWINDOW);
     move(status_line(), k_layout_status_left, k_layout_status_top, k_layout_status_width,
          k_layout_status_height);
-    place_panes();
+    place_panes(current_view());
     move(pane_window(k_pane_tabs), k_layout_tabs_left, k_layout_tabs_top, k_layout_tabs_width,
          k_layout_tabs_height);
 }

@@ -1,6 +1,8 @@
 // Where everything stands in the main window: a table of 28 numbers, in pixels of the client area.
 #pragma once
 
+#include "shell/views.h"
+
 #include <cstdint>
 
 enum LayoutSlot : int32_t {
@@ -55,7 +57,7 @@ void apply_layout();
 
 // Places the three panes for a view: the one shown on the pane area, the others collapsed to
 // nothing.
-void place_panes();
+void place_panes(ViewIndex view);
 
 // What the input panel and the menu bar leave of the screen.
 Area visible_area();

@@ -4,7 +4,7 @@
 #include "shell/main_window.h"
 #include "shell/message_loop.h"
 
-// No file is open when this is called, and nothing else needs to be put in order.
+// Nothing needs to be put in order: a file that is open now is one that must not be completed.
 void end_program(int status) {
     DWORD process = 0;
     GetWindowThreadProcessId(main_window(), &process);

@@ -20,7 +20,7 @@ void configure_console_pane();
 // Styles from the options in force.
 void apply_pane_styles(HWND pane);
 
-// The part of a colour that a link has, as Windows and Scintilla want it.
+// The colour of a link colour option (LinkColour).
 COLORREF link_colour(int option);
 
 // SCN_STYLENEEDED: styles a pane up to a position.

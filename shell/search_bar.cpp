@@ -96,6 +96,10 @@ void set_search_in_progress(bool in_progress) {
 void open_search_bar() {
     set_search_in_progress(true);
     bar.window = open_modeless(L"NXTBOX", bar_proc);
+    if (bar.window == nullptr) {
+        set_search_in_progress(false);
+        return;
+    }
     ShowWindow(bar.window, SW_SHOW);
     focus_active_pane();
 }

@@ -98,10 +98,23 @@ void show_view(ViewIndex view) {
     store_before_leaving();
     views.previous = views.current;
     views.current = view;
-    place_panes();
-    set_active_pane(view == k_view_list   ? k_pane_list
-                    : view == k_view_text ? k_pane_text
-                                          : k_pane_console);
+    switch (view) {
+    case k_view_list:
+        place_panes(view);
+        set_active_pane(k_pane_list);
+        break;
+    case k_view_text:
+        place_panes(view);
+        set_active_pane(k_pane_text);
+        break;
+    case k_view_console:
+        place_panes(view);
+        set_active_pane(k_pane_console);
+        break;
+    default:
+        place_panes(k_view_text);
+        return;
+    }
     focus_active_pane();
 }
 
