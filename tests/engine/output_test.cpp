@@ -219,7 +219,7 @@ TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
         std::string written;
         Log log = log_of([&] { written = file_report(text, &code); });
         byte_stream_fail_write_after(-1);
-        EXPECT_EQ(written, text.substr(0, n * k_byte_buffer_size));
+        EXPECT_EQ(written, text.substr(0, size_t{n} * k_byte_buffer_size));
         EXPECT_EQ(code, n < 3 ? k_cannot_write_web : 0) << n;
         EXPECT_EQ(std::count(log.begin(), log.end(), failure), n < 3 ? 1 : 0);
         EXPECT_EQ(log.back(), "resting Ready");

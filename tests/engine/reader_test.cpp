@@ -87,9 +87,10 @@ TEST_F(Reader, NothingChangesWhereTheBufferEnds) {
     const std::string read = "\r\nb\r\n\ru\r\n&\r<x\r\n";
     const uint32_t head = static_cast<uint32_t>(cell_file("a", "").size());
     for (uint32_t end = 1; end < tail.size() + 12; ++end) {
-        std::string pad(k_byte_buffer_size - head + 12 - end, 'p');
-        ASSERT_EQ(text_read(pad + tail), pad + read) << end;
-        ASSERT_EQ(text_read(pad + pad + tail), pad + pad + read) << end;
+        for (uint32_t border : {k_byte_buffer_size, 2 * k_byte_buffer_size}) {
+            std::string pad(border - head + 12 - end, 'p');
+            ASSERT_EQ(text_read(pad + tail), pad + read) << end;
+        }
     }
 }
 
@@ -297,8 +298,10 @@ TEST_F(Reader, TakesExactlyTheBlocksThatTheWebNeeds) {
     char name = 'a';
     for (uint32_t n : {0U, 1U, 35U, 36U, 37U, 72U, 5000U, 12000U}) {
         std::string text(n, 't');
-        file += cell_file(std::string(n % 50 + 1, name++), "old" + text) + "<text>" + text +
-                "</text><val>" + text + "</val>" + (n > 0 ? "<form>" + text + "</form>" : "");
+        file += cell_file(std::string(n % 50 + 1, name++), "old" + text);
+        file += "<text>" + text + "</text>";
+        file += "<val>" + text + "</val>";
+        file += n > 0 ? "<form>" + text + "</form>" : "";
         expected += 1 + built_blocks(n % 50 + 1) + built_blocks(n) + 1 + built_blocks(n);
         expected += n > 0 ? built_blocks(n) : 0;
     }
@@ -330,7 +333,7 @@ TEST_F(Reader, AWebThatLeavesFourBlocksFreeCanBeReadAgain) {
     for (const char *filled : {"about", "home", "zoo"}) {
         std::string file = "<cname>about</cname><val>12</val><cname>home</cname><cname>zoo</cname>";
         ASSERT_EQ(parse_web(file), 0);
-        std::string text((blocks_free() - 4U) * k_text_block_chars, 'f');
+        std::string text(size_t{k_text_block_chars} * (blocks_free() - 4U), 'f');
         file.insert(file.find(filled) + strlen(filled) + strlen("</cname>"),
                     "<text>" + text + "</text>");
         ASSERT_EQ(parse_web(file), 0);
