@@ -80,12 +80,11 @@ TEST_F(OutOfMemory, ChoosingInTheListWithTheMouseIsSafe) {
     start_with_free_blocks(0);
     sci_text(text_pane(), SCI_SETTEXT, 0, std::string(4000, 'w').c_str());
     show_tab(0);
+    // The second item, by a real press: the control is still at work when the blocks run out.
     HWND list = pane_window(k_pane_list);
-    NMTREEVIEWW change = {};
-    change.hdr = {list, CTL_CELL_LIST, TVN_SELCHANGEDW};
-    change.action = TVC_BYMOUSE;
-    change.itemNew.lParam = cell_lookup("plan");
-    SendMessageW(main_window(), WM_NOTIFY, CTL_CELL_LIST, as_lparam(&change));
+    const LRESULT height = SendMessageW(list, TVM_GETITEMHEIGHT, 0, 0);
+    PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, height * 3 / 2));
+    PostMessageW(list, WM_LBUTTONUP, 0, MAKELPARAM(8, height * 3 / 2));
     run();
     EXPECT_EQ(status_text(), "OUT OF MEMORY");
     EXPECT_EQ(item_count(), 2);
