@@ -11,236 +11,126 @@
 
 namespace {
 
-constexpr uint32_t k_ring_entries = 31;
-
-// What a block was met as. The first fault found is kept; what follows from it is not reported.
-struct Use {
-    const char *what;  // null: not met
-    CellHandle node;   // whose it is
-};
+constexpr const char *k_node = "a node";
 
 static struct Check {
-    Use uses[k_block_count + 1];
+    const char *uses[k_block_count + 1];  // what a block was met as; null: not met
     CellHandle nodes[k_block_count + 1];  // of the index, in its order
     uint32_t node_count;
-    CellHandle above[k_block_count + 1];  // nodes whose right side is still to be walked
     uint32_t free_length;
-    std::string fault;
+    std::string fault;  // the first; what follows from it is not reported
 } check;
 
-bool fail(const std::string &sentence) {
-    if (check.fault.empty()) {
-        check.fault = sentence;
+bool expect(bool sound, const char *fault, uint32_t where, const char *use = "") {
+    if (!sound && check.fault.empty()) {
+        check.fault = std::string(fault) + " " + use + ": " + std::to_string(where);
     }
-    return false;
+    return sound;
 }
 
-std::string described(const Use &use) {
-    std::string name = use.node == 0 ? "" : " of node " + std::to_string(use.node);
-    return use.what + name;
-}
-
-// Called for every block, so that a sentence is only made when one is needed.
-std::string block_name(BlockHandle h) {
-    return "block " + std::to_string(h);
-}
-
-bool claim(BlockHandle h, const char *what, CellHandle node) {
-    if (h == 0 || h > k_block_count) {
-        return fail(block_name(h) + " does not exist but is " + described({what, node}));
-    }
-    if (check.uses[h].what != nullptr) {
-        return fail(block_name(h) + " is " + described({what, node}) + " and " +
-                    described(check.uses[h]));
-    }
-    check.uses[h] = {what, node};
-    return true;
-}
-
-bool claim_typed(BlockHandle h, uint8_t type, const char *what, CellHandle node) {
-    if (!claim(h, what, node)) {
+bool claim(BlockHandle h, const char *use) {
+    if (!expect(h != 0 && h <= k_block_count, "no such block, yet it is", h, use) ||
+        !expect(check.uses[h] == nullptr, "a block on two chains is also", h, use)) {
         return false;
     }
-    return block_ptr(h)[k_block_type_at] == type ||
-           fail(block_name(h) + ", " + described({what, node}) + ", has type " +
-                std::to_string(block_ptr(h)[k_block_type_at]));
+    check.uses[h] = use;
+    return true;
 }
 
-bool claim_text(BlockHandle h, const char *what, CellHandle node) {
+// Every block of a chain.
+bool claim_chain(BlockHandle h, uint8_t type, const char *use) {
     for (; h != 0; h = block_next(h)) {
-        if (!claim_typed(h, k_block_text, what, node)) {
+        if (!claim(h, use) ||
+            !expect(block_ptr(h)[k_block_type_at] == type, "wrong type of", h, use)) {
             return false;
         }
-        if (block_used(h) > k_text_block_chars) {
-            return fail(block_name(h) + " has more characters than room");
-        }
+        expect(type != k_block_text || block_used(h) <= k_text_block_chars, "too full:", h, use);
     }
     return true;
 }
 
-bool claim_value(BlockHandle h, CellHandle node) {
-    for (; h != 0; h = block_next(h)) {
-        if (!claim_typed(h, k_block_text, "a value", node) ||
-            !claim_text(val_text(h), "a value's text", node)) {
-            return false;
+void claim_value(BlockHandle value) {
+    if (claim_chain(value, k_block_text, "a value")) {
+        for (; value != 0; value = block_next(value)) {
+            claim_chain(val_text(value), k_block_text, "a value's text");
         }
     }
-    return true;
-}
-
-bool claim_aux(BlockHandle h, CellHandle node) {
-    return h == 0 || claim_typed(h, k_block_plain, "an auxiliary block", node);
 }
 
 // Header block, then entry blocks linked both ways.
-bool claim_links(BlockHandle list, CellHandle node) {
+void claim_links(BlockHandle list) {
     constexpr uint32_t k_first_block_at = 7;
-    constexpr uint32_t k_last_block_at = 10;
     constexpr uint32_t k_previous_at = 4;
-    if (list == 0) {
-        return true;
-    }
-    if (!claim_typed(list, k_block_link, "a link list", node)) {
-        return false;
+    if (list == 0 || !claim_chain(list, k_block_link, "a link list")) {
+        return;
     }
     BlockHandle previous = 0;
-    for (BlockHandle h = block_get16(list, k_first_block_at); h != 0; h = block_next(h)) {
-        if (!claim_typed(h, k_block_link, "link entries", node)) {
-            return false;
-        }
-        if (block_get16(h, k_previous_at) != previous) {
-            return fail("link block " + std::to_string(h) + " has the wrong predecessor");
+    BlockHandle h = block_get16(list, k_first_block_at);
+    for (claim_chain(h, k_block_link, "link entries"); h != 0; h = block_next(h)) {
+        if (!expect(block_get16(h, k_previous_at) == previous, "wrong predecessor of", h)) {
+            return;
         }
         previous = h;
     }
-    return block_get16(list, k_last_block_at) == previous ||
-           fail("a link list's last block is not the end of its chain");
 }
 
 bool claim_node(CellHandle node) {
-    if (!claim_typed(node, k_block_node, "a node", node) ||
-        !claim_text(cell_name(node), "the name", node)) {
+    if (!claim(node, k_node) ||
+        !expect(block_ptr(node)[k_block_type_at] == k_block_node, "wrong type of", node, k_node)) {
         return false;
     }
-    switch (cell_kind(node)) {
-    case k_cell_live:
-        return claim_text(cell_text(node), "the text", node) &&
-               claim_text(cell_script(node), "the script", node) &&
-               claim_value(cell_value(node), node) && claim_aux(cell_first_aux(node), node) &&
-               claim_aux(cell_second_aux(node), node) &&
-               claim_links(cell_out_pointers(node), node) &&
-               claim_links(cell_second_links(node), node);
-    case k_cell_value_entry:
-        return claim_value(cell_text(node), node);
-    case k_cell_deleted:
-        return true;
-    default:
-        return fail("node " + std::to_string(node) + " has kind " +
-                    std::to_string(cell_kind(node)));
+    claim_chain(cell_name(node), k_block_text, "a name");
+    if (cell_kind(node) == k_cell_live) {
+        claim_chain(cell_text(node), k_block_text, "a cell's text");
+        claim_chain(cell_script(node), k_block_text, "a script");
+        claim_value(cell_value(node));
+        claim_chain(cell_first_aux(node), k_block_plain, "an auxiliary block");
+        claim_chain(cell_second_aux(node), k_block_plain, "an auxiliary block");
+        claim_links(cell_out_pointers(node));
+        claim_links(cell_second_links(node));
+    } else if (cell_kind(node) == k_cell_value_entry) {
+        claim_value(cell_text(node));
     }
+    return true;
 }
 
-bool has_parent(CellHandle node, CellHandle parent) {
-    return node == 0 || node_parent(node) == parent ||
-           fail("node " + std::to_string(node) + " does not know its parent");
-}
-
-// In order, by parent-free means: the nodes whose left side is under way are kept aside.
-bool walk_index() {
-    uint32_t depth = 0;
-    check.node_count = 0;
-    CellHandle node = index_root();
-    if (!has_parent(node, 0)) {
-        return false;
-    }
-    while (node != 0 || depth > 0) {
-        for (; node != 0; node = node_left(node)) {
-            if (!claim_node(node) || !has_parent(node_left(node), node) ||
-                !has_parent(node_right(node), node)) {
-                return false;
-            }
-            check.above[depth++] = node;
-        }
-        node = check.above[--depth];
+void walk_index(CellHandle node, CellHandle parent) {
+    if (node != 0 && claim_node(node)) {
+        expect(node_parent(node) == parent, "wrong parent of node", node);
+        walk_index(node_left(node), node);
         check.nodes[check.node_count++] = node;
-        node = node_right(node);
+        walk_index(node_right(node), node);
     }
-    return true;
 }
 
-bool is_node(CellHandle h) {
-    return h != 0 && h <= k_block_count && check.uses[h].what != nullptr && check.uses[h].node == h;
+bool is_live_node(CellHandle h) {
+    return h != 0 && h <= k_block_count && check.uses[h] == k_node && is_live_cell(h);
 }
 
-bool check_order() {
-    for (uint32_t i = 1; i < check.node_count; ++i) {
-        if (text_compare(cell_name(check.nodes[i - 1]), cell_name(check.nodes[i])) >= 0) {
-            return fail("node " + std::to_string(check.nodes[i]) + " is out of order");
-        }
-    }
-    return true;
-}
-
-bool check_numbers() {
+void check_order_and_numbers() {
     int32_t number = 0;
     for (uint32_t i = 0; i < check.node_count; ++i) {
         CellHandle node = check.nodes[i];
-        bool numbered = is_live_cell(node) && number < static_cast<int32_t>(k_cell_number_max);
-        if (numbered && (cell_by_number(number) != node || !cell_numbered(node))) {
-            return fail("cell number " + std::to_string(number) + " is not that of node " +
-                        std::to_string(node));
-        }
-        number += numbered ? 1 : 0;
-    }
-    return cell_by_number(number) == 0 || fail("a cell number names no live cell");
-}
-
-bool check_ring(uint32_t (*entries)(CellHandle *), const char *ring) {
-    CellHandle cells[k_ring_entries];
-    uint32_t count = entries(cells);
-    for (uint32_t i = 0; i < count; ++i) {
-        if (!is_node(cells[i]) || !is_live_cell(cells[i])) {
-            return fail(std::string(ring) + " names block " + std::to_string(cells[i]) +
-                        ", which is no live cell");
+        expect(i == 0 || text_compare(cell_name(check.nodes[i - 1]), cell_name(node)) < 0,
+               "out of order: node", node);
+        if (is_live_cell(node) && number < static_cast<int32_t>(k_cell_number_max)) {
+            expect(cell_by_number(number) == node && cell_numbered(node), "wrong number of", node);
+            ++number;
         }
     }
-    return true;
+    expect(cell_by_number(number) == 0, "a number of no live cell", 0);
 }
 
-bool check_current() {
-    CellHandle current = current_cell();
-    if (index_root() == 0 ? current != 0 : !is_node(current) || !is_live_cell(current)) {
-        return fail("the current cell is not live");
+void check_ring(uint32_t (*entries)(CellHandle *), const char *ring) {
+    CellHandle cells[31];
+    for (uint32_t count = entries(cells); count-- > 0;) {
+        expect(is_live_node(cells[count]), "no live cell is named by", cells[count], ring);
     }
-    return list_position() == 0 || is_node(list_position()) || fail("the list position is no node");
 }
 
 bool claim_free(BlockHandle h, void *) {
     ++check.free_length;
-    return claim(h, "free", 0);
-}
-
-bool check_free_chain() {
-    check.free_length = 0;
-    block_arena_each_free(claim_free, nullptr);
-    return check.fault.empty() &&
-           (check.free_length == blocks_free() ||
-            fail("the free chain has " + std::to_string(check.free_length) +
-                 " blocks and the count says " + std::to_string(blocks_free())));
-}
-
-bool check_lost(uint32_t expected) {
-    uint32_t lost = 0;
-    BlockHandle example = 0;
-    for (uint32_t h = 1; h <= k_block_count; ++h) {
-        if (check.uses[h].what == nullptr) {
-            ++lost;
-            example = static_cast<BlockHandle>(h);
-        }
-    }
-    return lost == expected ||
-           fail(std::to_string(lost) + " blocks belong to nothing, among them " +
-                std::to_string(example) + "; " + std::to_string(expected) + " should");
+    return claim(h, "free");
 }
 
 }  // namespace
@@ -248,10 +138,24 @@ bool check_lost(uint32_t expected) {
 std::string check_engine(uint32_t lost_blocks) {
     memset(check.uses, 0, sizeof check.uses);
     check.fault.clear();
-    if (check_free_chain() && walk_index() && check_order() && check_numbers() &&
-        check_ring(trail_entries, "the trail") && check_ring(forward_entries, "the forward ring") &&
-        check_current()) {
-        check_lost(lost_blocks);
+    check.free_length = check.node_count = 0;
+    block_arena_each_free(claim_free, nullptr);
+    expect(check.free_length == blocks_free(), "the free chain is not as long as", blocks_free());
+    walk_index(index_root(), 0);
+    if (!check.fault.empty()) {
+        return check.fault;  // nothing else can be trusted
     }
+    check_order_and_numbers();
+    check_ring(trail_entries, "the trail");
+    check_ring(forward_entries, "the forward ring");
+    expect(index_root() == 0 ? current_cell() == 0 : is_live_node(current_cell()),
+           "not live: current cell", current_cell());
+    expect(list_position() == 0 || check.uses[list_position()] == k_node, "no node: list position",
+           list_position());
+    uint32_t lost = 0;
+    for (uint32_t h = 1; h <= k_block_count; ++h) {
+        lost += check.uses[h] == nullptr;
+    }
+    expect(lost == lost_blocks, "blocks that belong to nothing", lost);
     return check.fault;
 }

@@ -7,18 +7,22 @@
 #include "web/trail.h"
 #include "web/value.h"
 
+#include <span>
+#include <utility>
+
 namespace {
 
-constexpr uint32_t k_ring_entries = 31;
-
-Names ring_names(uint32_t (*entries)(CellHandle *)) {
-    CellHandle cells[k_ring_entries];
-    uint32_t count = entries(cells);
+Names names_of(std::span<const CellHandle> cells) {
     Names names;
-    for (uint32_t i = 0; i < count; ++i) {
-        names.push_back(name_string(cells[i]));
+    for (CellHandle cell : cells) {
+        names.push_back(name_string(cell));
     }
     return names;
+}
+
+Names ring_names(uint32_t (*entries)(CellHandle *)) {
+    CellHandle cells[31];
+    return names_of({cells, entries(cells)});
 }
 
 }  // namespace
@@ -41,18 +45,11 @@ CellHandle make_cell(const char *name, const std::string &text) {
 }
 
 Log take_log() {
-    Log log;
-    log.swap(host().log);
-    return log;
+    return std::exchange(host().log, {});
 }
 
 Names cell_names() {
-    Names names;
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
-        names.push_back(name_string(c));
-    }
-    return names;
+    return names_of(live_cells());
 }
 
 Names trail_names() {
@@ -61,10 +58,6 @@ Names trail_names() {
 
 Names forward_names() {
     return ring_names(forward_entries);
-}
-
-std::string name_string(CellHandle cell) {
-    return text_string(cell_name(cell));
 }
 
 std::string current_name() {
@@ -99,8 +92,7 @@ void open_scene() {
 Names visible_state() {
     Names state = {"at " + current_name(), "pane " + host().pane.text,
                    web_changed() ? "changed" : "unchanged"};
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    for (CellHandle c : live_cells()) {
         state.push_back("cell " + name_string(c) + ": " + text_string(cell_text(c)) + "|" +
                         text_string(cell_script(c)) + "|" +
                         (cell_value(c) != 0 ? text_string(val_text(cell_value(c))) : ""));

@@ -7,9 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 // Starts the program before a test and checks everything behind it. A test that loses blocks on
 // purpose says how many.
 class EngineTest : public testing::Test {
@@ -33,7 +30,6 @@ Names cell_names();
 Names trail_names();
 Names forward_names();
 
-std::string name_string(CellHandle cell);
 std::string current_name();
 
 // The text of the live cell of that name.

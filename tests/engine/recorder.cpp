@@ -32,10 +32,6 @@ void note(const std::string &line) {
     host().log.push_back(line);
 }
 
-std::string name_of(CellHandle cell) {
-    return cell == 0 ? "-" : text_string(cell_name(cell));
-}
-
 template <typename T> T take(std::deque<T> *answers, T otherwise) {
     if (answers->empty()) {
         return otherwise;
@@ -45,12 +41,16 @@ template <typename T> T take(std::deque<T> *answers, T otherwise) {
     return answer;
 }
 
-// A dialog's text field: the answer goes into the buffer, "" stands for a cancelled dialog.
 bool fill_in(std::deque<std::string> *answers, char *buffer, uint32_t size) {
     std::string answer = take(answers, std::string());
     strncpy(buffer, answer.c_str(), size - 1);
     buffer[size - 1] = 0;
     return !answer.empty();
+}
+
+bool ask(std::deque<bool> *answers, const char *call, const char *text, const char *caption) {
+    note(std::string(call) + text + "|" + caption);
+    return take(answers, false);
 }
 
 // Gives back what an abandoned operation holds, so that nothing of it reaches the next program.
@@ -120,16 +120,22 @@ void type_text(const std::string &text) {
 }
 
 std::string check_cell_list() {
-    uint32_t live = 0;
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    std::vector<CellHandle> cells = live_cells();
+    for (CellHandle c : cells) {
         auto item = host().items.find(cell_list_item(c));
         if (item == host().items.end() || item->second != c) {
-            return "the cell list has no item for " + name_of(c);
+            return "the cell list has no item for " + name_string(c);
         }
-        ++live;
     }
-    return live == host().items.size() ? "" : "the cell list has an item of no live cell";
+    return cells.size() == host().items.size() ? "" : "the cell list has an item of no live cell";
+}
+
+std::vector<CellHandle> live_cells() {
+    std::vector<CellHandle> cells;
+    for (CellHandle c = index_first(index_root()); (c = live_from(c)) != 0; c = index_next(c)) {
+        cells.push_back(c);
+    }
+    return cells;
 }
 
 std::string text_string(BlockHandle text) {
@@ -138,7 +144,9 @@ std::string text_string(BlockHandle text) {
     return s;
 }
 
-// ---- Messages and questions ---------------------------------------------------------------------
+std::string name_string(CellHandle cell) {
+    return cell == 0 ? "-" : text_string(cell_name(cell));
+}
 
 void show_status_message(const char *text) {
     note(std::string("status ") + text);
@@ -155,20 +163,18 @@ void show_warning(const char *text, const char *caption) {
 }
 
 bool ask_ok_cancel(const char *text, const char *caption) {
-    if (!host().quiet || strncmp(text, "Short", 5) != 0) {
-        note(std::string("ask_ok_cancel ") + text + "|" + caption);
+    if (host().quiet && strncmp(text, "Short", 5) == 0) {
+        return take(&host().ok_cancel, false);
     }
-    return take(&host().ok_cancel, false);
+    return ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
 }
 
 bool ask_yes_no(const char *text, const char *caption) {
-    note(std::string("ask_yes_no ") + text + "|" + caption);
-    return take(&host().yes_no, false);
+    return ask(&host().yes_no, "ask_yes_no ", text, caption);
 }
 
 bool ask_save_changes(const char *text, const char *caption) {
-    note(std::string("ask_save_changes ") + text + "|" + caption);
-    return take(&host().save_changes, false);
+    return ask(&host().save_changes, "ask_save_changes ", text, caption);
 }
 
 bool ask_cellname(char *name) {
@@ -186,8 +192,6 @@ void end_program(int status) {
     longjmp(program_end.context, 1);
 }
 
-// ---- The current cell's view --------------------------------------------------------------------
-
 // Nothing here may own memory when the arena runs out: the jump runs no destructor.
 
 static void store_pane_text(CellHandle cell) {
@@ -199,9 +203,6 @@ static void store_pane_text(CellHandle cell) {
 CellHandle store_text_pane(int mode) {
     note("store " + std::to_string(mode));
     CellHandle cell = current_cell();
-    if (host().on_store) {
-        host().on_store();
-    }
     if (mode != 1 || cell == 0) {
         return cell;
     }
@@ -220,7 +221,7 @@ CellHandle store_text_pane(int mode) {
 void refresh_current_view() {
     TextPane *pane = &host().pane;
     CellHandle cell = current_cell();
-    note("show " + name_of(cell));
+    note("show " + name_string(cell));
     if (pane->modified && pane->shown == cell) {
         if (cell_text_fits(cell, static_cast<uint32_t>(pane->text.size()))) {
             store_pane_text(cell);
@@ -251,8 +252,6 @@ const char *selected_text() {
 
 void selected_text_free() {}
 
-// ---- Start-up and caption -----------------------------------------------------------------------
-
 void configure_panes() {
     note("configure_panes");
 }
@@ -274,8 +273,6 @@ void hide_text_caret() {
     note("hide_text_caret");
 }
 
-// ---- The cell list ------------------------------------------------------------------------------
-
 ListItem cell_list_insert_item(CellHandle cell) {
     ListItem item = ++host().last_item;
     host().items[item] = cell;
@@ -285,21 +282,20 @@ ListItem cell_list_insert_item(CellHandle cell) {
 
 void cell_list_fill() {
     note("list_fill");
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    for (CellHandle c : live_cells()) {
         cell_list_insert_item(c);
     }
     host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
 }
 
 void cell_list_add(CellHandle cell) {
-    note("list_add " + name_of(cell));
+    note("list_add " + name_string(cell));
     cell_list_insert_item(cell);
     host().selected_item = cell_list_item(current_cell());
 }
 
 void cell_list_select_current() {
-    note("list_select " + name_of(current_cell()));
+    note("list_select " + name_string(current_cell()));
     host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
 }
 
@@ -310,12 +306,9 @@ void cell_list_clear() {
 }
 
 void cell_list_remove_item(ListItem item) {
-    auto found = host().items.find(item);
-    note("list_remove " + (found != host().items.end() ? name_of(found->second) : "-"));
+    note("list_remove " + (host().items.contains(item) ? name_string(host().items[item]) : "-"));
     host().items.erase(item);
 }
-
-// ---- The console, and output in progress --------------------------------------------------------
 
 void console_clear() {
     note("console_clear");
@@ -346,8 +339,6 @@ void output_began(bool blocks_window) {
 void output_ended() {
     note("output_ended");
 }
-
-// ---- Files (by path: cli/files_posix.cpp) -------------------------------------------------------
 
 const char *file_read_mode() {
     return "r+b";

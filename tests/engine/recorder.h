@@ -2,9 +2,8 @@
 // beforehand, and models of the text pane, the cell list and the console.
 //
 // The log has a line a call, in order: the function's short name and its arguments, such as
-// "status Saved", "ask_yes_no No such cell. Create it?|foo", "list_add alpha", "store 1",
-// "show home". A cell is named by its name, none by "-". Not logged: console_insert (see `console`
-// and `console_pieces`), pump_messages (see `pumps`) and files by path.
+// "ask_yes_no No such cell. Create it?|foo" or "store 1". A cell is named by its name, none by "-".
+// Not logged: console_insert, pump_messages and files by path.
 #pragma once
 
 #include "core/host.h"
@@ -29,18 +28,13 @@ struct Recorder {
     std::vector<std::string> log;
     std::vector<std::string> faults;  // what no host should ever see; a test that has one fails
 
-    // Answers, taken from the front; with none left the answer is no, or cancel.
-    std::deque<bool> ok_cancel;
-    std::deque<bool> yes_no;
-    std::deque<bool> save_changes;
-    std::deque<std::string> cellnames;   // "" cancels
-    std::deque<std::string> open_paths;  // "" cancels
-    std::deque<std::string> save_paths;  // "" cancels
+    // Answers, taken from the front; with none left, or "", the answer is no, or cancel.
+    std::deque<bool> ok_cancel, yes_no, save_changes;
+    std::deque<std::string> cellnames, open_paths, save_paths;
 
     TextPane pane;
     std::map<ListItem, CellHandle> items;  // of the cell list, by token
-    ListItem last_item;
-    ListItem selected_item;
+    ListItem last_item, selected_item;
     std::string console;
     std::vector<uint32_t> console_pieces;  // byte counts of the insertions since the last clear
     std::string selected_text;             // in the active pane
@@ -48,11 +42,9 @@ struct Recorder {
     std::string resting;
     std::string title;
 
-    uint32_t pumps;                  // calls of pump_messages() so far
-    std::function<void()> on_pump;   // runs in each of them
-    std::function<void()> on_store;  // runs when a pane is about to be stored
-
-    bool quiet;  // keeps ask_ok_cancel's question of the arena out of the log
+    uint32_t pumps;                 // calls of pump_messages() so far
+    std::function<void()> on_pump;  // runs in each of them
+    bool quiet;                     // keeps ask_ok_cancel's question of the arena out of the log
 };
 
 Recorder &host();
@@ -64,8 +56,8 @@ void start_program();
 // Runs the body; the status that the program ended with, or nothing when the body came back.
 std::optional<int> run_until_end(const std::function<void()> &body);
 
-// Runs the body the way the window runs a command: under a recovery point, with program_recover()
-// after a jump. False when there was one.
+// Runs the body as the window runs a command: under a recovery point, with program_recover() after
+// a jump. False when there was one.
 bool run_command(const std::function<void()> &body);
 
 // Types into the text pane: its text becomes this one, and both it and the web count as changed.
@@ -75,5 +67,9 @@ void type_text(const std::string &text);
 // is wrong.
 std::string check_cell_list();
 
-// The whole text, every byte of it.
+// The live cells in index order.
+std::vector<CellHandle> live_cells();
+
+// The whole text, every byte of it; a cell's name.
 std::string text_string(BlockHandle text);
+std::string name_string(CellHandle cell);
