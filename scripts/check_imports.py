@@ -8,6 +8,7 @@ engine's and the shell's objects are made for desktop Windows, so a call that on
 shows as a name that no list holds. A name in a list that nothing calls is a fault too.
 """
 
+import json
 import pathlib
 import re
 import subprocess
@@ -57,10 +58,16 @@ def read_lists():
     return names
 
 
-def read_objects(folder):
+def list_objects(build, folder):
+    """The objects that the build makes now; older ones may lie beside them."""
+    commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
+    outputs = (re.search(r" -o (\S+\.obj) ", one["command"]) for one in commands)
+    return [build / one[1] for one in outputs if one and one[1].startswith(folder)]
+
+
+def read_objects(objects):
     """Returns (names that the objects define, {name they miss: an object that does})."""
     defined, missing = set(), {}
-    objects = sorted(folder.rglob("*.obj"))
     output = subprocess.run([TOOLS + "nm", "-A", "-P", *objects], capture_output=True, text=True,
                             check=True).stdout if objects else ""
     for line in output.splitlines():
@@ -85,12 +92,12 @@ def main(arguments):
         sys.exit(__doc__)
     build = pathlib.Path(arguments[0])
     lists = read_lists()
-    defined, missing = read_objects(build / "CMakeFiles/quorvane_engine.dir")
+    defined, missing = read_objects(list_objects(build, "CMakeFiles/quorvane_engine.dir/"))
     if not defined:
         sys.exit("there are no objects of the engine")
     has_shell = (ROOT / "shell/CMakeLists.txt").is_file()
     if has_shell:
-        shell_defined, shell_missing = read_objects(build / "shell/CMakeFiles")
+        shell_defined, shell_missing = read_objects(list_objects(build, "shell/CMakeFiles/"))
         defined |= shell_defined
         missing = shell_missing | missing
     used, faults = set(), []

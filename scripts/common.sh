@@ -157,6 +157,8 @@ set_up_wine() {
     local state=3 # counts the versions of what is set up below
     export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=-all \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
+    # Wine writes file names as the locale can; without one it refuses all but plain letters.
+    [ "$(locale charmap)" = UTF-8 ] || export LC_ALL=C.UTF-8
     wine=$(command -v wine)
     [ "$(cat "$WINEPREFIX/ready" 2>/dev/null)" = $state ] && return
     say "Setting up Wine in build/wine (once)"
