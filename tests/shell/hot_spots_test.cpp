@@ -92,12 +92,26 @@ TEST_F(HotSpots, NamesOf48CharactersCanBeClicked) {
     EXPECT_EQ(current_name(), name48);
 }
 
-TEST_F(HotSpots, SelectionHiddenByAClickComesBack) {
-    start_in_text(web_of("plan one", cell_of("plan", "first second")));
-    click(text_pane(), 1);
-    ASSERT_EQ(current_name(), "plan");
-    select(text_pane(), 0, 5);
-    EXPECT_TRUE(run_until([] { return sci(text_pane(), SCI_GETSELECTIONEMPTY) != 0; }));
+TEST_F(HotSpots, HiddenSelectionComesBackCollapsed) {
+    start_in_text(web_of("one", cell_of("plan", "")));
+    select(text_pane(), 0, 3);
+    hide_selection_once();
+    EXPECT_TRUE(sci(text_pane(), SCI_GETSELECTIONHIDDEN));
+    show_tab(2);  // the pane is not the active one any more
+    EXPECT_TRUE(run_until([] { return !sci(text_pane(), SCI_GETSELECTIONHIDDEN); }));
+    EXPECT_TRUE(sci(text_pane(), SCI_GETSELECTIONEMPTY));
+}
+
+TEST_F(HotSpots, OnlyAClickInTheTextPaneHidesTheSelection) {
+    start(web_of("plan", cell_of("plan", "")));
+    show_tab(2);
+    sci_text(console_pane(), SCI_SETTEXT, 0, "see plan");
+    hot_spot_click(5);
+    EXPECT_FALSE(sci(console_pane(), SCI_GETSELECTIONHIDDEN));
+    command(CMD_BACK);
+    show_tab(1);
+    hot_spot_click(1);
+    EXPECT_TRUE(sci(text_pane(), SCI_GETSELECTIONHIDDEN));
 }
 
 TEST_F(HotSpots, DoubleClickCreatesACell) {
