@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "web/cells.h"
 #include "web/links.h"
+#include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"
 
@@ -48,10 +49,6 @@ TEST_F(Index, ListsAndClearsATreeOfAnyShape) {
             cells.pop_back();
         }
         EXPECT_TRUE(cells.empty() && node == 0) << "not the same backwards";
-        if (shape == 2) {
-            web_clear();
-            EXPECT_EQ(current_cell() + blocks_in_use(), 0);
-        }
         web_reset("home");
         EXPECT_EQ(blocks_in_use(), 2);
         refresh_views();
@@ -80,4 +77,18 @@ TEST_F(Values, AreTextAndNumberInStep) {
         EXPECT_EQ(text_string(val_text(copy)), "2.5");
         val_free(copy);
     }
+}
+
+TEST_F(Values, OfOptionsAreClampedAndApply) {
+    for (auto [set, stored] : {std::pair(25, 20), std::pair(-11, -10), std::pair(7, 7)}) {
+        set_option_zoom(set);
+        EXPECT_EQ(option_zoom(), stored);
+    }
+    set_option_nfmt(0);
+    set_option_ndec(3);
+    EXPECT_STREQ(option_number_text(2), "2.000");
+    set_option_ndec(16);
+    EXPECT_STREQ(option_number_text(2), "2.00");
+    option_defaults();
+    EXPECT_EQ(option_zoom(), 0);
 }

@@ -185,8 +185,7 @@ bool ask_cellname(char *name) {
 void end_program(int status) {
     note("end " + std::to_string(status));
     if (!program_end.awaited) {
-        std::fprintf(stderr, "the program ended with %d where no test expected it\n", status);
-        abort();
+        abort();  // where no test expected it
     }
     program_end.status = status;
     longjmp(program_end.context, 1);
@@ -273,6 +272,10 @@ void hide_text_caret() {
     note("hide_text_caret");
 }
 
+static void select_current_item() {
+    host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
+}
+
 ListItem cell_list_insert_item(CellHandle cell) {
     ListItem item = ++host().last_item;
     host().items[item] = cell;
@@ -285,18 +288,18 @@ void cell_list_fill() {
     for (CellHandle c : live_cells()) {
         cell_list_insert_item(c);
     }
-    host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
+    select_current_item();
 }
 
 void cell_list_add(CellHandle cell) {
     note("list_add " + name_string(cell));
     cell_list_insert_item(cell);
-    host().selected_item = cell_list_item(current_cell());
+    select_current_item();
 }
 
 void cell_list_select_current() {
     note("list_select " + name_string(current_cell()));
-    host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
+    select_current_item();
 }
 
 void cell_list_clear() {
