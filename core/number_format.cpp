@@ -72,7 +72,7 @@ void integer_digits(Decimal *d, uint64_t mantissa, int32_t exponent) {
             numbers.words[i] = static_cast<uint32_t>(rest / k_limb);
             rest %= k_limb;
         }
-        put_limb(d->digits + d->count + limb * 9, static_cast<uint32_t>(rest));
+        put_limb(&d->digits[d->count + limb * 9], static_cast<uint32_t>(rest));
     }
     d->count += k_limbs * 9;
     d->point = d->count;

@@ -38,14 +38,14 @@ void put(Ring *ring, CellHandle cell) {
 
 // An entry is not repeated right behind itself, except where the ring is full.
 void ring_push(Ring *ring, CellHandle cell) {
-    if (ring->head == ring->tail) {
-        put(ring, cell);
-    } else if (after(ring->head) == ring->tail) {
+    bool empty = ring->head == ring->tail;
+    bool full = after(ring->head) == ring->tail;
+    if (full) {
         ring->tail = after(ring->tail);
-        put(ring, cell);
-    } else if (ring->slots[before(ring->head)] != cell) {
-        put(ring, cell);
+    } else if (!empty && ring->slots[before(ring->head)] == cell) {
+        return;
     }
+    put(ring, cell);
 }
 
 CellHandle ring_pop(Ring *ring) {
