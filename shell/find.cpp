@@ -4,6 +4,7 @@
 #include "core/host.h"
 #include "shell/guard.h"
 #include "shell/pane_input.h"
+#include "shell/pane_wrapping.h"
 #include "shell/scintilla.h"
 #include "shell/search_walk.h"
 #include "shell/text_pane.h"
@@ -61,6 +62,7 @@ void search_web(void *) {
     Match match = {};
     if (search_from(sci(text_pane(), SCI_GETSELECTIONEND), &match) || search_other_cells(&match)) {
         sci(text_pane(), SCI_SETSEL, match.start, match.end);
+        pane_scroll_to_caret(text_pane());
         find = {true, current_cell(), match};
     }
 }

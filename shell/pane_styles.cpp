@@ -17,6 +17,9 @@ namespace {
 constexpr COLORREF k_text_colour = RGB(0, 0, 0);
 constexpr COLORREF k_link_colours[] = {RGB(197, 18, 27), RGB(43, 155, 34), RGB(24, 35, 105)};
 
+// Of a match while the search bar has the focus: light enough for black text.
+constexpr LPARAM k_inactive_selection = 0xFFC8C8C8;  // with its opacity
+
 constexpr LRESULT k_lexer_container = 0;
 constexpr LRESULT k_style_bits = 7;
 constexpr LRESULT k_margin = 1;
@@ -40,6 +43,7 @@ void configure(HWND pane, LRESULT caret_policy, LRESULT caret_slop) {
     sci(pane, k_sci_set_lexer, k_lexer_container);
     sci(pane, k_sci_set_style_bits, k_style_bits);
     sci(pane, SCI_SETYCARETPOLICY, caret_policy, caret_slop);
+    sci(pane, SCI_SETELEMENTCOLOUR, SC_ELEMENT_SELECTION_INACTIVE_BACK, k_inactive_selection);
 }
 
 void set_style(HWND pane, LRESULT style, COLORREF colour, bool bold) {

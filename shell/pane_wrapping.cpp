@@ -20,6 +20,16 @@ Collapsed *state_of(HWND pane) {
     return pane == text_pane() ? &wrapping.text : &wrapping.console;
 }
 
+// A pane breaks its lines when it is drawn or idle, which moves the caret's line down. Asked for a
+// line, it breaks all of them first.
+void show_caret(HWND pane) {
+    LRESULT caret = sci(pane, SCI_GETCURRENTPOS);
+    if (caret > 0) {
+        sci(pane, SCI_ENSUREVISIBLE, sci(pane, SCI_LINEFROMPOSITION, caret));
+    }
+    sci(pane, SCI_SCROLLCARET);
+}
+
 }  // namespace
 
 void pane_collapsing(HWND pane) {
@@ -41,11 +51,14 @@ void pane_expanded(HWND pane) {
     sci(pane, SCI_SETFIRSTVISIBLELINE, state->first_line);
     sci(pane, SCI_SETWRAPMODE, SC_WRAP_WORD);
     if (state->caret_moved) {
-        sci(pane, SCI_SCROLLCARET);
+        show_caret(pane);
     }
 }
 
 void pane_scroll_to_caret(HWND pane) {
-    state_of(pane)->caret_moved = true;
-    sci(pane, SCI_SCROLLCARET);
+    Collapsed *state = state_of(pane);
+    state->caret_moved = true;
+    if (!state->collapsed) {
+        show_caret(pane);
+    }
 }

@@ -84,6 +84,42 @@ TEST_F(FindTest, WithoutAMatchTheSearchEndsWhereItBegan) {
     EXPECT_EQ(blocks_free(), free_before) << "cells that were only looked at";
 }
 
+// A text that the pane breaks into far more lines than it has line ends.
+std::string long_text(const std::string &last_word) {
+    std::string text;
+    for (int i = 0; i < 20; ++i) {
+        for (int word = 0; word < 60; ++word) {
+            text += "word ";
+        }
+        text += "\n";
+    }
+    return text + last_word + "\nend";
+}
+
+testing::AssertionResult selection_is_in_view() {
+    UpdateWindow(text_pane());
+    const LRESULT caret = sci(text_pane(), SCI_GETCURRENTPOS);
+    const LRESULT y = sci(text_pane(), SCI_POINTYFROMPOSITION, 0, caret);
+    RECT room;
+    GetClientRect(text_pane(), &room);
+    if (y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "at " << y << " of " << room.bottom;
+}
+
+TEST_F(FindTest, TheMatchIsInView) {
+    start(web_of("start", cell_of("zeta", long_text("bean"))));
+    show_tab(1);
+    search_for("bean");
+    ASSERT_EQ(current_name(), "zeta");
+    EXPECT_TRUE(selection_is_in_view());
+    press_bar(IDCANCEL);
+    command(CMD_CELL_PREVIOUS);
+    command(CMD_CELL_NEXT);
+    EXPECT_TRUE(selection_is_in_view()) << "coming back";
+}
+
 TEST_F(FindTest, CountsInBytesAndFoldsLettersBeyondAscii) {
     start(web_of("\xC3\xA9t\xC3\xA9 bean", cell_of("other", "\xC3\x89T\xC3\x89 2")));
     show_tab(1);
