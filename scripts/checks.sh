@@ -66,43 +66,8 @@ compile_headers() {
     printf '%s\n' "$@" | xargs -P "$(nproc)" -I{} bash -c 'compile_header "$1"' - {}
 }
 
-# ---- clang-tidy ---------------------------------------------------------------------------------
+# ---- clang-tidy, and the handheld ---------------------------------------------------------------
 
-# The cross build's sources are read as that compiler would: its target, its headers.
-tidy_options() {
-    case $1 in
-    shell/* | desktop/*)
-        printf '%s\n' -p build/windows --extra-arg=--target=x86_64-w64-windows-gnu
-        "$mingw-g++-posix" -E -x c++ -v /dev/null 2>&1 | sed -n 's/^ \(.*c++.*\)/--extra-arg=-isystem\1/p' |
-            grep -v ' -'
-        ;;
-    *) printf '%s\n' -p build/native ;;
-    esac
-}
-
-tidy_file() {
-    local options output
-    mapfile -t options < <(tidy_options "$1")
-    output=$(clang-tidy --quiet "${options[@]}" "$1" 2>/dev/null) && return
-    printf '%s\n' "$output"
-    return 1
-}
-
-tidy_once() {
-    once "tidy-$(digest .clang-tidy "$1" "$tidy_headers")" tidy_file "$1"
-}
-
-check_tidy() {
-    local folders=(core web report file desktop) sources
-    [ ! -f shell/CMakeLists.txt ] || folders+=(shell)
-    tidy_headers=$checks/all-headers
-    source_files '*.h' | tr '\n' '\0' | xargs -0 cat >"$tidy_headers"
-    mapfile -t sources < <(find "${folders[@]}" -name '*.cpp' | LC_ALL=C sort)
-    export -f tidy_once tidy_file tidy_options once digest
-    export checks build mingw tidy_headers
-    printf '%s\n' "${sources[@]}" | xargs -P "$(nproc)" -I{} bash -c 'tidy_once "$1"' - {}
-}
-
-# ---- The handheld -------------------------------------------------------------------------------
+check_tidy() { python3 scripts/check_tidy.py "$checks"; }
 
 check_imports() { python3 scripts/check_imports.py build/windows; }
