@@ -3,6 +3,8 @@
 #include "desktop/frame.h"
 #include "resources/resource.h"
 
+#include <algorithm>
+
 namespace {
 
 DesktopTest *test;
@@ -24,17 +26,7 @@ void create_controls(HWND window) {
                                  window, nullptr, instance, nullptr);
 }
 
-void type_next_menu_key(HWND window) {
-    if (!test->menu_keys.empty()) {
-        PostMessageW(window, WM_KEYDOWN, test->menu_keys.front(), 0);
-        test->menu_keys.pop_front();
-    }
-}
-
 LRESULT CALLBACK program_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (!test) {
-        return DefWindowProcW(window, message, wparam, lparam);
-    }
     test->seen.push_back({message, wparam});
     switch (message) {
     case WM_CREATE:
@@ -43,7 +35,10 @@ LRESULT CALLBACK program_proc(HWND window, UINT message, WPARAM wparam, LPARAM l
     case WM_COMMAND:
         return 0;
     case WM_ENTERIDLE:
-        type_next_menu_key(window);
+        if (!test->menu_keys.empty()) {
+            PostMessageW(window, WM_KEYDOWN, test->menu_keys.front(), 0);
+            test->menu_keys.pop_front();
+        }
         return 0;
     case WM_ACTIVATE:
         SHHandleWMActivate(window, wparam, lparam, &test->activation, 0);
@@ -74,7 +69,6 @@ void DesktopTest::TearDown() {
     if (IsWindow(window)) {
         DestroyWindow(window);
     }
-    test = nullptr;
     pump();
 }
 
@@ -91,34 +85,15 @@ void DesktopTest::open_window(const wchar_t *screen) {
     pump();
 }
 
-SIZE DesktopTest::client_size() const {
-    RECT rect;
-    GetClientRect(window, &rect);
-    return {rect.right, rect.bottom};
-}
-
-RECT DesktopTest::visible_desktop() const {
-    SIPINFO panel = {};
-    EXPECT_TRUE(SHSipInfo(SPI_GETSIPINFO, 0, &panel, 0));
-    EXPECT_EQ(panel.fdwFlags & SIPF_ON, 0U);
-    return panel.rcVisibleDesktop;
-}
-
 size_t DesktopTest::count_seen(UINT message) const {
-    size_t count = 0;
-    for (const SeenMessage &one : seen) {
-        count += one.message == message;
-    }
-    return count;
+    return static_cast<size_t>(std::count_if(
+        seen.begin(), seen.end(), [=](SeenMessage one) { return one.message == message; }));
 }
 
 bool DesktopTest::was_commanded(WORD command) const {
-    for (const SeenMessage &one : seen) {
-        if (one.message == WM_COMMAND && LOWORD(one.wparam) == command) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(seen.begin(), seen.end(), [=](SeenMessage one) {
+        return one.message == WM_COMMAND && LOWORD(one.wparam) == command;
+    });
 }
 
 bool pump_until(const std::function<bool()> &done) {

@@ -34,8 +34,6 @@ struct DesktopTest : testing::Test {
     // Makes and shows the window; `screen` goes to QUORVANE_SCREEN.
     void open_window(const wchar_t *screen = L"");
 
-    SIZE client_size() const;
-    RECT visible_desktop() const;
     size_t count_seen(UINT message) const;
     bool was_commanded(WORD command) const;
 };
