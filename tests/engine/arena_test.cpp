@@ -65,6 +65,7 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
         host().save_changes = {true};
         ASSERT_TRUE(run_command([] { store_text_pane(1); }));
         EXPECT_EQ(text_of("home"), std::string(size, 'x'));
+        EXPECT_TRUE(host().save_changes.empty()) << "not offered again";
         EXPECT_EQ(blocks_free(), k_low_block_count - size / k_text_block_chars - 1);
     }
     // What does not fit must not take the chain being made with it.
