@@ -22,11 +22,15 @@ void take_case_option() {
     set_option_search_case(on ? 1 : 0);
 }
 
+void show_case(HWND dialog) {
+    SendDlgItemMessageW(dialog, CTL_NEXT_CASE, BM_SETCHECK,
+                        option_search_case() == 1 ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
 void start_bar(HWND dialog) {
     init_dialog(dialog, k_dialog_plain);
     SetWindowPos(dialog, HWND_TOP, 0, layout_slot(k_layout_bar_height), 0, 0, SWP_NOSIZE);
-    SendDlgItemMessageW(dialog, CTL_NEXT_CASE, BM_SETCHECK,
-                        option_search_case() == 1 ? BST_CHECKED : BST_UNCHECKED, 0);
+    show_case(dialog);
 }
 
 void close_bar() {
@@ -102,4 +106,10 @@ void open_search_bar() {
     }
     ShowWindow(bar.window, SW_SHOW);
     focus_active_pane();
+}
+
+void search_bar_show_case() {
+    if (bar.window != nullptr) {
+        show_case(bar.window);
+    }
 }

@@ -1,4 +1,4 @@
-// Between the Replace dialog and the search bar.
+// The search bar as the dialogs that work on it see it; shell/dialogs.h has what others need.
 #pragma once
 
 #include "shell/platform.h"
@@ -7,3 +7,6 @@
 void set_search_in_progress(bool in_progress);
 
 void open_search_bar();
+
+// The open bar's box shows the option again.
+void search_bar_show_case();

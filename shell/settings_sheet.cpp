@@ -6,6 +6,7 @@
 #include "report/output.h"
 #include "shell/main_window.h"
 #include "shell/pane_styles.h"
+#include "shell/search_bar.h"
 #include "shell/settings_page.h"
 #include "shell/text_conversion.h"
 #include "shell/text_pane.h"
@@ -134,6 +135,7 @@ void bring_into_force() {
     if ((effects & k_effect_output) != 0) {
         output_reset();
     }
+    search_bar_show_case();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "core/numbers.h"
 #include "report/output.h"
 #include "resources/resource.h"
+#include "shell/dialogs.h"
 #include "shell/main_window.h"
 #include "shell/pane_styles.h"
 #include "shell/scintilla.h"
@@ -292,6 +293,30 @@ TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
     EXPECT_STREQ(option_font_name(), "No such font");
     EXPECT_EQ(option_font_size(), 94);
     EXPECT_EQ(option_font_style(), 0xF0U);
+}
+
+TEST_F(SettingsTest, TheOpenSearchBarFollows) {
+    start(web_of("some Beans"));
+    show_tab(1);
+    answer_with("Search for:", [](HWND dialog) {
+        enter(dialog, CTL_SEARCH_TEXT, L"none");
+        press_button(dialog, IDOK);
+    });
+    command(CMD_FIND);
+    answer_with("Settings", [](HWND sheet) {
+        HWND page = show_page(sheet, search);
+        EXPECT_EQ(entry(page, CTL_SEARCH_TEXT), "none");
+        enter(page, CTL_SEARCH_TEXT, L"beans");
+        press_on(page, CTL_SEARCH_CASE);
+        press_button(sheet, IDOK);
+    });
+    command(CMD_SETTINGS);
+    EXPECT_TRUE(is_marked(search_bar(), CTL_NEXT_CASE));
+    press_on(search_bar(), CTL_NEXT_FIND);
+    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONEND), 0);
+    press_on(search_bar(), CTL_NEXT_CASE);
+    press_on(search_bar(), CTL_NEXT_FIND);
+    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONEND), 10);
 }
 
 TEST_F(SettingsTest, RefusedWhileOutputRuns) {
