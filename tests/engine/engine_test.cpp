@@ -77,6 +77,8 @@ void open_scene() {
     cell_set_value(beta, val_from_text(text_from_cstring("12")));
     make_cell("gamma");
     go_to_cell(make_cell("delta", "gone"));
+    cell_set_script(current_cell(), text_from_cstring("gone"));
+    cell_set_value(current_cell(), val_from_text(text_from_cstring("0")));
     host().ok_cancel = {true};
     delete_cell();
     trail_reset();

@@ -9,27 +9,6 @@
 #include "web/value.h"
 
 using Index = EngineTest;
-using Values = EngineTest;
-
-static BlockHandle value_of(const char *text) {
-    return val_from_text(text_from_cstring(text));
-}
-
-TEST_F(Index, ADeletedCellComesBackInPlaceAndEmpty) {
-    CellHandle cell = make_cell("alpha", "home home home home home home home home");
-    links_build(cell);
-    cell_set_script(cell, text_from_cstring("script"));
-    cell_set_value(cell, value_of("12"));
-    cell_set_first_aux(cell, block_alloc(k_block_plain));
-    host().items.erase(cell_list_item(cell));
-    cell_delete(cell);
-    lost_blocks = 3;  // of the out pointer list: a header and two blocks of entries
-    EXPECT_EQ(check_engine(lost_blocks), "");
-    EXPECT_EQ(cell_lookup("alpha"), 0);
-    EXPECT_EQ(make_cell("ALPHA"), cell);
-    EXPECT_EQ(cell_text(cell) | cell_script(cell) | cell_value(cell) | cell_first_aux(cell), 0);
-    EXPECT_EQ(name_string(cell), "alpha");
-}
 
 // A tree that is a list: in name order forwards, backwards and to and fro.
 TEST_F(Index, ListsAndClearsATreeOfAnyShape) {
@@ -55,7 +34,7 @@ TEST_F(Index, ListsAndClearsATreeOfAnyShape) {
     }
 }
 
-TEST_F(Values, AreTextAndNumberInStep) {
+TEST_F(Index, ValuesAreTextAndNumberInStep) {
     struct Row {
         const char *text;
         double number;
@@ -63,10 +42,10 @@ TEST_F(Values, AreTextAndNumberInStep) {
     };
     for (Row row : {Row{"abc", 0, 1}, Row{"3.50 kg", 3.5, 1}, Row{"{NxN}", 0, 3}, Row{"{NAN", 0, 1},
                     Row{"                         5", 0, 1}}) {  // 24 characters count
-        BlockHandle value = value_of(row.text);
+        BlockHandle value = val_from_text(text_from_cstring(row.text));
         EXPECT_EQ(val_number(value), row.number) << row.text;
         EXPECT_EQ(val_flags(value), row.flags) << row.text;
-        block_set_next(value, value_of("next"));
+        block_set_next(value, val_from_text(text_from_cstring("next")));
         BlockHandle copy = val_copy(value);
         val_free(value);
         val_make_text(copy);
@@ -79,16 +58,11 @@ TEST_F(Values, AreTextAndNumberInStep) {
     }
 }
 
-TEST_F(Values, OfOptionsAreClampedAndApply) {
+TEST_F(Index, TheZoomIsClamped) {
     for (auto [set, stored] : {std::pair(25, 20), std::pair(-11, -10), std::pair(7, 7)}) {
         set_option_zoom(set);
         EXPECT_EQ(option_zoom(), stored);
     }
-    set_option_nfmt(0);
-    set_option_ndec(3);
-    EXPECT_STREQ(option_number_text(2), "2.000");
-    set_option_ndec(16);
-    EXPECT_STREQ(option_number_text(2), "2.00");
     option_defaults();
     EXPECT_EQ(option_zoom(), 0);
 }

@@ -77,11 +77,5 @@ TEST_F(Links, TheReportSelectionHasTheCellsThatWordsName) {
         names.push_back(name_string(report_selection_at(i)));
     }
     EXPECT_EQ(names, (Names{"home", "abc", "home", std::string(48, 'w')}));
-    std::string many;
-    for (uint32_t i = 0; i <= k_selection_max; ++i) {
-        many += "abc ";
-    }
-    report_selection_build(many.c_str());
-    EXPECT_EQ(report_selection_count(), k_selection_max);
     report_selection_build("");
 }

@@ -17,8 +17,6 @@ static std::string formatted(double value, uint8_t kind, uint8_t digits) {
 
 TEST(Numbers, Format) {
     EXPECT_EQ(formatted(1, 0, 30), "1.000000000000000000");
-    EXPECT_EQ(formatted(1e30, 0, 2), "1.00e+30") << "too long in fixed form";
-    EXPECT_EQ(formatted(-1e300, 1, 18), "-1.0000000000000001e+300") << "in any form";
     std::mt19937_64 random(20);
     for (int i = 0; i < 30000; ++i) {
         uint64_t bits = random();

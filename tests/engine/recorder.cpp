@@ -163,10 +163,9 @@ void show_warning(const char *text, const char *caption) {
 }
 
 bool ask_ok_cancel(const char *text, const char *caption) {
-    if (host().quiet && strncmp(text, "Short", 5) == 0) {
-        return take(&host().ok_cancel, false);
-    }
-    return ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
+    bool unlogged = host().quiet && strncmp(text, "Short", 5) == 0;
+    return unlogged ? take(&host().ok_cancel, false)
+                    : ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
 }
 
 bool ask_yes_no(const char *text, const char *caption) {
@@ -212,7 +211,7 @@ CellHandle store_text_pane(int mode) {
         }
         store_pane_text(cell);
     }
-    ViewState view = {pane->first_line, pane->selection_start, pane->selection_end};
+    ViewState view = {};
     cell_store_view(cell, &view);
     return cell;
 }
@@ -231,9 +230,7 @@ void refresh_current_view() {
     pane->modified = false;
     pane->shown = cell;
     if (cell != 0) {
-        ViewState view = cell_view(cell);
-        pane->selection_start = view.selection_start;
-        pane->selection_end = view.selection_end;
+        cell_view(cell);  // which takes a block
     }
 }
 
@@ -322,7 +319,7 @@ void console_clear() {
 void console_insert(uint32_t position, const char *bytes, uint32_t count) {
     if (position > host().console.size()) {
         host().faults.push_back("the console was written to behind its end");
-        position = static_cast<uint32_t>(host().console.size());
+        return;
     }
     host().console.insert(position, bytes, count);
     host().console_pieces.push_back(count);

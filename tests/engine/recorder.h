@@ -18,9 +18,6 @@
 struct TextPane {
     std::string text;
     bool modified;
-    int32_t first_line;
-    int32_t selection_start;
-    int32_t selection_end;
     CellHandle shown;  // the cell whose name and text it shows
 };
 
