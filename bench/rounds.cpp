@@ -1,4 +1,5 @@
-// rounds FOLDER GUIDE: times every task on every web with Google Benchmark, in one run.
+// rounds FOLDER GUIDE: times every task on every web with Google Benchmark, in one run. Each
+// repetition is one round, so that the least of them is one that nothing else interrupted.
 #include "bench/tasks.h"
 
 #include <algorithm>
@@ -22,15 +23,14 @@ bool applies(const Task &task, const Web &web) {
 
 void time_task(benchmark::State &state, const Task *task, const Web *web) {
     task->prepare(web->path.c_str());
+    task->run();
+    task->clear();
     for (auto round : state) {
         task->run();
-        state.PauseTiming();
-        state.counters["result"] = task->result();
-        task->clear();
-        state.ResumeTiming();
     }
-    state.SetBytesProcessed(static_cast<int64_t>(std::filesystem::file_size(web->path)) *
-                            state.iterations());
+    state.counters["result"] = task->result();
+    state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(web->path));
+    task->clear();
 }
 
 double least(const std::vector<double> &times) {
@@ -43,7 +43,9 @@ void register_tasks(std::span<const Task> tasks, const std::vector<Web> &webs) {
             if (applies(task, web)) {
                 benchmark::RegisterBenchmark((web.name + "/" + task.name).c_str(), time_task, &task,
                                              &web)
+                    ->Iterations(1)
                     ->Unit(benchmark::kMicrosecond)
+                    ->UseRealTime()
                     ->ComputeStatistics("min", least);
             }
         }

@@ -1,5 +1,6 @@
 #include "core/block_arena.h"
 
+#include "core/byte_runs.h"
 #include "core/errors.h"
 #include "core/host.h"
 #include "core/recovery.h"
@@ -40,17 +41,52 @@ bool fault_due() {
     return true;
 }
 
+inline void clear(uint8_t *block) {
+    block[k_block_count_at] = 0;
+    switch (block[k_block_type_at] & 127) {
+    case k_block_plain:
+    case k_block_text:
+    case k_block_link:
+    case k_block_node:
+        memset(block + k_block_next_at, 0, k_block_size - k_block_next_at);
+        break;
+    default:
+        break;  // the next field keeps the free chain's link
+    }
+}
+
 BlockHandle take_block(uint8_t type) {
     BlockHandle h = arena.free_head;
     block_ptr(h)[k_block_type_at] = type;
     arena.free_head = block_next(h);
     --arena.free_count;
-    block_clear(h);
+    clear(block_ptr(h));
     if (arena.free_count < k_low_block_count) {
         arena.low_memory = 1;
         short_on_memory_offer();
     }
     return h;
+}
+
+// True when this many allocations have nothing to look out for.
+bool are_plenty(uint32_t n) {
+    return arena.free_count >= n + k_low_block_count && arena.fault_countdown < 0;
+}
+
+// Fills a block that is as allocated.
+void fill(BlockHandle h, const char *bytes, uint32_t n) {
+    uint8_t *block = block_ptr(h);
+    block[k_block_count_at] = static_cast<uint8_t>(n);
+    copy_short(reinterpret_cast<char *>(block + k_block_payload_at), bytes, n);
+}
+
+uint32_t extend_by_one(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n) {
+    uint32_t taken = n < k_block_payload_size ? n : k_block_payload_size;
+    BlockHandle h = block_alloc(type);
+    fill(h, bytes, taken);
+    block_set_next(*tail, h);
+    *tail = h;
+    return taken;
 }
 
 }  // namespace
@@ -74,14 +110,39 @@ void block_arena_init() {
 }
 
 BlockHandle block_alloc(uint8_t type) {
-    if (arena.free_head == 0 || fault_due()) {
+    BlockHandle h = block_try_alloc(type);
+    if (h == 0) {
         run_out_of_blocks();
     }
-    return take_block(type);
+    return h;
 }
 
 BlockHandle block_try_alloc(uint8_t type) {
     return arena.free_head == 0 || fault_due() ? 0 : take_block(type);
+}
+
+// The front of the free chain is a chain already: its blocks keep their links.
+uint32_t chain_extend(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n) {
+    uint32_t blocks = (n - 1) / k_block_payload_size + 1;
+    if (!are_plenty(blocks)) {
+        return extend_by_one(tail, type, bytes, n);
+    }
+    BlockHandle h = arena.free_head;
+    block_set_next(*tail, h);
+    for (uint32_t i = 1; i < blocks; ++i) {
+        uint8_t *block = block_ptr(h);
+        h = block_next(h);
+        block[k_block_type_at] = type;
+        block[k_block_count_at] = k_block_payload_size;
+        memcpy(block + k_block_payload_at, bytes, k_block_payload_size);
+        bytes += k_block_payload_size;
+    }
+    arena.free_head = h;
+    arena.free_count = static_cast<uint16_t>(arena.free_count - (blocks - 1));
+    take_block(type);
+    fill(h, bytes, n - (blocks - 1) * k_block_payload_size);
+    *tail = h;
+    return n;
 }
 
 void run_out_of_blocks() {
@@ -113,18 +174,7 @@ void chain_free(BlockHandle head) {
 }
 
 void block_clear(BlockHandle h) {
-    uint8_t *block = block_ptr(h);
-    block[k_block_count_at] = 0;
-    switch (block[k_block_type_at] & 127) {
-    case k_block_plain:
-    case k_block_text:
-    case k_block_link:
-    case k_block_node:
-        memset(block + k_block_next_at, 0, k_block_size - k_block_next_at);
-        break;
-    default:
-        break;  // the next field keeps the free chain's link
-    }
+    clear(block_ptr(h));
 }
 
 uint16_t blocks_in_use() {

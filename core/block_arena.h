@@ -32,6 +32,7 @@ constexpr uint32_t k_block_type_at = 0;
 constexpr uint32_t k_block_count_at = 1;
 constexpr uint32_t k_block_next_at = 2;
 constexpr uint32_t k_block_payload_at = 4;
+constexpr uint32_t k_block_payload_size = k_block_size - k_block_payload_at;
 
 // Empties the arena: the free chain is 1, 2, ..., 10,000.
 void block_arena_init();
@@ -46,6 +47,11 @@ BlockHandle block_try_alloc(uint8_t type);
 
 // Gives up the operation in hand as block_alloc() does with no block left.
 [[noreturn]] void run_out_of_blocks();
+
+// Links blocks that hold these n bytes (at least one) in behind the last block of a chain, which
+// `tail` then names. Returns how many of the bytes found a place: all, or one block's while blocks
+// are short. Leaves through the recovery point like block_alloc().
+uint32_t chain_extend(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n);
 
 // Gives one block back; 0 does nothing. The last block released is the next one handed out.
 void block_free(BlockHandle h);

@@ -1,4 +1,4 @@
-// Runs of bytes, eight at a time. The lowest byte of a word is the first one: every machine that
+// Runs of bytes, many at a time. The lowest byte of a word is the first one: every machine that
 // this runs on is little-endian.
 #pragma once
 
@@ -17,46 +17,75 @@ inline uint64_t mark_bytes(uint64_t word, uint8_t byte) {
     return (zero_where_equal - k_ones) & ~zero_where_equal & k_tops;
 }
 
+// Marks where the stride of bytes at p has stops: k_mark_bits bits for each byte, the first byte's
+// lowest. The lowest mark is right; higher ones need not be. 0 for no stop.
 #if defined(__SSE2__)
-// Sixteen bytes at a time where the machine compares them in one instruction.
-using ByteVector = uint8_t __attribute__((vector_size(16)));
-
-template <uint8_t... stops> bool has_stop(const uint8_t *p) {
-    ByteVector bytes;
+using StopMarks = uint32_t;
+constexpr uint32_t k_stride = 16;
+constexpr uint32_t k_mark_bits = 1;
+template <uint8_t... stops> StopMarks mark_stops(const uint8_t *p) {
+    using Bytes = uint8_t __attribute__((vector_size(k_stride)));
+    using Chars = char __attribute__((vector_size(k_stride)));
+    Bytes bytes;
     memcpy(&bytes, p, sizeof bytes);
-    auto marks = ((bytes == stops) | ...);
-    uint64_t halves[2];
-    memcpy(halves, &marks, sizeof halves);
-    return (halves[0] | halves[1]) != 0;
+    auto found = ((bytes == stops) | ...);
+    return static_cast<StopMarks>(__builtin_ia32_pmovmskb128(reinterpret_cast<Chars>(found)));
 }
-constexpr uint32_t k_stop_stride = 16;
 #else
-template <uint8_t... stops> bool has_stop(const uint8_t *p) {
+using StopMarks = uint64_t;
+constexpr uint32_t k_stride = sizeof(StopMarks);
+constexpr uint32_t k_mark_bits = 8;
+template <uint8_t... stops> StopMarks mark_stops(const uint8_t *p) {
     uint64_t word;
     memcpy(&word, p, sizeof word);
-    return (mark_bytes(word, stops) | ...) != 0;
+    return (mark_bytes(word, stops) | ...);
 }
-constexpr uint32_t k_stop_stride = sizeof(uint64_t);
 #endif
 
-// The number of bytes from p on, at most n, before the first one that is among `stops`.
+// Which byte of a stride the lowest mark stands for.
+inline uint32_t first_mark(StopMarks marks) {
+    return static_cast<uint32_t>(std::countr_zero(marks)) / k_mark_bits;
+}
+
+// The number of bytes from p on, at most n, before the first one that is among `stops`. The last
+// stride overlaps the one before it, in which nothing was found.
 template <uint8_t... stops> uint32_t run_before(const uint8_t *p, uint32_t n) {
-    uint32_t i = 0;
-    while (n - i >= k_stop_stride && !has_stop<stops...>(p + i)) {
-        i += k_stop_stride;
+    if (n < k_stride) {
+        uint32_t i = 0;
+        while (i < n && ((p[i] != stops) && ...)) {
+            ++i;
+        }
+        return i;
     }
-    for (; n - i >= sizeof(uint64_t); i += sizeof(uint64_t)) {
-        uint64_t word;
-        memcpy(&word, p + i, sizeof word);
-        uint64_t marks = (mark_bytes(word, stops) | ...);
+    uint32_t last = n - k_stride;
+    for (uint32_t i = 0; i < last; i += k_stride) {
+        StopMarks marks = mark_stops<stops...>(p + i);
         if (marks != 0) {
-            return i + static_cast<uint32_t>(std::countr_zero(marks)) / 8;
+            return i + first_mark(marks);
         }
     }
-    while (i < n && ((p[i] != stops) && ...)) {
-        ++i;
+    StopMarks marks = mark_stops<stops...>(p + last);
+    return marks != 0 ? last + first_mark(marks) : n;
+}
+
+// Copies n bytes, which are few: by moves that overlap, without a call or a loop.
+inline void copy_short(char *d, const char *s, uint32_t n) {
+    if (n >= 16) {
+        for (uint32_t i = 16; i < n; i += 16) {
+            memcpy(d + i - 16, s + i - 16, 16);
+        }
+        memcpy(d + n - 16, s + n - 16, 16);
+    } else if (n >= 4) {
+        uint32_t half = n / 8 * 4;
+        memcpy(d, s, 4);
+        memcpy(d + half, s + half, 4);
+        memcpy(d + n - 4 - half, s + n - 4 - half, 4);
+        memcpy(d + n - 4, s + n - 4, 4);
+    } else {
+        for (uint32_t i = 0; i < n; ++i) {
+            d[i] = s[i];
+        }
     }
-    return i;
 }
 
 // The number of bytes, at most n, in which x and y begin alike.

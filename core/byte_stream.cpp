@@ -49,10 +49,10 @@ void byte_output_bind(ByteOutput *out, FILE *file) {
 }
 
 void byte_input_bind(ByteInput *in, FILE *file) {
-    setvbuf(file, nullptr, _IONBF, 0);
+    setvbuf(file, in->read_ahead, _IOFBF, k_read_ahead_size);
     in->file = file;
-    in->position = k_byte_buffer_size - 1;
-    in->count = k_byte_buffer_size - 1;
+    in->next = 0;
+    in->count = 0;
     in->last = 0;
     in->pending = 0;
     in->ended = false;
@@ -111,7 +111,7 @@ bool byte_input_fill(ByteInput *in) {
         return false;
     }
     in->count = static_cast<uint32_t>(n);
-    in->position = 0;
+    in->next = 0;
     return true;
 }
 
@@ -121,10 +121,10 @@ int byte_input_next(ByteInput *in) {
         in->pending = 0;
         return in->last;
     }
-    if (in->ended || (++in->position >= in->count && !byte_input_fill(in))) {
+    if (in->ended || (in->next >= in->count && !byte_input_fill(in))) {
         return 0;
     }
-    uint8_t byte = in->bytes[in->position];
+    uint8_t byte = in->bytes[in->next++];
     if (byte == '\n' && in->last != '\r') {
         in->pending = '\n';
         byte = '\r';

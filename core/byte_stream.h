@@ -1,5 +1,6 @@
-// Buffered bytes to and from a file, 2,048 at a time. The buffers are the only copies: the C
-// library's own are switched off, so that a failed write is seen where it happens.
+// Buffered bytes to and from a file, 2,048 at a time. Output has no other buffer: the C library's
+// own is switched off, so that a failed write is seen where it happens. Input has the C library
+// read ahead, because a system call costs more than tokenizing what it brings.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <cstring>
 
 constexpr uint32_t k_byte_buffer_size = 2048;
+constexpr uint32_t k_read_ahead_size = 32768;
 
 struct ByteOutput {
     FILE *file;
@@ -16,16 +18,17 @@ struct ByteOutput {
 
 struct ByteInput {
     FILE *file;
-    uint32_t position;  // of the byte handed out last
-    uint32_t count;     // valid bytes
-    uint8_t last;       // the byte handed out last
-    uint8_t pending;    // the LF behind a bare LF's CR; 0 is none
+    uint32_t next;    // index of the byte to hand out next
+    uint32_t count;   // valid bytes
+    uint8_t last;     // the byte handed out last
+    uint8_t pending;  // the LF behind a bare LF's CR; 0 is none
     bool ended;
     bool failed;  // ended by a read error
     uint8_t bytes[k_byte_buffer_size];
+    char read_ahead[k_read_ahead_size];  // the C library's, until the file is closed
 };
 
-// Binds a stream to an open file, which stays the caller's.
+// Binds a stream to an open file at its start. The file stays the caller's.
 void byte_output_bind(ByteOutput *out, FILE *file);
 void byte_input_bind(ByteInput *in, FILE *file);
 
@@ -49,7 +52,7 @@ int byte_output_flush(ByteOutput *out);
 // (-5) and counts as the end.
 int byte_input_next(ByteInput *in);
 
-// Fills the buffer if it is used up. False at the end.
+// Fills the buffer, which is used up. False at the end.
 bool byte_input_fill(ByteInput *in);
 
 // ---- Faults, for tests --------------------------------------------------------------------------

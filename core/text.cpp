@@ -27,7 +27,7 @@ inline uint32_t append_to_block(BlockHandle h, const char *bytes, uint32_t n) {
     uint32_t used = block_used(h);
     uint32_t room = used < k_text_block_chars ? k_text_block_chars - used : 0;
     uint32_t taken = n < room ? n : room;
-    memcpy(text_block_chars(h) + used, bytes, taken);
+    copy_short(text_block_chars(h) + used, bytes, taken);
     set_used(h, used + taken);
     return taken;
 }
@@ -283,14 +283,9 @@ void text_builder_put(char ch) {
 }
 
 void text_builder_put_run(const char *bytes, uint32_t n) {
-    for (;;) {
-        uint32_t taken = append_to_block(builder.tail, bytes, n);
-        if (taken == n) {
-            return;
-        }
-        bytes += taken;
-        n -= taken;
-        builder.tail = text_insert_block_after(builder.tail);
+    uint32_t taken = append_to_block(builder.tail, bytes, n);
+    while (taken < n) {
+        taken += chain_extend(&builder.tail, k_block_text, bytes + taken, n - taken);
     }
 }
 

@@ -7,7 +7,7 @@
 
 #include "core/block_arena.h"
 
-constexpr uint32_t k_text_block_chars = 36;
+constexpr uint32_t k_text_block_chars = k_block_payload_size;
 
 // The characters of a text block.
 inline char *text_block_chars(BlockHandle h) {

@@ -14,13 +14,14 @@ namespace {
 constexpr uint32_t k_name_buffer_max = 4095;
 
 // A cell that was read and waits for the end of the file: a node block outside the index. They are
-// linked in file order, both ways, through their left (previous) and right (next) child fields.
+// linked in file order through their right child fields.
 using StagedCell = CellHandle;
 
 static struct Staging {
     StagedCell first;
     StagedCell last;
     uint32_t count;
+    bool in_order;  // each name sorts after the one before it
     char name[k_name_buffer_max + 1];
 } staging;
 
@@ -31,11 +32,11 @@ StagedCell staged_next(StagedCell cell) {
 // Takes the token text as the name of a new staged cell.
 void stage_cell() {
     StagedCell cell = block_alloc(k_block_node);
-    cell_set_kind(cell, k_cell_staged);
+    cell_set_kind(cell, k_cell_live);
     cell_set_name(cell, token_take());
-    node_set_left(cell, staging.last);
     if (staging.last != 0) {
         node_set_right(staging.last, cell);
+        staging.in_order &= text_compare(cell_name(staging.last), cell_name(cell)) < 0;
     } else {
         staging.first = cell;
     }
@@ -54,6 +55,11 @@ bool is_staged(BlockHandle name) {
 }
 
 void report_on_name() {
+    text_copy_out(staging.name, token_text(), k_name_buffer_max);
+    if (!cellname_valid(staging.name)) {
+        tokens_report(ReadFinding::bad_name, staging.name);
+        return;
+    }
     if (text_size(token_text()) > k_cellname_max) {
         tokens_report(ReadFinding::long_name, staging.name);
     }
@@ -63,13 +69,11 @@ void report_on_name() {
 }
 
 int apply_cname() {
-    text_copy_out(staging.name, token_text(), k_name_buffer_max);
-    if (!cellname_valid(staging.name)) {
-        tokens_report(ReadFinding::bad_name, staging.name);
-        return k_bad_cellname_in_file;
-    }
     if (tokens_observed()) {
         report_on_name();
+    }
+    if (!is_letter(text_block_chars(token_text())[0])) {
+        return k_bad_cellname_in_file;
     }
     stage_cell();
     return 0;
@@ -115,9 +119,7 @@ void merge(StagedCell staged, CellHandle cell) {
 // A staged node becomes the cell's node as it stands; a name that is there already gives it up.
 void commit_one(StagedCell staged) {
     CellHandle existing = index_link_new(staged, index_root_address());
-    if (existing == 0) {
-        cell_set_kind(staged, k_cell_live);
-    } else {
+    if (existing != 0) {
         merge(staged, existing);
     }
 }
@@ -142,10 +144,30 @@ void forget_staged() {
     staging.first = 0;
     staging.last = 0;
     staging.count = 0;
+    staging.in_order = true;
+}
+
+// Does what commit_run() would when the names come in order, comparing almost none: builds the tree
+// that they have on their own, and turns the home cell to its root, which it is already.
+void commit_in_order() {
+    CellHandle home = index_root();
+    CellHandle root = index_balanced(staging.first, staging.count);
+    StagedCell twin = index_find_text(root, cell_name(home));
+    if (twin != 0) {
+        index_replace(twin, home, &root);
+        merge(twin, home);
+    } else {
+        index_link(home, &root);
+    }
+    index_raise(home, &root);
 }
 
 void web_commit_staged() {
-    commit_run(staging.first, staging.count);
+    if (staging.in_order && staging.count > 0) {
+        commit_in_order();
+    } else {
+        commit_run(staging.first, staging.count);
+    }
     forget_staged();
 }
 
@@ -202,11 +224,11 @@ int web_read(FILE *file) {
     tokens_begin(file);
     int code = 0;
     while (code == 0) {
-        int token = web_next_token();
-        if (token == 0) {
+        int tag = token_next_closing();
+        if (tag == 0) {
             break;
         }
-        code = token < 0 ? web_apply_close_tag(-token) : 0;
+        code = web_apply_close_tag(tag);
     }
     if (code < 0) {
         web_discard_staged();

@@ -2,26 +2,59 @@
 
 namespace {
 
-struct Keys {
-    TagKey of[k_tag_count];
+// A tag's name and '>' in the lowest bytes of a word, and which bytes of the word these are.
+struct WrittenTag {
+    uint64_t bytes;
+    uint64_t mask;
+    uint32_t length;
 };
 
-constexpr Keys make_keys() {
-    Keys keys = {};
-    for (int tag = 0; tag < k_tag_count; ++tag) {
-        keys.of[tag] = web_tag_key(k_tag_names[tag]);
+struct WrittenTags {
+    WrittenTag of[k_tag_count];
+};
+
+constexpr WrittenTag make_written(const char *name) {
+    WrittenTag tag = {};
+    uint64_t shift = 0;
+    for (; *name != 0; ++name, shift += 8) {
+        if (shift == 56) {
+            return {1, 0, 0};  // does not fit, and equals no word
+        }
+        tag.bytes |= static_cast<uint64_t>(static_cast<uint8_t>(*name)) << shift;
     }
-    return keys;
+    tag.bytes |= uint64_t{'>'} << shift;
+    tag.mask = ~uint64_t{0} >> (56 - shift);
+    tag.length = static_cast<uint32_t>(shift / 8 + 1);
+    return tag;
 }
 
-constexpr Keys k_keys = make_keys();
+constexpr WrittenTags make_all_written() {
+    WrittenTags tags = {};
+    for (int tag = 0; tag < k_tag_count; ++tag) {
+        tags.of[tag] = make_written(web_tag_name(tag));
+    }
+    return tags;
+}
+
+constexpr WrittenTags k_written = make_all_written();
 
 }  // namespace
 
-// The tags that stand in every cell come first in the table.
-int web_tag_find(TagKey key) {
+int web_tag_find(const char *name) {
     for (int tag = 0; tag < k_tag_count; ++tag) {
-        if (k_keys.of[tag] == key) {
+        if (names_match(name, web_tag_name(tag))) {
+            return tag;
+        }
+    }
+    return -1;
+}
+
+// The tags that stand in every cell come first in the table.
+int web_tag_find_written(uint64_t word, uint32_t *length) {
+    for (int tag = 0; tag < k_tag_count; ++tag) {
+        const WrittenTag *written = &k_written.of[tag];
+        if ((word & written->mask) == written->bytes) {
+            *length = written->length;
             return tag;
         }
     }

@@ -27,6 +27,18 @@ static struct Tokens {
     ReadObserver observer;
 } tokens;
 
+// Which tags end a token.
+enum class Wanted : uint8_t { any_tag, closing_tag };
+
+// Makes the token an empty text.
+void begin_text() {
+    if (tokens.text == 0) {
+        tokens.text = text_builder_start();
+    } else if (block_used(tokens.text) != 0) {
+        text_builder_restart();  // nobody took it
+    }
+}
+
 void clear(Name *name) {
     name->length = 0;
 }
@@ -41,37 +53,131 @@ void put_name(Name *name) {
     text_builder_put_run(name->text, name->length);
 }
 
-// Takes a line end, which the web keeps as CR LF however the file has it.
-void take_line_end(ByteInput *in) {
-    bool after_cr = in->last == '\r';
+// ---- What lies in the buffer --------------------------------------------------------------------
+// Nearly everything does. What does not, or is not spelled as the program spells it, is left to the
+// functions that read byte by byte, with nothing taken.
+
+// Each of these takes what begins at p, before the end of the buffer, and returns where it ends;
+// null when nothing was taken.
+
+// A line end, which the web keeps as CR LF however the file has it.
+const uint8_t *take_line_end(const uint8_t *p) {
+    const ByteInput *in = &tokens.input;
+    bool after_cr = (p > in->bytes ? p[-1] : in->last) == '\r';
     text_builder_put_run(after_cr ? "\n" : "\r\n", after_cr ? 1 : 2);
-    ++in->position;
-    in->last = '\n';
     ++tokens.line;
+    return p + 1;
 }
 
-// Takes plain text as far as the buffer has it: up to a tag, an entity or a NUL.
-void take_plain() {
-    ByteInput *in = &tokens.input;
-    while (in->pending == 0 && in->position + 1 < in->count) {
-        const uint8_t *start = in->bytes + in->position + 1;
-        switch (*start) {
-        case '\n':
-            take_line_end(in);
-            continue;
-        case '<':
-        case '&':
-        case 0:
-            return;
-        default:
-            break;
-        }
-        uint32_t n = run_before<'<', '&', '\n', 0>(start, in->count - in->position - 1);
-        text_builder_put_run(reinterpret_cast<const char *>(start), n);
-        in->position += n;
-        in->last = start[n - 1];
+// Plain text up to a tag, an entity, a line end or a NUL.
+const uint8_t *take_plain(const uint8_t *p, const uint8_t *end) {
+    uint32_t n = run_before<'<', '&', '\n', 0>(p, static_cast<uint32_t>(end - p));
+    text_builder_put_run(reinterpret_cast<const char *>(p), n);
+    return p + n;
+}
+
+const uint8_t *take_entity(const uint8_t *p, const uint8_t *end) {
+    if (end - p >= 5 && memcmp(p, "&amp;", 5) == 0) {
+        text_builder_put('&');
+        return p + 5;
+    }
+    if (end - p >= 4 && memcmp(p, "&lt;", 4) == 0) {
+        text_builder_put('<');
+        return p + 4;
+    }
+    return nullptr;
+}
+
+// A known tag.
+const uint8_t *take_tag(const uint8_t *p, const uint8_t *end) {
+    constexpr ptrdiff_t k_longest = k_tag_name_max + 3;  // with '<', '/' and '>'
+    if (end - p < k_longest || *p != '<') {
+        return nullptr;
+    }
+    bool closing = p[1] == '/';
+    const uint8_t *name = p + (closing ? 2 : 1);
+    uint64_t word;
+    memcpy(&word, name, sizeof word);
+    uint32_t length;
+    int tag = web_tag_find_written(word, &length);
+    if (tag < 0) {
+        return nullptr;
+    }
+    tokens.tag_index = tag;
+    tokens.sign = closing ? -1 : 1;
+    return name + length;
+}
+
+// An opening tag on a line of its own, when nothing stands before it. The line end would be all of
+// its text, which is dropped like all text before an opening tag.
+const uint8_t *take_line_of_tag(const uint8_t *p, const uint8_t *end) {
+    if (end - p < 3 || p[2] == '/' || block_used(tokens.text) != 0) {
+        return nullptr;
+    }
+    const uint8_t *behind = take_tag(p + 1, end);
+    tokens.line += behind != nullptr ? 1 : 0;
+    return behind;
+}
+
+void set_position(ByteInput *in, const uint8_t *p) {
+    auto next = static_cast<uint32_t>(p - in->bytes);
+    if (next != in->next) {
+        in->next = next;
+        in->last = p[-1];
     }
 }
+
+// True when the token ends with the tag that was taken; else it begins anew.
+bool tag_is_wanted(Wanted wanted) {
+    if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
+        return true;
+    }
+    begin_text();
+    return false;
+}
+
+// Takes what lies in the buffer, up to and with a tag that is wanted; true when it came to one.
+bool take_near(ByteInput *in, Wanted wanted) {
+    const uint8_t *p = in->bytes + in->next;
+    const uint8_t *end = in->pending == 0 ? in->bytes + in->count : p;
+    while (p < end) {
+        const uint8_t *behind = nullptr;
+        switch (*p) {
+        case '<':
+            behind = take_tag(p, end);
+            if (behind != nullptr && tag_is_wanted(wanted)) {
+                set_position(in, behind);
+                return true;
+            }
+            break;
+        case '\n':
+            behind = take_line_of_tag(p, end);
+            if (behind == nullptr) {
+                behind = take_line_end(p);
+            } else if (tag_is_wanted(wanted)) {
+                set_position(in, behind);
+                return true;
+            }
+            break;
+        case '&':
+            behind = take_entity(p, end);
+            break;
+        case 0:
+            break;
+        default:
+            behind = take_plain(p, end);
+            break;
+        }
+        if (behind == nullptr) {
+            break;
+        }
+        p = behind;
+    }
+    set_position(in, p);
+    return false;
+}
+
+// ---- Byte by byte -------------------------------------------------------------------------------
 
 // Behind '&': the entity's character, or its name when it is unknown or not ended. Returns the last
 // byte read, 0 at the end of the input.
@@ -93,41 +199,8 @@ int read_entity() {
     return c;
 }
 
-// Reads a known tag that lies in the buffer as the program writes it. Every other tag is left to
-// read_tag(), with nothing taken.
-bool read_near_tag() {
-    constexpr uint32_t k_longest = k_tag_name_max + 2;  // with '/' and '>'
-    ByteInput *in = &tokens.input;
-    uint32_t at = in->position + 1;
-    if (at + k_longest > in->count) {
-        return false;
-    }
-    bool closing = in->bytes[at] == '/';
-    at += closing ? 1 : 0;
-    uint64_t word;
-    memcpy(&word, in->bytes + at, sizeof word);
-    uint64_t ends = mark_bytes(word, '>');
-    uint32_t length =
-        ends != 0 ? static_cast<uint32_t>(std::countr_zero(ends)) / 8 : k_tag_name_max;
-    if (length == 0 || in->bytes[at + length] != '>') {
-        return false;
-    }
-    int tag = web_tag_find(tag_key_of_word(word, length));
-    if (tag < 0) {
-        return false;
-    }
-    tokens.tag_index = tag;
-    tokens.sign = closing ? -1 : 1;
-    in->position = at + length;
-    in->last = '>';
-    return true;
-}
-
 // Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.
 bool read_tag() {
-    if (read_near_tag()) {
-        return true;
-    }
     clear(&tokens.tag);
     tokens.tag_index = 0;
     tokens.sign = 1;
@@ -142,7 +215,7 @@ bool read_tag() {
         }
     }
     tokens.tag.text[tokens.tag.length] = 0;
-    int tag = web_tag_find(web_tag_key(tokens.tag.text));
+    int tag = web_tag_find(tokens.tag.text);
     if (tag < 0) {
         tokens_report(ReadFinding::unknown_tag, tokens.tag.text);
         put_name(&tokens.tag);
@@ -153,10 +226,32 @@ bool read_tag() {
 }
 
 // The end of the input stands for the closing tag of the web.
-int end_of_input() {
+bool end_of_input() {
     tokens.tag_index = 0;
     tokens.sign = -1;
-    return 0;
+    return true;
+}
+
+// Reads on with the next byte; true when a tag that is wanted, or the input, ended.
+bool take_far(Wanted wanted) {
+    int c = web_in_byte();
+    switch (c) {
+    case 0:
+        return end_of_input();
+    case '<':
+        return read_tag() && tag_is_wanted(wanted);
+    case '&':
+        return read_entity() == 0 && end_of_input();
+    default:
+        text_builder_put(static_cast<char>(c));
+        return false;
+    }
+}
+
+void next_token(Wanted wanted) {
+    begin_text();
+    while (!take_near(&tokens.input, wanted) && !take_far(wanted)) {
+    }
 }
 
 }  // namespace
@@ -225,30 +320,11 @@ int web_in_byte() {
 }
 
 int web_next_token() {
-    if (tokens.text == 0) {
-        tokens.text = text_builder_start();
-    } else {
-        text_builder_restart();  // nobody took it
-    }
-    for (;;) {
-        take_plain();
-        int c = web_in_byte();
-        switch (c) {
-        case 0:
-            return end_of_input();
-        case '&':
-            if (read_entity() == 0) {
-                return end_of_input();
-            }
-            break;
-        case '<':
-            if (read_tag()) {
-                return tokens.tag_index * tokens.sign;
-            }
-            break;
-        default:
-            text_builder_put(static_cast<char>(c));
-            break;
-        }
-    }
+    next_token(Wanted::any_tag);
+    return tokens.tag_index * tokens.sign;
+}
+
+int token_next_closing() {
+    next_token(Wanted::closing_tag);
+    return tokens.tag_index;
 }

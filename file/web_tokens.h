@@ -12,6 +12,10 @@ void tokens_begin(FILE *file);
 // Releases the token text and lets go of the file.
 void tokens_end();
 
+// The next closing tag's index, 0 at the end of the web. Opening tags end the text before them, and
+// that text is dropped.
+int token_next_closing();
+
 // The characters since the previous tag; the tokenizer's until it is taken.
 BlockHandle token_text();
 BlockHandle token_take();
