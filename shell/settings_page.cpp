@@ -25,7 +25,7 @@ void make_shown(const char *text) {
     utf16_copy(pages.entry, k_entry_max / 2, text);
     wchar_t *to = pages.shown;
     for (const wchar_t *from = pages.entry; *from != 0; ++from) {
-        if (*from == '\n') {
+        if (*from == '\n' && (from == pages.entry || from[-1] != '\r')) {
             *to++ = '\r';
         }
         *to++ = *from;

@@ -268,7 +268,7 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
 
 TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
     start(web_of("home"));
-    const std::string odd = "a\xFF\x01\nb\xE2";
+    const std::string odd = "a\xFF\x01\nb\r\n\xE2";
     set_option_rfmt((odd + std::string(240, '\\')).c_str());
     set_option_starg(odd.c_str());
     set_option_oname(odd.c_str());
