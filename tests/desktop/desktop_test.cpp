@@ -19,11 +19,8 @@ void create_controls(HWND window) {
     ASSERT_TRUE(SHCreateMenuBar(&test->bar));
     // As on the handheld, where the visible area is then the whole window.
     SetWindowPos(window, nullptr, 0, 0, 100, 100, SWP_NOMOVE | SWP_NOZORDER);
-    const HINSTANCE instance = GetModuleHandleW(nullptr);
-    test->edit = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 20, window,
-                                 nullptr, instance, nullptr);
     test->pane = CreateWindowExW(0, L"Scintilla", L"", WS_CHILD | WS_VISIBLE, 0, 20, 100, 100,
-                                 window, nullptr, instance, nullptr);
+                                 window, nullptr, test->bar.hInstRes, nullptr);
 }
 
 LRESULT CALLBACK program_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -31,8 +28,6 @@ LRESULT CALLBACK program_proc(HWND window, UINT message, WPARAM wparam, LPARAM l
     switch (message) {
     case WM_CREATE:
         create_controls(window);
-        return 0;
-    case WM_COMMAND:
         return 0;
     case WM_ENTERIDLE:
         if (!test->menu_keys.empty()) {
@@ -66,34 +61,25 @@ void DesktopTest::SetUp() {
 }
 
 void DesktopTest::TearDown() {
-    if (IsWindow(window)) {
-        DestroyWindow(window);
-    }
+    DestroyWindow(window);
     pump();
 }
 
 void DesktopTest::open_window(const wchar_t *screen) {
     SetEnvironmentVariableW(L"QUORVANE_SCREEN", screen);
     seen.clear();
-    CreateWindowExW(0, L"DesktopTest", L"Desktop test", WS_BORDER, CW_USEDEFAULT, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, GetModuleHandleW(nullptr),
-                    nullptr);
-    ASSERT_TRUE(window && edit && pane);
-    EXPECT_EQ(count_seen(WM_SIZE), 0U) << "a size before there are controls to lay out";
+    CreateWindowExW(0, L"DesktopTest", L"Desktop test", WS_BORDER, 0, 0, 0, 0, nullptr, nullptr,
+                    GetModuleHandleW(nullptr), nullptr);
+    ASSERT_TRUE(window && pane);
+    EXPECT_EQ(count_seen(WM_SIZE), 0) << "a size before there are controls to lay out";
     ShowWindow(window, SW_SHOWNORMAL);
-    UpdateWindow(window);
     pump();
 }
 
-size_t DesktopTest::count_seen(UINT message) const {
-    return static_cast<size_t>(std::count_if(
-        seen.begin(), seen.end(), [=](SeenMessage one) { return one.message == message; }));
-}
-
-bool DesktopTest::was_commanded(WORD command) const {
-    return std::any_of(seen.begin(), seen.end(), [=](SeenMessage one) {
-        return one.message == WM_COMMAND && LOWORD(one.wparam) == command;
-    });
+long DesktopTest::count_seen(UINT message, WORD command) const {
+    return static_cast<long>(std::count_if(seen.begin(), seen.end(), [=](SeenMessage one) {
+        return one.message == message && (command == 0 || LOWORD(one.wparam) == command);
+    }));
 }
 
 bool pump_until(const std::function<bool()> &done) {

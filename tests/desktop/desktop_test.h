@@ -1,4 +1,4 @@
-// A small program for desktop/ to work on: a main window with an edit field and a Scintilla pane,
+// A small program for desktop/ to work on: a main window with a Scintilla pane,
 // which keeps the messages that reach it.
 #pragma once
 
@@ -20,7 +20,6 @@ struct SeenMessage {
 
 struct DesktopTest : testing::Test {
     HWND window = nullptr;
-    HWND edit = nullptr;
     HWND pane = nullptr;
     SHMENUBARINFO bar = {};
     SHACTIVATEINFO activation = {};
@@ -34,8 +33,8 @@ struct DesktopTest : testing::Test {
     // Makes and shows the window; `screen` goes to QUORVANE_SCREEN.
     void open_window(const wchar_t *screen = L"");
 
-    size_t count_seen(UINT message) const;
-    bool was_commanded(WORD command) const;
+    // Counts messages, of a command when one is given.
+    long count_seen(UINT message, WORD command = 0) const;
 };
 
 // Handles messages until `done` or until five seconds are over; says which.

@@ -23,15 +23,15 @@ TEST_F(DesktopTest, BarFitsTheHandheldAndItsButtonsAndMenusSendCommands) {
     EXPECT_TRUE(rect.right <= 240 && rect.bottom <= 26);
     click(bar.hwndMB, 4);
     click(bar.hwndMB, 5);
-    EXPECT_TRUE(was_commanded(CMD_REPORT) && was_commanded(CMD_SPARE_BUTTON));
+    EXPECT_TRUE(count_seen(WM_COMMAND, CMD_REPORT) && count_seen(WM_COMMAND, CMD_SPARE_BUTTON));
     menu_keys = {VK_DOWN, VK_RETURN};
     click(bar.hwndMB, 0);
-    EXPECT_TRUE(pump_until([this] { return was_commanded(CMD_FILE_NEW); }));
+    EXPECT_TRUE(pump_until([this] { return count_seen(WM_COMMAND, CMD_FILE_NEW) != 0; }));
     // To the last pop-up, around the end, and from there into the sub-menu.
     menu_keys = {VK_LEFT, VK_DOWN, VK_RIGHT, VK_DOWN, VK_RETURN};
     SendMessageW(window, WM_SYSCOMMAND, SC_KEYMENU, 0);
-    EXPECT_TRUE(pump_until([this] { return was_commanded(CMD_HELP_REPORT_FORMAT); }));
-    EXPECT_EQ(count_seen(WM_COMMAND), 4U);
+    EXPECT_TRUE(pump_until([this] { return count_seen(WM_COMMAND, CMD_HELP_REPORT_FORMAT) != 0; }));
+    EXPECT_EQ(count_seen(WM_COMMAND), 4);
 }
 
 }  // namespace
