@@ -198,24 +198,3 @@ TEST_F(Faults, ASaveThatRunsOutCanBeRepeated) {
     }
     start_program();
 }
-
-// Reading from one web to the next for a long time loses no block.
-TEST_F(Faults, AHundredFilesLeaveNothingBehind) {
-    open_file_scene();
-    doc_command_open_path(second_path());
-    const uint16_t blocks = blocks_in_use();
-    for (int i = 0; i < 100; ++i) {
-        doc_command_open_path(first_path());
-        new_cell("x");
-        host().ok_cancel = {true};
-        delete_cell();
-        new_cell("y");
-        if (i % 3 == 0) {
-            make_file(second_path(), second_file() + "<cname>1</cname>");
-            doc_command_open_path(second_path());
-            make_file(second_path(), second_file());
-        }
-        doc_command_open_path(second_path());
-        EXPECT_EQ(blocks_in_use(), blocks);
-    }
-}

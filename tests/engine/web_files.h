@@ -10,12 +10,8 @@ int read_web(const std::string &bytes);
 // Without the views.
 int parse_web(const std::string &bytes);
 
-// With them, from a file whose reading fails after so many bytes.
-int read_web_failing_after(const std::string &bytes, size_t good);
-
-// What web_write() makes of the web in a file that has room for so many bytes; its result goes to
-// *code where one is given.
-std::string written_web(int *code = nullptr, size_t room = SIZE_MAX);
+// What web_write() makes of the web; its result goes to *code where one is given.
+std::string written_web(int *code = nullptr);
 
 // A path that no other test uses at the same time; the file goes when the process ends.
 std::string scratch_path(const std::string &name);
