@@ -3,6 +3,10 @@
 
 #include "resources/resource.h"
 
+static struct ReportPage {
+    WNDPROC format_previous;  // the edit field's own window procedure
+} report_page;
+
 namespace {
 
 const ChoiceRow k_choices[] = {
@@ -21,6 +25,16 @@ const TextRow k_texts[] = {
      L"A format string has at most 256 characters. Letters with accents count as two or three."},
 };
 
+// A field of several lines keeps Enter and Escape to itself; here they close the sheet.
+LRESULT CALLBACK format_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    LRESULT result = CallWindowProcW(report_page.format_previous, window, message, wparam, lparam);
+    return message == WM_GETDLGCODE ? result & ~DLGC_WANTALLKEYS : result;
+}
+
+void prepare(HWND page) {
+    report_page.format_previous = subclass_window(GetDlgItem(page, CTL_REPORT_FORMAT), format_proc);
+}
+
 }  // namespace
 
 const SettingsPage k_report_page = {
@@ -28,4 +42,5 @@ const SettingsPage k_report_page = {
     .choices = k_choices,
     .checks = k_checks,
     .texts = k_texts,
+    .prepare = prepare,
 };

@@ -176,6 +176,30 @@ TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
     EXPECT_EQ(file_bytes(path), options_block(false) + cells);
 }
 
+TEST_F(SettingsTest, EnterAndEscapeCloseItFromEveryField) {
+    start();
+    const struct {
+        WPARAM page;
+        int control;
+    } fields[] = {
+        {report, CTL_REPORT_TRAIL}, {report, CTL_REPORT_FORMAT},   {output, CTL_OUTPUT_NAME},
+        {links, CTL_LINKS_CREATE},  {numbers, CTL_NUMBERS_DIGITS}, {pane, CTL_PANE_FONT},
+        {pane, CTL_PANE_SIZE},      {search, CTL_REPLACE_TEXT},
+    };
+    for (const auto &one : fields) {
+        for (const WPARAM key : {WPARAM{VK_ESCAPE}, WPARAM{VK_RETURN}}) {
+            set_option_rall(1);
+            answer_with("Settings", [&](HWND sheet) {
+                press_on(shown_page(sheet), CTL_REPORT_ALL);
+                SetFocus(GetDlgItem(show_page(sheet, one.page), one.control));
+                PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
+            });
+            command(CMD_SETTINGS);
+            EXPECT_EQ(option_rall(), key == VK_ESCAPE) << one.control;
+        }
+    }
+}
+
 TEST_F(SettingsTest, OpenedAgainItShowsWhatWasChosen) {
     start();
     answer_with("Settings", [](HWND sheet) {
