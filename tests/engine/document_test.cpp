@@ -328,3 +328,49 @@ TEST_F(Document, TheOfferInTheMiddleOfACommandSavesTheWeb) {
     EXPECT_FALSE(file_has(path, "<cname>b</cname>"));
     start_program();
 }
+
+TEST_F(Document, SaveAndExitStillEndsWhenThePaneDoesNotFit) {
+    std::string path = open_saved_web();
+    go_to_name("a");
+    std::vector<BlockHandle> taken = leave_free_blocks(3);
+    type_text(std::string(1000, 't'));
+    host().save_changes = {true};
+    EXPECT_EQ(run_until_end(save_and_exit), 0);
+    EXPECT_EQ(count(take_log(), "status OUT OF MEMORY"), 1U);
+    EXPECT_TRUE(file_has(path, "<text>from file</text>"));
+    EXPECT_TRUE(file_has(path, "</eof>"));
+    start_program();
+}
+
+TEST_F(Document, AFullArenaLeavesEveryWayOut) {
+    std::string path = open_saved_web();
+    new_cell("b");
+    type_text("short");
+    go_home();
+    std::vector<BlockHandle> taken = leave_free_blocks(0);
+    EXPECT_TRUE(run_command([] { doc_command_save(); }));
+    EXPECT_TRUE(file_has(path, "<cname>b</cname>\n<text>short</text>"));
+
+    type_text(std::string(200, 't'));
+    EXPECT_TRUE(run_command([] { EXPECT_EQ(doc_command_save(), 0); }));
+    EXPECT_EQ(host().status, "OUT OF MEMORY");
+    EXPECT_TRUE(web_changed()) << "the typed text is in no file";
+    EXPECT_EQ(host().pane.text, std::string(200, 't'));
+    EXPECT_FALSE(run_command([] { go_to_name("b"); }));
+    EXPECT_EQ(host().pane.text, std::string(200, 't'));
+    EXPECT_EQ(current_name(), "home");
+
+    type_text("");
+    EXPECT_TRUE(run_command([] { go_to_name("b"); }));
+    host().ok_cancel = {true};
+    EXPECT_TRUE(run_command(delete_cell));
+    EXPECT_EQ(cell_names(), (Names{"a", "home"}));
+    EXPECT_GT(blocks_free(), 0);
+    leave_free_blocks(0);
+    host().save_changes = {true};
+    EXPECT_TRUE(run_command([] { doc_command_new(); }));
+    EXPECT_FALSE(file_has(path, "<cname>b</cname>"));
+    EXPECT_TRUE(file_has(path, "</eof>"));
+    EXPECT_EQ(document_state(), untitled());
+    start_program();
+}

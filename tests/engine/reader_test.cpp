@@ -30,6 +30,10 @@ std::string option_read(const std::string &name, int tag, const std::string &tex
     return option_value_text(tag);
 }
 
+uint32_t depth_of(CellHandle node) {
+    return node == 0 ? 0 : 1 + std::max(depth_of(node_left(node)), depth_of(node_right(node)));
+}
+
 }  // namespace
 
 TEST_F(Reader, TextIsWhatTheTokenizerMakesOfIt) {
@@ -246,4 +250,40 @@ TEST_F(Reader, AReadErrorKeepsWhatCameBefore) {
         EXPECT_EQ(host().status, "UNABLE TO READ FROM WEB FILE");
         EXPECT_EQ(written_web(), expected) << n;
     }
+}
+
+TEST_F(Reader, AnOrderedFileOfManyCellsGivesABalancedIndex) {
+    std::string file;
+    Names names;
+    for (int i = 1000; i < 1999; ++i) {
+        names.push_back("n" + std::to_string(i));
+        file += cell_file(names.back(), "to " + names.front());
+    }
+    names.insert(names.begin(), "home");
+    EXPECT_EQ(read_web(file + "</eof>"), 0);
+    EXPECT_EQ(cell_names(), names);
+    EXPECT_LE(depth_of(index_root()), 11U);
+    EXPECT_EQ(cell_number_of(cell_lookup("n1254")), 255);
+    EXPECT_EQ(cell_number_of(cell_lookup("n1255")), -1);
+}
+
+// A staged "home" has a node and a name of its own until the end, and a token one block.
+TEST_F(Reader, AWebThatLeavesFourBlocksFreeCanBeReadAgain) {
+    host().quiet = true;
+    for (const char *filled : {"about", "home", "zoo"}) {
+        std::string file = "<cname>about</cname><val>12</val><cname>home</cname><cname>zoo</cname>";
+        ASSERT_EQ(parse_web(file), 0);
+        std::string text(size_t{k_text_block_chars} * (blocks_free() - 4U), 'f');
+        file.insert(file.find(filled) + strlen(filled) + strlen("</cname>"),
+                    "<text>" + text + "</text>");
+        ASSERT_EQ(parse_web(file), 0);
+        ASSERT_EQ(blocks_free(), 4) << filled;
+        set_option_rfmt(std::string(256, 'r').c_str());
+        set_option_xycells(std::string(256, 'x').c_str());
+        std::string full = written_web();
+        EXPECT_EQ(parse_web(full), 0);
+        EXPECT_EQ(blocks_free(), 4) << filled;
+        EXPECT_EQ(written_web(), full);
+    }
+    refresh_views();
 }

@@ -50,6 +50,7 @@ int save_with_failing_writes() {
 TEST_F(SafeSave, TheCopyGoesOnlyWhenTheNewFileIsWhole) {
     Place place = fresh_place();
     make_file(place.path, k_whole);
+    chmod(place.path.c_str(), 0640);
     ASSERT_EQ(doc_open(place.path.c_str()), 0);
 
     EXPECT_EQ(save_with_failing_writes(), -4);
@@ -89,6 +90,24 @@ TEST_F(SafeSave, PermissionsAndLinksStay) {
     EXPECT_TRUE(web_file_is_whole(place.path.c_str()));
     EXPECT_FALSE(is_there(link + "~"));
     unlink(link.c_str());
+}
+
+TEST_F(SafeSave, WhatIsNoFileIsLeftAlone) {
+    Place place = fresh_place();
+    mkdir(place.copy.c_str(), 0700);
+    make_file(place.path, k_whole);
+    ASSERT_EQ(doc_open(place.path.c_str()), 0);
+    EXPECT_EQ(doc_save(), 0);
+    EXPECT_TRUE(is_there(place.copy));
+    rmdir(place.copy.c_str());
+
+    // A folder stands where the file should be: it is neither renamed nor removed.
+    unlink(place.path.c_str());
+    mkdir(place.path.c_str(), 0700);
+    EXPECT_EQ(doc_save(), -3);
+    EXPECT_EQ(file_kind(place.path.c_str()), FileKind::other);
+    EXPECT_FALSE(is_there(place.copy));
+    rmdir(place.path.c_str());
 }
 
 TEST_F(SafeSave, AFileThatCouldNotBeReadWholeKeepsItsCopyOnce) {
