@@ -6,7 +6,6 @@
 #include "report/output.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
-#include "shell/message_loop.h"
 #include "shell/output_host.h"
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
@@ -73,24 +72,6 @@ void expect_all_is_well_again() {
     EXPECT_FALSE(web_changed());
 }
 
-TEST_F(CancelTest, ConsoleReportStopsAndKeepsWhatItWrote) {
-    start_long(k_output_console);
-    const DWORD began = GetTickCount();
-    DWORD shown = began;
-    answer_with(k_box, [&](HWND box) {
-        shown = GetTickCount();
-        EXPECT_EQ(GetWindow(box, GW_OWNER), main_window());
-        EXPECT_TRUE(IsWindowEnabled(main_window()));
-        EXPECT_TRUE(has_focus(GetDlgItem(box, IDCANCEL)));
-        press_button(box, IDCANCEL);
-    });
-    command(CMD_REPORT);
-    EXPECT_GE(shown - began, 500U);
-    EXPECT_EQ(status_text(), "OUTPUT ABORTED");
-    expect_part_of_report(pane_text(console_pane()));
-    expect_all_is_well_again();
-}
-
 TEST_F(CancelTest, FileReportTakesNoInputButTheBoxsAndKeepsWhatItWrote) {
     start_long(k_output_file);
     answer_with(k_box, [](HWND box) {
@@ -101,14 +82,6 @@ TEST_F(CancelTest, FileReportTakesNoInputButTheBoxsAndKeepsWhatItWrote) {
     EXPECT_EQ(status_text(), "OUTPUT ABORTED");
     expect_part_of_report(file_bytes("out.txt"));
     expect_all_is_well_again();
-}
-
-TEST_F(CancelTest, ShortReportShowsNoBox) {
-    start(web_of("begin"));
-    set_option_rfmt("\\T");
-    command(CMD_REPORT);
-    EXPECT_EQ(pane_text(console_pane()), "begin");
-    EXPECT_TRUE(status_becomes("Ready"));
 }
 
 TEST_F(CancelTest, CommandsThatWouldChangeTheWebAreRefusedMeanwhile) {
@@ -131,16 +104,6 @@ TEST_F(CancelTest, QuittingEndsTheReportFirst) {
     answer_with(k_box, [](HWND) { PostMessageW(main_window(), WM_COMMAND, CMD_QUIT, 0); });
     command(CMD_REPORT);
     EXPECT_TRUE(run_until([] { return ended_with() == 0; }));
-    EXPECT_FALSE(is_busy());
-}
-
-TEST_F(CancelTest, ClosingTheWindowEndsTheReportFirst) {
-    start_long(k_output_file);
-    answer_with(k_box, [](HWND) { PostMessageW(main_window(), WM_CLOSE, 0, 0); });
-    SendMessageW(main_window(), WM_COMMAND, CMD_REPORT, 0);
-    int code = -1;
-    EXPECT_FALSE(message_loop_round(&code));
-    EXPECT_EQ(code, 0);
     EXPECT_FALSE(is_busy());
 }
 

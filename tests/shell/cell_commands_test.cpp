@@ -33,18 +33,6 @@ void enter(const char *name) {
     press(cellname_edit(), VK_RETURN);
 }
 
-std::string list_entries() {
-    std::string all;
-    wchar_t text[128];
-    HWND box = pane_window(k_pane_box);
-    const LRESULT count = SendMessageW(box, CB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(i), as_lparam(text));
-        all += std::string(i ? " " : "") + to_8bit(text);
-    }
-    return all;
-}
-
 }  // namespace
 
 struct CellCommands : ShellTest {
@@ -71,32 +59,6 @@ TEST_F(CellCommands, EnterGoesThereOrCreates) {
     EXPECT_EQ(item_count(), 3);
 }
 
-TEST_F(CellCommands, LongCurrentNameIsItself) {
-    const std::string name(48, 'n');
-    start(web_of("", cell_of(name, "")));
-    go_to_name(name.c_str());
-    enter(name.c_str());
-    enter(name.substr(0, 47).c_str());
-    EXPECT_EQ(item_count(), 2);
-    EXPECT_EQ(current_name(), name);
-}
-
-TEST_F(CellCommands, NewCellFromTheBox) {
-    start();
-    put_in_box("fresh");
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(current_name(), "fresh");
-    put_in_box("home");
-    answer_name(L"12other");
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(current_name(), "other");
-    put_in_box("?");
-    answer_name(L"Home");
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(current_name(), "home");
-    EXPECT_EQ(status_text(), "Cell already exists, linking to it");
-}
-
 TEST_F(CellCommands, NewCellFromTheSelection) {
     start_in_text(web_of("take word or plan or 99", cell_of("plan", "")));
     select(text_pane(), 5, 9);
@@ -115,19 +77,6 @@ TEST_F(CellCommands, NewCellFromTheSelection) {
     answer_name(L"ignored", IDCANCEL);
     command(CMD_CELL_NEW);
     EXPECT_EQ(current_name(), "home");
-}
-
-TEST_F(CellCommands, NewCellFromTheList) {
-    start();
-    answer_name(L"");
-    command(CMD_CELL_NEW);
-    answer_name(L"42");
-    answer("Bad cell name supplied", IDOK);
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(item_count(), 1);
-    answer_name(L"fresh");
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(current_name(), "fresh");
 }
 
 TEST_F(CellCommands, CloneAndDelete) {
@@ -168,32 +117,5 @@ TEST_F(CellCommands, FollowByPane) {
     put_in_box("1");
     command(CMD_FOLLOW);
     EXPECT_EQ(box_text(), "plan");
-    EXPECT_EQ(status_text(), "Ready");
-}
-
-TEST_F(CellCommands, TheListShowsTheTrailAndJumps) {
-    start(web_of("", cell_of("a", "") + cell_of("b", "") + cell_of("c", "")));
-    for (const char *name : {"a", "b", "c"}) {
-        go_to_name(name);
-    }
-    HWND box = pane_window(k_pane_box);
-    SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
-    EXPECT_EQ(list_entries(), "c b a home");
-    SendMessageW(box, CB_SETCURSEL, 2, 0);
-    SendMessageW(main_window(), WM_COMMAND, MAKEWPARAM(CTL_CELLNAME_BOX, CBN_SELCHANGE),
-                 as_lparam(box));
-    EXPECT_EQ(current_name(), "a");
-    EXPECT_EQ(box_text(), "a");
-    command(CMD_BACK);
-    EXPECT_FALSE(SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0));
-    EXPECT_EQ(current_name(), "home");
-    SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
-    EXPECT_EQ(list_entries(), "home");
-}
-
-TEST_F(CellCommands, UnservedCommandsDoNothing) {
-    start();
-    command(CMD_SPARE_BUTTON);
-    command(CMD_CLOSE_MODELESS);
     EXPECT_EQ(status_text(), "Ready");
 }

@@ -2,9 +2,7 @@
 #include "core/host.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
-#include "shell/scintilla.h"
 #include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
@@ -55,56 +53,4 @@ TEST_F(CellList, KeysStepAndNothingElseDoes) {
     type(list(), "alpha");
     EXPECT_EQ(current_name(), "plan");
     EXPECT_EQ(selected_item(), "plan");
-}
-
-TEST_F(CellList, SelectionByTheProgramDoesNotNavigate) {
-    start(web_of("", cell_of("plan", "")));
-    SendMessageW(list(), TVM_SELECTITEM, TVGN_CARET, as_lparam(first()));
-    EXPECT_EQ(current_name(), "home");
-    SendMessageW(list(), TVM_SELECTITEM, TVGN_CARET,
-                 SendMessageW(list(), TVM_GETNEXTITEM, TVGN_NEXT, as_lparam(first())));
-    run();
-    EXPECT_EQ(current_name(), "home");
-}
-
-TEST_F(CellList, FollowsNewAndDeletedCells) {
-    start();
-    new_cell("zeta");
-    new_cell("beta");
-    EXPECT_EQ(item_count(), 3);
-    EXPECT_EQ(selected_item(), "beta");
-    answer("Delete current cell?", IDOK);
-    command(CMD_CELL_DELETE);
-    EXPECT_EQ(item_count(), 2);
-    EXPECT_EQ(selected_item(), current_name());
-    cell_list_remove_item(12345);
-    cell_list_remove_item(0);
-    EXPECT_EQ(item_count(), 2);
-    cell_list_clear();
-    EXPECT_EQ(item_count(), 0);
-    cell_list_select_current();
-    cell_list_fill();
-    EXPECT_EQ(item_count(), 2);
-}
-
-TEST_F(CellList, FocusMakesItTheActivePaneAndShowsTheCurrentCell) {
-    start(web_of("", cell_of("plan", "")));
-    SetFocus(pane_window(k_pane_box));
-    EXPECT_EQ(active_pane(), k_pane_box);
-    SetFocus(list());
-    EXPECT_EQ(active_pane(), k_pane_list);
-    EXPECT_EQ(selected_item(), "home");
-}
-
-TEST_F(CellList, FillsQuickly) {
-    std::string cells;
-    for (int i = 1000; i < 4000; ++i) {
-        cells += cell_of("cell" + std::to_string(i), "");
-    }
-    start(web_of("", cells));
-    EXPECT_EQ(item_count(), 3001);
-    const DWORD begun = GetTickCount();
-    cell_list_clear();
-    cell_list_fill();
-    EXPECT_LT(GetTickCount() - begun, 2000U);
 }

@@ -1,6 +1,5 @@
 // Typing, the clipboard and undo in the panes.
 #include "resources/resource.h"
-#include "shell/cellname_box.h"
 #include "shell/main_window.h"
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
@@ -57,20 +56,6 @@ TEST_F(Editing, CutDeleteAndSelectAll) {
     EXPECT_EQ(pane_text(text_pane()), "one ");
 }
 
-TEST_F(Editing, NothingHappensOutsideTheTextPanes) {
-    start_in_text(web_of("one two"));
-    select(text_pane(), 0, 3);
-    show_tab(0);
-    for (const int id : {CMD_CUT, CMD_DELETE, CMD_PASTE, CMD_UNDO, CMD_SELECT_ALL}) {
-        command(static_cast<WORD>(id));
-        EXPECT_EQ(pane_text(text_pane()), "one two");
-    }
-    SetFocus(pane_window(k_pane_box));
-    command(CMD_DELETE);
-    EXPECT_EQ(pane_text(text_pane()), "one two");
-    EXPECT_EQ(box_text(), "home");
-}
-
 TEST_F(Editing, UndoNeverBringsAnotherCellsTextIn) {
     start_in_text(web_of("at home", cell_of("plan", "a plan")));
     type(text_pane(), "x");
@@ -92,22 +77,6 @@ TEST_F(Editing, UndoSurvivesSave) {
     EXPECT_TRUE(web_changed());
 }
 
-TEST_F(Editing, ControlCharactersAndScintillasOwnKeysDoNothing) {
-    start_in_text(web_of("one\r\ntwo"));
-    for (const char c : std::string("\x01\x0c\x1b\x1f")) {
-        type(text_pane(), std::string(1, c));
-    }
-    BYTE keys[256] = {};
-    keys[VK_CONTROL] = 0x80;
-    SetKeyboardState(keys);
-    for (const char key : {'L', 'D', 'U', 'T'}) {
-        SendMessageW(text_pane(), WM_KEYDOWN, static_cast<WPARAM>(key), 0);
-    }
-    keys[VK_CONTROL] = 0;
-    SetKeyboardState(keys);
-    EXPECT_EQ(pane_text(text_pane()), "one\r\ntwo");
-}
-
 TEST_F(Editing, TextIsBytesAndNulIsDropped) {
     start_in_text(web_of("caf\xC3\xA9 \xE2\x82\xAC \xFF"));
     EXPECT_EQ(pane_text(text_pane()), "caf\xC3\xA9 \xE2\x82\xAC \xFF");
@@ -117,35 +86,4 @@ TEST_F(Editing, TextIsBytesAndNulIsDropped) {
     show_tab(2);
     EXPECT_EQ(stored_text("home"), "\xC3\xA4"
                                    "abcaf\xC3\xA9 \xE2\x82\xAC \xFF");
-}
-
-TEST_F(Editing, CellsRememberTheirSelection) {
-    start_in_text(web_of("one two", cell_of("plan", "")));
-    select(text_pane(), 4, 7);
-    command(CMD_CELL_NEXT);
-    command(CMD_CELL_NEXT);
-    EXPECT_EQ(current_name(), "home");
-    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONSTART), 4);
-    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONEND), 7);
-    EXPECT_FALSE(web_changed());
-}
-
-TEST_F(Editing, CaretIsInViewWhenAHiddenPaneIsShown) {
-    std::string lines;
-    for (int i = 0; i < 300; ++i) {
-        lines += "a line\r\n";
-    }
-    start_in_text(web_of("", cell_of("plan", lines)));
-    command(CMD_CELL_NEXT);
-    sci(text_pane(), SCI_GOTOPOS, sci(text_pane(), SCI_GETLENGTH));
-    command(CMD_CELL_NEXT);
-    show_tab(0);
-    command(CMD_CELL_NEXT);
-    show_tab(1);
-    UpdateWindow(text_pane());
-    const LRESULT y = sci(text_pane(), SCI_POINTYFROMPOSITION, 0, sci(text_pane(), SCI_GETLENGTH));
-    RECT client;
-    GetClientRect(text_pane(), &client);
-    EXPECT_GE(y, 0);
-    EXPECT_LT(y, client.bottom);
 }

@@ -107,36 +107,3 @@ TEST_F(FileCommands, NewAsksAboutChangesAndStartsAfresh) {
     EXPECT_EQ(sci(text_pane(), SCI_GETZOOM), 0);
     EXPECT_EQ(current_view(), k_view_list);
 }
-
-TEST_F(FileCommands, NewTakesTheStylesOfTheDefaults) {
-    start();
-    set_option_link_colour(k_link_green);
-    set_option_font_size(120);
-    command(CMD_FILE_NEW);
-    EXPECT_EQ(sci(text_pane(), SCI_STYLEGETFORE, 2), RGB(197, 18, 27));
-    EXPECT_EQ(sci(console_pane(), SCI_STYLEGETSIZE, 0), 9);
-}
-
-TEST_F(FileCommands, DroppedFileIsOpenedWhole) {
-    start(web_of("Hi"));
-    const std::wstring long_name(120, L'n');
-    write_file(to_8bit((long_name + L".qvx").c_str()), web_of("dropped"));
-    open_dropped_file(full_path((long_name + L".qvx").c_str()).c_str());
-    EXPECT_EQ(pane_text(text_pane()), "dropped");
-    DeleteFileW((long_name + L".qvx").c_str());
-    open_dropped_file((L"C:\\" + std::wstring(300, L'n') + L".qvx").c_str());
-    EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
-    EXPECT_EQ(pane_text(text_pane()), "dropped");
-}
-
-TEST_F(FileCommands, SavedFileIsWhatWasTyped) {
-    start(web_of("Hi", cell_of("plan", "soon")));
-    show_tab(1);
-    type(text_pane(), "a<b & ");
-    command(CMD_FILE_SAVE);
-    const std::string saved = file_bytes(path);
-    EXPECT_NE(saved.find("\n<cell>\n<cname>home</cname>\n<text>a&lt;b &amp; Hi</text></cell>"
-                         "\n<cell>\n<cname>plan</cname>\n<text>soon</text></cell></eof>"),
-              std::string::npos)
-        << saved;
-}

@@ -2,12 +2,10 @@
 #include "shell/find.h"
 
 #include "core/block_arena.h"
-#include "report/output.h"
 #include "resources/resource.h"
 #include "shell/dialogs.h"
 #include "shell/main_window.h"
 #include "shell/scintilla.h"
-#include "shell/search_walk.h"
 #include "shell/text_pane.h"
 #include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
@@ -59,31 +57,6 @@ TEST_F(FindTest, GoesOnThroughTheCellsAndRoundTheEnd) {
     EXPECT_FALSE(web_changed());
 }
 
-TEST_F(FindTest, CaseIsTheBoxsOfTheMoment) {
-    start(three_cells());
-    show_tab(1);
-    search_for("Bean");
-    EXPECT_EQ(place(), "home 2-6");
-    press_bar(CTL_NEXT_CASE);
-    press_bar(CTL_NEXT_FIND);
-    EXPECT_EQ(place(), "home 13-17");
-    press_bar(CTL_NEXT_FIND);
-    EXPECT_EQ(place(), "home 13-17") << "the only match, found again from the start";
-    EXPECT_EQ(option_search_case(), 1);
-}
-
-TEST_F(FindTest, WithoutAMatchTheSearchEndsWhereItBegan) {
-    start(three_cells());
-    show_tab(1);
-    const uint32_t free_before = blocks_free();
-    select(text_pane(), 4, 6);
-    search_for("radish");
-    EXPECT_EQ(place(), "home 0-0");
-    press_bar(CTL_NEXT_REPLACE);
-    EXPECT_EQ(pane_text(text_pane()), "a bean and a Bean");
-    EXPECT_EQ(blocks_free(), free_before) << "cells that were only looked at";
-}
-
 // A text that the pane breaks into far more lines than it has line ends.
 std::string long_text(const std::string &last_word) {
     std::string text;
@@ -120,30 +93,6 @@ TEST_F(FindTest, TheMatchIsInView) {
     EXPECT_TRUE(selection_is_in_view()) << "coming back";
 }
 
-TEST_F(FindTest, CountsInBytesAndFoldsLettersBeyondAscii) {
-    start(web_of("\xC3\xA9t\xC3\xA9 bean", cell_of("other", "\xC3\x89T\xC3\x89 2")));
-    show_tab(1);
-    answer_with("Search for:", [&](HWND dialog) {
-        SetDlgItemTextW(dialog, CTL_SEARCH_TEXT, L"\u00E9t\u00E9");
-        press_button(dialog, IDOK);
-    });
-    command(CMD_FIND);
-    EXPECT_EQ(place(), "home 0-5");
-    press_bar(CTL_NEXT_FIND);
-    EXPECT_EQ(place(), "other 0-5");
-}
-
-TEST_F(FindTest, OnlyTheTextPaneIsSearched) {
-    start(three_cells());
-    for (const int tab : {0, 2}) {
-        show_tab(tab);
-        search_for("bean");
-        press_bar(CTL_NEXT_FIND);
-        EXPECT_EQ(place(), "home 0-0");
-        press_bar(IDCANCEL);
-    }
-}
-
 TEST_F(FindTest, FindsWhatWasJustTyped) {
     start(three_cells());
     show_tab(1);
@@ -163,21 +112,14 @@ TEST_F(FindTest, ReplacesEachMatchOnceThoughItComesAgain) {
     press_bar(CTL_NEXT_REPLACE);
     EXPECT_EQ(pane_text(text_pane()), "a beans and beans and a Bean");
     EXPECT_EQ(place(), "home 24-28") << "one find next, behind the replacement";
+    command(CMD_UNDO);
+    EXPECT_EQ(pane_text(text_pane()), "a bean and a Bean") << "in one step";
+    sci(text_pane(), SCI_REDO);
+    select(text_pane(), 24, 28);
     press_bar(CTL_NEXT_REPLACE);
     EXPECT_EQ(place(), "zeta 9-13");
     EXPECT_EQ(stored_text("home"), "a beans and beans and a beans and beans");
     EXPECT_TRUE(web_changed());
-}
-
-TEST_F(FindTest, AReplacementIsOneUndoStep) {
-    start(three_cells());
-    show_tab(1);
-    search_for("bean", "turnip");
-    press_bar(CTL_NEXT_REPLACE);
-    press_bar(IDCANCEL);
-    EXPECT_TRUE(has_focus(text_pane()));
-    command(CMD_UNDO);
-    EXPECT_EQ(pane_text(text_pane()), "a bean and a Bean");
 }
 
 TEST_F(FindTest, ReplacesOnlyWhileTheMatchIsSelected) {
@@ -200,82 +142,6 @@ TEST_F(FindTest, ReplacesOnlyWhileTheMatchIsSelected) {
     press_bar(CTL_NEXT_REPLACE);
     EXPECT_EQ(stored_text("home"), "a weed");
     EXPECT_EQ(place(), "zeta 9-13");
-}
-
-TEST_F(FindTest, AMatchStaysSelectedWhereAClickHadHiddenTheSelection) {
-    start(web_of("zeta", cell_of("zeta", "some zeta")));
-    show_tab(1);
-    click(text_pane(), 2);
-    ASSERT_EQ(current_name(), "zeta");
-    search_for("zeta");
-    EXPECT_EQ(place(), "zeta 5-9");
-    const DWORD start_tick = GetTickCount();
-    run_until([&] { return GetTickCount() - start_tick > 1200; });
-    EXPECT_EQ(place(), "zeta 5-9") << "the tick took it away";
-}
-
-TEST_F(FindTest, NothingToSearchForIsSaidInAWebThatCameLater) {
-    start(three_cells());
-    show_tab(1);
-    search_for("bean");
-    command(CMD_FILE_NEW);
-    show_tab(1);
-    press_bar(CTL_NEXT_FIND);
-    EXPECT_EQ(status_text(), "Nothing to search for");
-}
-
-TEST_F(FindTest, RefusedWhileOutputRuns) {
-    start(three_cells());
-    show_tab(1);
-    search_for("bean");
-    ASSERT_EQ(output_open(), 0);
-    press_bar(CTL_NEXT_FIND);
-    EXPECT_EQ(status_text(), "OUTPUT IN USE");
-    press_bar(CTL_NEXT_REPLACE);
-    EXPECT_EQ(place(), "home 2-6");
-    EXPECT_EQ(pane_text(text_pane()), "a bean and a Bean");
-    output_close();
-}
-
-TEST_F(FindTest, TextThatDoesNotFitIsKeptInThePane) {
-    start(three_cells());
-    show_tab(1);
-    search_for("last");
-    const std::string typed(100000, 'x');
-    sci_text(text_pane(), SCI_SETTEXT, 0, typed.c_str());
-    while (blocks_free() > 150) {
-        block_alloc(k_block_plain);
-    }
-    press_bar(CTL_NEXT_FIND);
-    EXPECT_EQ(current_name(), "zeta");
-    EXPECT_EQ(pane_text(text_pane()), typed);
-}
-
-TEST(SearchWalk, RulesOutOnlyWhatThePaneCannotFind) {
-    struct {
-        const char *text, *target;
-        bool match_case, expected;
-    } const cases[] = {
-        {"some Beans", "bean", false, true},
-        {"some Beans", "bean", true, false},
-        {"some Beans", "Bean", true, true},
-        {"some Beans", "beams", false, false},
-        {"", "a", false, false},
-        {"aab", "ab", true, true},
-        {"ab", "abc", false, false},
-        {"\xE2\x84\xAA", "k", false, true},
-        {"\xE2\x84\xAA", "k", true, false},
-        {"k", "\xE2\x84\xAA", false, true},
-        {"\xC3\xA9", "\xC3\xA9", true, true},
-        {"@[`{", "`", false, true},
-        {"[", "{", false, false},
-    };
-    for (const auto &one : cases) {
-        EXPECT_EQ(
-            may_hold(one.text, static_cast<uint32_t>(strlen(one.text)), one.target, one.match_case),
-            one.expected)
-            << one.target << " in " << one.text;
-    }
 }
 
 }  // namespace

@@ -44,28 +44,6 @@ RECT button_place(int index) {
 
 }  // namespace
 
-TEST(LayoutTable, FollowsTheClientArea) {
-    LayoutTable table = {};
-    layout_fill(&table, 240, 268, false);
-    const int32_t expected[] = {240, 268, 2,  2,   180, 22, 120, 0,  0,  240, 25,  186, 18, 224,
-                                0,   240, 20, 219, 244, 0,  240, 25, 25, 0,   240, 198, 0,  200};
-    for (int i = 0; i < k_layout_slots; ++i) {
-        EXPECT_EQ(table.slots[i], expected[i]) << "slot " << i;
-    }
-    layout_fill(&table, 240, 268, true);
-    EXPECT_EQ(table.slots[k_layout_pane_top], 43);
-    EXPECT_EQ(table.slots[k_layout_pane_height], 180);
-}
-
-TEST(LayoutTable, HasNothingOutsideIt) {
-    layout_set_slot(-1, 7);
-    layout_set_slot(28, 7);
-    EXPECT_EQ(layout_slot(-1), 0);
-    EXPECT_EQ(layout_slot(28), 0);
-    layout_set_slot(26, 7);
-    EXPECT_EQ(layout_slot(26), 7);
-}
-
 struct Layout : ShellTest {};
 
 TEST_F(Layout, FitsTheHandheldsScreen) {
@@ -89,44 +67,4 @@ TEST_F(Layout, FollowsTheWindowsSize) {
     run();
     expect_no_gaps(460);
     EXPECT_GE(button_place(0).left, 406);
-}
-
-TEST_F(Layout, CollapsesWhatIsNotShown) {
-    start();
-    const RECT pane = place_of(pane_window(k_pane_list));
-    show_tab(1);
-    const RECT text = place_of(pane_window(k_pane_text));
-    EXPECT_EQ(text.left, 0);
-    EXPECT_EQ(text.top, pane.top);
-    EXPECT_EQ(text.bottom, pane.bottom);
-    for (const PaneIndex hidden : {k_pane_list, k_pane_console}) {
-        const RECT place = place_of(pane_window(hidden));
-        EXPECT_EQ(width(place), 0);
-        EXPECT_EQ(height(place), 0);
-    }
-}
-
-TEST_F(Layout, TabsReadInFull) {
-    start();
-    HWND tabs = pane_window(k_pane_tabs);
-    wchar_t text[16];
-    const wchar_t *expected[] = {L"list", L"text", L"console"};
-    ASSERT_EQ(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0), 3);
-    for (int i = 0; i < 3; ++i) {
-        TCITEMW item = {};
-        item.mask = TCIF_TEXT;
-        item.pszText = text;
-        item.cchTextMax = 16;
-        SendMessageW(tabs, TCM_GETITEMW, static_cast<WPARAM>(i), as_lparam(&item));
-        EXPECT_STREQ(text, expected[i]);
-        RECT rect = {};
-        SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(i), as_lparam(&rect));
-        HDC context = GetDC(tabs);
-        SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(tabs, WM_GETFONT, 0, 0)));
-        SIZE size = {};
-        GetTextExtentPoint32W(context, text, lstrlenW(text), &size);
-        ReleaseDC(tabs, context);
-        EXPECT_GE(width(rect), 30);
-        EXPECT_GE(width(rect), size.cx) << "the tab cuts its text";
-    }
 }

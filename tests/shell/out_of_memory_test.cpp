@@ -64,18 +64,6 @@ TEST_F(OutOfMemory, SaveAndDeleteWork) {
     EXPECT_EQ(item_count(), 1);
 }
 
-TEST_F(OutOfMemory, CreatingACellLeavesTheWebAsItWas) {
-    start_with_free_blocks(1);
-    select(text_pane(), 0, 2);
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(status_text(), "OUT OF MEMORY");
-    EXPECT_EQ(item_count(), 2);
-    EXPECT_EQ(current_name(), "home");
-    click(text_pane(), 1);
-    command(CMD_CELL_NEXT);
-    EXPECT_EQ(current_name(), "plan");
-}
-
 TEST_F(OutOfMemory, ChoosingInTheListWithTheMouseIsSafe) {
     start_with_free_blocks(0);
     sci_text(text_pane(), SCI_SETTEXT, 0, std::string(4000, 'w').c_str());

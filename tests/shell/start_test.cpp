@@ -1,5 +1,4 @@
 // Starting: which web is shown, under which name, and the single copy.
-#include "core/block_arena.h"
 #include "resources/resource.h"
 #include "shell/cellname_box.h"
 #include "shell/main_window.h"
@@ -23,36 +22,11 @@ TEST_F(Start, MakesANewWeb) {
     EXPECT_FALSE(web_changed());
 }
 
-TEST_F(Start, OpensTheFileNamed) {
-    start(web_of("Hi", cell_of("plan", "soon")));
-    EXPECT_EQ(text_of(main_window()), "Quorvane - test");
-    EXPECT_EQ(item_count(), 2);
-    EXPECT_EQ(pane_text(text_pane()), "Hi");
-    EXPECT_FALSE(web_changed());
-}
-
 TEST_F(Start, FallsBackToANewWeb) {
     ASSERT_EQ(start_program(GetModuleHandleW(nullptr), L"\"none.qvx\"", SW_SHOWNORMAL), 0);
     ASSERT_TRUE(run_until([] { return item_count() == 1; }));
     EXPECT_EQ(text_of(main_window()), "Quorvane - (Untitled)");
     EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
-}
-
-TEST_F(Start, TakesTheFirst62CharactersOfTheCommandLine) {
-    const std::string name = std::string(58, 'w') + ".qvx";
-    write_file(name, web_of("cut"));
-    const std::wstring line = std::wstring(58, L'w') + L".qvx and more";
-    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), line.c_str(), SW_SHOWNORMAL), 0);
-    EXPECT_TRUE(run_until([] { return pane_text(text_pane()) == "cut"; }));
-    DeleteFileA(name.c_str());
-}
-
-TEST_F(Start, SecondCopyOpensNothing) {
-    start(web_of("first"));
-    write_file("other.qvx", web_of("second"));
-    EXPECT_EQ(create_main_window(GetModuleHandleW(nullptr), L"other.qvx", SW_SHOWNORMAL), nullptr);
-    run();
-    EXPECT_EQ(pane_text(text_pane()), "first");
 }
 
 TEST_F(Start, ClosingTheWindowSavesNothingAndEndsTheLoop) {

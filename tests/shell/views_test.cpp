@@ -2,22 +2,10 @@
 #include "resources/resource.h"
 #include "shell/cellname_box.h"
 #include "shell/main_window.h"
-#include "shell/scintilla.h"
 #include "shell/text_pane.h"
 #include "tests/shell/shell_test.h"
 
 struct Views : ShellTest {};
-
-TEST(ViewTables, TabKeyFlipsBetweenTheBoxAndTheViewsPane) {
-    for (const PaneIndex pane : {k_pane_text, k_pane_list, k_pane_console}) {
-        EXPECT_EQ(pane_after(pane, k_view_list), k_pane_box);
-        EXPECT_EQ(pane_after(pane, k_view_text), k_pane_box);
-        EXPECT_EQ(pane_after(pane, k_view_console), k_pane_box);
-    }
-    EXPECT_EQ(pane_after(k_pane_box, k_view_list), k_pane_list);
-    EXPECT_EQ(pane_after(k_pane_box, k_view_text), k_pane_text);
-    EXPECT_EQ(pane_after(k_pane_box, k_view_console), k_pane_console);
-}
 
 TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     start();
@@ -44,12 +32,6 @@ TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     }
 }
 
-TEST_F(Views, PaneTableFallsBackToTheBox) {
-    start();
-    EXPECT_EQ(pane_window(5), pane_window(k_pane_box));
-    EXPECT_EQ(pane_window(99), pane_window(k_pane_box));
-}
-
 TEST_F(Views, LeavingTheTextStoresIt) {
     start(web_of("Hi"));
     show_tab(1);
@@ -57,27 +39,4 @@ TEST_F(Views, LeavingTheTextStoresIt) {
     EXPECT_EQ(stored_text("home"), "Hi");
     show_tab(2);
     EXPECT_EQ(stored_text("home"), "Oh Hi");
-}
-
-TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
-    start();
-    show_tab(1);
-    SendMessageW(main_window(), WM_ACTIVATE, WA_INACTIVE, 0);
-    SetFocus(nullptr);
-    SendMessageW(main_window(), WM_ACTIVATE, WA_ACTIVE, 0);
-    EXPECT_TRUE(has_focus(text_pane()));
-}
-
-TEST_F(Views, PanesComeBackAsTheyWereLeft) {
-    std::string lines;
-    for (int i = 0; i < 300; ++i) {
-        lines += "line\r\n";
-    }
-    start(web_of(lines + "end"));
-    show_tab(1);
-    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, 100);
-    show_tab(0);
-    show_tab(1);
-    EXPECT_EQ(sci(text_pane(), SCI_GETFIRSTVISIBLELINE), 100);
-    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
 }
