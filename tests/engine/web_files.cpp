@@ -35,8 +35,7 @@ int read_web(const std::string &bytes) {
 }
 
 int parse_web(const std::string &bytes) {
-    std::string copy = bytes;
-    FILE *file = fmemopen(copy.data(), copy.size(), "rb");
+    FILE *file = fmemopen(const_cast<char *>(bytes.data()), bytes.size(), "rb");
     int code = web_read(file);
     fclose(file);
     return code;

@@ -77,7 +77,7 @@ double model_number(const std::string &s) {
 void check_numbers(const std::string &s, uint8_t kind, uint8_t digits) {
     double value = 1;
     require(number_parse(s.c_str(), &value) == 0, "a number is refused");
-    require(value == model_number(s), "a number reads wrongly: " + s);
+    require(value == model_number(s), [&] { return "a number reads wrongly: " + s; });
     int16_t integer = 77;
     const long wide = strtol(s.c_str(), nullptr, 10);
     const bool fits = wide >= INT16_MIN && wide <= INT16_MAX;
@@ -94,7 +94,8 @@ void check_numbers(const std::string &s, uint8_t kind, uint8_t digits) {
     char buffer[k_number_text_max + 1] = {0};
     const NumberFormat format = {kind, digits, 24, '.'};
     require(number_format(buffer, value, &format) == strlen(buffer), "a wrong length");
-    require(strcmp(buffer, expected) == 0, std::string(buffer) + " instead of " + expected);
+    require(strcmp(buffer, expected) == 0,
+            [&] { return std::string(buffer) + " instead of " + expected; });
 }
 
 }  // namespace

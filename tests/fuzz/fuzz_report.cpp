@@ -74,7 +74,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
 
     const std::string expected = model_report();
     require(console_report() == expected,
-            "the console has\n" + host().console + "\nnot\n" + expected);
+            [&] { return "the console has\n" + host().console + "\nnot\n" + expected; });
     require(file_report() == model_newlines(expected, option_onewl()), "the file is different");
     cancel_at_pump(cancelled_at);
     const std::string cut = console_report();

@@ -5,12 +5,11 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
-void require(bool condition, const std::string &sentence) {
-    if (!condition) {
-        std::fprintf(stderr, "%s\n", sentence.c_str());
-        abort();
-    }
+void fail(const std::string &sentence) {
+    std::fprintf(stderr, "%s\n", sentence.c_str());
+    abort();
 }
 
 void ensure_started() {
@@ -24,9 +23,9 @@ void ensure_started() {
 
 void require_order() {
     static unsigned runs;
-    if (runs++ % 16 == 0) {
+    if (runs++ % 64 == 0) {
         std::string fault = check_engine();
-        require(fault.empty(), fault);
+        require(fault.empty(), [&] { return fault; });
     }
 }
 
@@ -39,11 +38,12 @@ uint8_t next_byte(FuzzInput *input) {
 }
 
 std::string next_string(FuzzInput *input) {
-    std::string s;
-    for (uint8_t c = next_byte(input); c != 0; c = next_byte(input)) {
-        s.push_back(static_cast<char>(c));
-    }
-    return s;
+    const char *bytes = reinterpret_cast<const char *>(input->data);
+    const size_t length = strnlen(bytes, input->size);
+    const size_t taken = length < input->size ? length + 1 : length;
+    input->data += taken;
+    input->size -= taken;
+    return {bytes, length};
 }
 
 std::string rest_of_input(FuzzInput *input) {

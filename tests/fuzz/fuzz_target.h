@@ -8,13 +8,26 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
-// Ends the program, as a crash, with the sentence when the condition does not hold.
-void require(bool condition, const std::string &sentence);
+// Ends the program, as a crash, with the sentence.
+[[noreturn]] void fail(const std::string &sentence);
+
+// Does so when the condition does not hold. A sentence that costs something is made only then, by a
+// function.
+inline void require(bool condition, const char *sentence) {
+    if (!condition) {
+        fail(sentence);
+    }
+}
+template <typename Sentence> void require(bool condition, Sentence sentence) {
+    if (!condition) {
+        fail(sentence());
+    }
+}
 
 // The program has started and its log is empty.
 void ensure_started();
 
-// The whole arena is in order. Walks it in every 16th run only, but always in the first.
+// The whole arena is in order. Walks it in every 64th run only, but always in the first.
 void require_order();
 
 // An input that is taken apart from its front.
