@@ -85,10 +85,25 @@ void advance(Place *place, uint32_t n) {
     }
 }
 
-// Bytes 0x80 to 0xFF are negative, whatever `char` is, and become 0xFF80 to 0xFFFF: they sort last.
+// The place of each byte in the order of names. Bytes 0x80 to 0xFF are negative, whatever `char`
+// is, and become 0xFF80 to 0xFFFF: they sort last.
+struct FoldedOrder {
+    uint16_t of[256];
+};
+
+constexpr FoldedOrder make_folded_order() {
+    FoldedOrder order = {};
+    for (int c = 0; c < 256; ++c) {
+        order.of[c] = static_cast<uint16_t>(static_cast<signed char>(fold_char(c)));
+    }
+    return order;
+}
+
+constexpr FoldedOrder k_folded_order = make_folded_order();
+
 int folded_difference(char x, char y) {
-    auto widen = [](int c) { return static_cast<uint16_t>(static_cast<signed char>(c)); };
-    return static_cast<int>(widen(fold_char(x))) - static_cast<int>(widen(fold_char(y)));
+    return static_cast<int>(k_folded_order.of[static_cast<uint8_t>(x)]) -
+           static_cast<int>(k_folded_order.of[static_cast<uint8_t>(y)]);
 }
 
 // The folded order of the first n characters of each.
@@ -294,14 +309,6 @@ void text_builder_reset() {
     builder.tail = 0;
 }
 
-int fold_char(int ch) {
-    int c = static_cast<signed char>(ch);
-    if (c == '_') {
-        return ' ';
-    }
-    return c >= 'a' && c <= 'z' ? c - 32 : ch;
-}
-
 // Most names end in their first block and differ there.
 int text_compare(BlockHandle a, BlockHandle b) {
     if (a == 0 || b == 0) {
@@ -335,7 +342,7 @@ int text_compare_cstring(BlockHandle a, const char *s) {
         const char *chars = text_block_chars(x.block);
         uint32_t n = 0;
         for (; n < x.count && s[n] != 0; ++n) {
-            int difference = chars[n] != s[n] ? folded_difference(chars[n], s[n]) : 0;
+            int difference = folded_difference(chars[n], s[n]);
             if (difference != 0) {
                 return difference;
             }

@@ -97,7 +97,13 @@ void text_builder_reset();
 // byte value with 0x80-0xFF last. Negative: a sorts first; 0: equal; positive: a sorts after.
 
 // '_' becomes ' ', a to z become A to Z; ch is taken as a signed byte.
-int fold_char(int ch);
+constexpr int fold_char(int ch) {
+    int c = static_cast<signed char>(ch);
+    if (c == '_') {
+        return ' ';
+    }
+    return c >= 'a' && c <= 'z' ? c - 32 : ch;
+}
 
 int text_compare(BlockHandle a, BlockHandle b);
 int text_compare_cstring(BlockHandle a, const char *s);

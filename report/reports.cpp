@@ -143,9 +143,10 @@ ErrorCode report_out_pointers(CellHandle cell) {
 
 ErrorCode report_in_pointers(CellHandle cell) {
     ErrorCode code = name_line("", cell);
+    int32_t number = cell_number_of(cell);
     for (CellHandle from = first_live(); from != 0 && code == 0 && !output_aborted();
          from = next_live(from)) {
-        if (links_name(from, cell)) {
+        if (link_list_names(cell_out_pointers(from), number)) {
             code = name_line("    <", from);
         }
     }

@@ -11,6 +11,7 @@ packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev n
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
 packages_wine=(wine wine64 fonts-wine xvfb xdotool imagemagick)
 packages_check=(clang-format clang-tidy)
+packages_bench=(libbenchmark-dev libexpat1-dev libxml2-dev libpugixml-dev valgrind)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -2,6 +2,7 @@
 
 #include "web/cells.h"
 
+#include <algorithm>
 #include <cstring>
 
 static struct CellNumbers {
@@ -20,12 +21,9 @@ void cell_numbers_rebuild() {
 }
 
 int32_t cell_number_of(CellHandle cell) {
-    for (uint32_t i = 0; i < numbers.count; ++i) {
-        if (numbers.cells[i] == cell) {
-            return static_cast<int32_t>(i);
-        }
-    }
-    return -1;
+    CellHandle *end = numbers.cells + numbers.count;
+    CellHandle *found = std::find(numbers.cells, end, cell);
+    return found != end ? static_cast<int32_t>(found - numbers.cells) : -1;
 }
 
 CellHandle cell_by_number(int32_t number) {

@@ -25,9 +25,16 @@ constexpr uint32_t k_previous_at = 4;
 constexpr uint32_t k_entries_at = 6;
 constexpr uint32_t k_entries = 8;
 
+constexpr uint32_t k_name_marks = 16384;  // a power of two
+
 static struct Links {
     BlockHandle under_construction;  // the list being built; recovery gives it back
     char text[k_scanned_text_max + 1];
+
+    // While all lists are built: a mark for every name, by its hash, so that most words that name
+    // nothing need no search.
+    bool names_marked;
+    uint8_t marks[k_name_marks / 8];
 } links;
 
 uint8_t byte_at(BlockHandle h, uint32_t at) {
@@ -77,9 +84,33 @@ void append_link(BlockHandle list, CellHandle cell) {
     link_set_target(entry, cell_number_of(cell));
 }
 
+// The same for all spellings of a name that the index takes for one.
+uint32_t name_hash(const char *name, uint32_t length) {
+    uint32_t hash = 0;
+    for (uint32_t i = 0; i < length; ++i) {
+        hash = hash * 31 + static_cast<uint8_t>(fold_char(name[i]));
+    }
+    return hash * 0x9E3779B1 >> 18;
+}
+static_assert(k_name_marks == 1U << (32 - 18));
+
+void mark_name(CellHandle cell) {
+    uint32_t length = text_copy_out(links.text, cell_name(cell), k_scanned_text_max);
+    uint32_t hash = name_hash(links.text, length);
+    links.marks[hash / 8] |= static_cast<uint8_t>(1U << hash % 8);
+}
+
+bool may_be_name(const char *word, uint32_t length) {
+    uint32_t hash = name_hash(word, length);
+    return !links.names_marked || (links.marks[hash / 8] >> hash % 8 & 1) != 0;
+}
+
 // The live cell that a word names. The word ends in the middle of a text: the character behind it
 // gives way to a terminator for the time of the search.
 CellHandle lookup_word(char *word, uint32_t length) {
+    if (!may_be_name(word, length)) {
+        return 0;
+    }
     char behind = word[length];
     word[length] = 0;
     CellHandle cell = cell_lookup(word);
@@ -211,7 +242,11 @@ void links_drop(CellHandle cell) {
 }
 
 void links_build_all() {
+    memset(links.marks, 0, sizeof links.marks);
+    for_all_live(mark_name);
+    links.names_marked = true;
     for_all_live(links_build);
+    links.names_marked = false;
 }
 
 void links_drop_all() {
@@ -226,14 +261,19 @@ void links_drop_selection() {
     for_selection(links_drop);
 }
 
-bool links_name(CellHandle x, CellHandle y) {
-    BlockHandle list = cell_out_pointers(x);
-    for (LinkEntry *e = link_list_first(list); e != nullptr; e = link_list_next(list)) {
-        if (e->kind == k_link_end) {
-            return false;
-        }
-        if (e->kind == k_link_cell && cell_by_number(link_target(e)) == y) {
-            return true;
+// Reports of in pointers ask this of every list for every cell: entries are compared whole, without
+// the list's cursor. Behind the end entry there are none of this kind.
+bool link_list_names(BlockHandle list, int32_t number) {
+    if (list == 0 || number < 0) {
+        return false;
+    }
+    LinkEntry wanted = {k_link_cell, 0, {}};
+    link_set_target(&wanted, number);
+    for (BlockHandle h = block_get16(list, k_first_block_at); h != 0; h = block_next(h)) {
+        for (uint32_t i = 0; i < k_entries; ++i) {
+            if (memcmp(entry_at(h, i), &wanted, sizeof wanted) == 0) {
+                return true;
+            }
         }
     }
     return false;
@@ -242,5 +282,6 @@ bool links_name(CellHandle x, CellHandle y) {
 void links_recover() {
     link_list_free(links.under_construction);
     links.under_construction = 0;
+    links.names_marked = false;
     links_drop_all();
 }

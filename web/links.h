@@ -66,8 +66,9 @@ void links_drop_all();
 void links_build_selection();
 void links_drop_selection();
 
-// True when X's list names Y.
-bool links_name(CellHandle x, CellHandle y);
+// True when the list names the cell of this number; false for list 0, and for the number -1, which
+// any number of cells may have.
+bool link_list_names(BlockHandle list, int32_t number);
 
 // Gives back the list being built and every list that was built. Part of recovery.
 void links_recover();
