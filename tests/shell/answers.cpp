@@ -3,6 +3,7 @@
 #include "shell/text_conversion.h"
 
 #include <deque>
+#include <utility>
 
 namespace {
 
@@ -106,7 +107,7 @@ void press_button(HWND dialog, int button) {
 }
 
 std::string unexpected_dialogs() {
-    return unexpected;
+    return std::exchange(unexpected, "");
 }
 
 void answers_begin() {

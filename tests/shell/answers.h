@@ -22,7 +22,8 @@ bool all_asked();
 // Presses a button of a dialog.
 void press_button(HWND dialog, int button);
 
-// What dialogs were open that no answer was waiting for: they were cancelled.
+// The texts of the dialogs that no answer was waiting for, since the last call: they were
+// cancelled.
 std::string unexpected_dialogs();
 
 void answers_begin();

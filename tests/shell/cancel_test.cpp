@@ -6,6 +6,7 @@
 #include "report/output.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
+#include "shell/message_loop.h"
 #include "shell/output_host.h"
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
@@ -35,8 +36,7 @@ struct CancelTest : ShellTest {
         for (size_t i = 0; i < k_cells; ++i) {
             cells += cell_of("cell" + std::to_string(i), std::string(k_cell_length, 'x'));
         }
-        start(web_of("", cells));
-        show_tab(1);
+        start_in_text(web_of("", cells));
         std::string format;
         for (size_t i = 0; i < k_times; ++i) {
             format += "\\T";
@@ -72,6 +72,41 @@ void expect_all_is_well_again() {
     EXPECT_FALSE(web_changed());
 }
 
+TEST_F(CancelTest, ConsoleReportStopsAndKeepsWhatItWrote) {
+    start_long(k_output_console);
+    const DWORD began = GetTickCount();
+    DWORD shown = began;
+    answer_with(k_box, [&](HWND box) {
+        shown = GetTickCount();
+        EXPECT_EQ(GetWindow(box, GW_OWNER), main_window());
+        EXPECT_TRUE(IsWindowEnabled(main_window()));
+        EXPECT_TRUE(has_focus(GetDlgItem(box, IDCANCEL)));
+        press_button(box, IDCANCEL);
+    });
+    command(CMD_REPORT);
+    EXPECT_GE(shown - began, 500U);
+    EXPECT_EQ(status_text(), "OUTPUT ABORTED");
+    expect_part_of_report(pane_text(console_pane()));
+    expect_all_is_well_again();
+}
+
+TEST_F(CancelTest, ShortReportShowsNoBox) {
+    start(web_of("begin"));
+    set_option_rfmt("\\T");
+    command(CMD_REPORT);
+    EXPECT_EQ(pane_text(console_pane()), "begin");
+    EXPECT_EQ(status_text(), "Ready");
+}
+
+TEST_F(CancelTest, TheCloseCommandReachesTheBox) {
+    start_long(k_output_console);
+    answer_with(k_box,
+                [](HWND) { PostMessageW(main_window(), WM_COMMAND, CMD_CLOSE_MODELESS, 0); });
+    command(CMD_REPORT);
+    EXPECT_EQ(status_text(), "OUTPUT ABORTED");
+    expect_all_is_well_again();
+}
+
 TEST_F(CancelTest, FileReportTakesNoInputButTheBoxsAndKeepsWhatItWrote) {
     start_long(k_output_file);
     answer_with(k_box, [](HWND box) {
@@ -104,6 +139,16 @@ TEST_F(CancelTest, QuittingEndsTheReportFirst) {
     answer_with(k_box, [](HWND) { PostMessageW(main_window(), WM_COMMAND, CMD_QUIT, 0); });
     command(CMD_REPORT);
     EXPECT_TRUE(run_until([] { return ended_with() == 0; }));
+    EXPECT_FALSE(is_busy());
+}
+
+TEST_F(CancelTest, ClosingTheWindowEndsTheReportFirst) {
+    start_long(k_output_file);
+    answer_with(k_box, [](HWND) { PostMessageW(main_window(), WM_CLOSE, 0, 0); });
+    SendMessageW(main_window(), WM_COMMAND, CMD_REPORT, 0);
+    int code = -1;
+    EXPECT_FALSE(message_loop_round(&code));
+    EXPECT_EQ(code, 0);
     EXPECT_FALSE(is_busy());
 }
 

@@ -1,35 +1,48 @@
 // The cell list: its items, and choosing them with the mouse and the keys.
+#include "shell/cell_list.h"
+
 #include "core/host.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
 #include "shell/text_pane.h"
+#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
-#include "web/trail.h"
 
 #include <cstring>
 
-struct CellList : ShellTest {
-    HWND list() { return pane_window(k_pane_list); }
+namespace {
 
-    HTREEITEM first() {
-        return reinterpret_cast<HTREEITEM>(SendMessageW(list(), TVM_GETNEXTITEM, TVGN_ROOT, 0));
-    }
+struct CellList : ShellTest {};
 
-    void click_item(HTREEITEM item) {
-        RECT rect;
-        memcpy(&rect, &item, sizeof item);
-        ASSERT_TRUE(SendMessageW(list(), TVM_GETITEMRECT, TRUE, as_lparam(&rect)));
-        const LPARAM point = MAKELPARAM(rect.left + 4, (rect.top + rect.bottom) / 2);
-        PostMessageW(list(), WM_LBUTTONDOWN, MK_LBUTTON, point);
-        PostMessageW(list(), WM_LBUTTONUP, 0, point);
-        run();
-    }
-};
+HWND list() {
+    return pane_window(k_pane_list);
+}
 
-TEST_F(CellList, ClickGoesToTheCell) {
+HTREEITEM first() {
+    return reinterpret_cast<HTREEITEM>(SendMessageW(list(), TVM_GETNEXTITEM, TVGN_ROOT, 0));
+}
+
+void click_item(HTREEITEM item) {
+    RECT rect;
+    memcpy(&rect, &item, sizeof item);
+    ASSERT_TRUE(SendMessageW(list(), TVM_GETITEMRECT, TRUE, as_lparam(&rect)));
+    const LPARAM point = MAKELPARAM(rect.left + 4, (rect.top + rect.bottom) / 2);
+    PostMessageW(list(), WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(list(), WM_LBUTTONUP, 0, point);
+    run();
+}
+
+TEST_F(CellList, ClickGoesToTheCellAndTheProgramsOwnSelectionDoesNot) {
     start(web_of("", cell_of("alpha", "first") + cell_of("plan", "")));
+    SendMessageW(list(), TVM_SELECTITEM, TVGN_CARET, as_lparam(first()));
+    run();
+    EXPECT_EQ(current_name(), "home");
+    SetFocus(pane_window(k_pane_box));
+    SetFocus(list());
+    EXPECT_EQ(active_pane(), k_pane_list);
+    EXPECT_EQ(selected_item(), "home") << "the focus brings the current cell back";
     click_item(first());
     EXPECT_EQ(current_name(), "alpha");
     EXPECT_EQ(pane_text(text_pane()), "first");
@@ -54,3 +67,38 @@ TEST_F(CellList, KeysStepAndNothingElseDoes) {
     EXPECT_EQ(current_name(), "plan");
     EXPECT_EQ(selected_item(), "plan");
 }
+
+TEST_F(CellList, FollowsNewAndDeletedCells) {
+    start();
+    new_cell("zeta");
+    new_cell("beta");
+    EXPECT_EQ(item_count(), 3);
+    EXPECT_EQ(selected_item(), "beta");
+    answer("Delete current cell?", IDOK);
+    command(CMD_CELL_DELETE);
+    for (const ListItem item : {ListItem{12345}, ListItem{0}}) {
+        cell_list_remove_item(item);
+    }
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(selected_item(), current_name());
+    cell_list_clear();
+    cell_list_select_current();
+    EXPECT_EQ(item_count(), 0);
+    cell_list_fill();
+    EXPECT_EQ(item_count(), 2);
+}
+
+TEST_F(CellList, FillsQuickly) {
+    std::string cells;
+    for (int i = 1000; i < 4000; ++i) {
+        cells += cell_of("cell" + std::to_string(i), "");
+    }
+    start(web_of("", cells));
+    EXPECT_EQ(item_count(), 3001);
+    const DWORD begun = GetTickCount();
+    cell_list_clear();
+    cell_list_fill();
+    EXPECT_LT(GetTickCount() - begun, 2000U);
+}
+
+}  // namespace

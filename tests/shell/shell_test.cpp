@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "desktop/frame.h"
 #include "report/output.h"
+#include "resources/resource.h"
 #include "shell/cellname_box.h"
 #include "shell/main_window.h"
 #include "shell/message_loop.h"
@@ -70,15 +71,22 @@ void ShellTest::TearDown() {
 }
 
 void ShellTest::start() {
-    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), L"", SW_SHOWNORMAL), 0);
-    ASSERT_TRUE(run_until([] { return item_count() > 0; }));
-    run();
+    launch(L"");
 }
 
 void ShellTest::start(const std::string &web) {
     path = "test.qvx";
     write_file(path, web);
-    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), to_utf16(path.c_str()), SW_SHOWNORMAL), 0);
+    launch(to_utf16(path.c_str()));
+}
+
+void ShellTest::start_in_text(const std::string &web) {
+    start(web);
+    show_tab(1);
+}
+
+void launch(const wchar_t *command_line) {
+    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), command_line, SW_SHOWNORMAL), 0);
     ASSERT_TRUE(run_until([] { return item_count() > 0; }));
     run();
 }
@@ -100,6 +108,11 @@ bool run_until(const std::function<bool()> &done) {
 void run() {
     int code = 0;
     message_loop_round(&code);
+}
+
+void run_for(DWORD milliseconds) {
+    const DWORD start = GetTickCount();
+    run_until([=] { return GetTickCount() - start > milliseconds; });
 }
 
 testing::AssertionResult status_becomes(const std::string &text) {
@@ -148,6 +161,18 @@ void show_tab(int tab) {
 
 void select(HWND pane, LRESULT start, LRESULT end) {
     sci(pane, SCI_SETSEL, start, end);
+}
+
+void push(HWND dialog, int button) {
+    SendDlgItemMessageW(dialog, button, BM_CLICK, 0, 0);
+    run();
+}
+
+void answer_name(const wchar_t *name, int button) {
+    answer_with("Enter New Cellname", [name, button](HWND dialog) {
+        SetDlgItemTextW(dialog, CTL_NEW_CELLNAME, name);
+        press_button(dialog, button);
+    });
 }
 
 std::string text_of(HWND window) {
@@ -201,6 +226,11 @@ RECT place_of(HWND window) {
 
 bool has_focus(HWND window) {
     return GetFocus() == window;
+}
+
+std::string place() {
+    return current_name() + " " + std::to_string(sci(text_pane(), SCI_GETSELECTIONSTART)) + "-" +
+           std::to_string(sci(text_pane(), SCI_GETSELECTIONEND));
 }
 
 std::string cell_of(const std::string &name, const std::string &text) {

@@ -16,16 +16,22 @@ struct ShellTest : testing::Test {
     void SetUp() override;
     void TearDown() override;
 
-    // Starts the program on a new web, or on a file of these bytes.
+    // Starts the program on a new web, on a file of these bytes, and the latter with its text
+    // shown.
     void start();
     void start(const std::string &web);
+    void start_in_text(const std::string &web);
 };
+
+// Starts the program with a command line, up to the point where it shows a web.
+void launch(const wchar_t *command_line);
 
 // Handles messages as the program does until `done`, five seconds at most; says which.
 bool run_until(const std::function<bool()> &done);
 
-// Handles what is waiting.
+// Handles what is waiting, or what comes within a time.
 void run();
+void run_for(DWORD milliseconds);
 
 // Waits until the status line says exactly this.
 testing::AssertionResult status_becomes(const std::string &text);
@@ -45,6 +51,12 @@ void show_tab(int tab);
 // Selects a range of a pane.
 void select(HWND pane, LRESULT start, LRESULT end);
 
+// Presses a button of an open dialog and waits for what it does.
+void push(HWND dialog, int button);
+
+// Answers the dialog that asks for a new cell's name.
+void answer_name(const wchar_t *name, int button = IDOK);
+
 // ---- What the user sees -------------------------------------------------------------------------
 
 std::string text_of(HWND window);  // of any control
@@ -59,6 +71,9 @@ int style_at(HWND pane, LRESULT position);
 
 RECT place_of(HWND window);  // in the main window
 bool has_focus(HWND window);
+
+// The current cell and the text pane's selection, as "name 3-5".
+std::string place();
 
 // ---- The web and its file -----------------------------------------------------------------------
 

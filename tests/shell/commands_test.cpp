@@ -1,0 +1,205 @@
+// What each command does, by the pane that is active: one table, compared with what is seen.
+#include "shell/commands.h"
+
+#include "report/output.h"
+#include "resources/resource.h"
+#include "shell/cellname_box.h"
+#include "shell/main_window.h"
+#include "shell/scintilla.h"
+#include "shell/text_pane.h"
+#include "tests/shell/answers.h"
+#include "tests/shell/shell_test.h"
+#include "web/cell_ops.h"
+#include "web/cells.h"
+#include "web/options.h"
+
+#include <map>
+#include <utility>
+
+namespace {
+
+constexpr WORD k_enter_key = 1;  // no command: the key, pressed in the pane
+
+using Sight = std::map<std::string, std::string>;
+
+std::string question_in(const std::string &dialog) {
+    for (const char *text :
+         {"Enter New Cellname", "Delete current cell?", "Choose Zoom Factor", "QUORVANE   v1.2",
+          "Replace", "Settings", "No such cell. Create it?", "Save As", "Open"}) {
+        if (dialog.find(text) != std::string::npos) {
+            return text;
+        }
+    }
+    return dialog;
+}
+
+std::string selection_of(HWND pane) {
+    std::string text(static_cast<size_t>(sci(pane, SCI_GETSELTEXT)), '\0');
+    sci_text(pane, SCI_GETSELTEXT, 0, text.data());
+    return text;
+}
+
+std::string clipboard() {
+    std::string text;
+    if (OpenClipboard(nullptr)) {
+        HANDLE memory = GetClipboardData(CF_TEXT);
+        text = memory ? static_cast<const char *>(GlobalLock(memory)) : "";
+        GlobalUnlock(memory);
+        CloseClipboard();
+    }
+    return text;
+}
+
+Sight look() {
+    constexpr const char *k_panes[] = {"box", "text", "list", "tabs", "console"};
+    return {{"asks", question_in(unexpected_dialogs())},
+            {"box", box_text()},
+            {"cell", current_name()},
+            {"cells", std::to_string(item_count())},
+            {"clipboard", clipboard()},
+            {"console", pane_text(console_pane()).substr(0, 14)},
+            {"console selection", selection_of(console_pane())},
+            {"pane", k_panes[active_pane()]},
+            {"says", status_text()},
+            {"text", pane_text(text_pane())},
+            {"text selection", selection_of(text_pane())}};
+}
+
+// What follows from another change: the cell's own name and text, and where a changed text is
+// selected.
+bool goes_without_saying(const std::string &what, Sight before, Sight after) {
+    const bool moved = after["cell"] != before["cell"];
+    return what == "box"                 ? moved && after["box"] == after["cell"]
+           : what == "text"              ? moved
+           : what == "text selection"    ? after["text"] != before["text"]
+           : what == "console selection" ? after["console"] != before["console"]
+                                         : false;
+}
+
+struct Commands : ShellTest {
+    // In the middle of the trail from home over plan to zeta, with an unfinished name in the box
+    // and, in both text panes, something to undo and perhaps a word selected.
+    void prepare(PaneIndex pane, bool selected) {
+        set_web_changed(false);
+        write_file(path, web_of("", cell_of("plan", "new home") + cell_of("zeta", "")));
+        open_web_path(path.c_str());
+        go_to_name("plan");
+        go_to_name("zeta");
+        back();
+        sci_text(console_pane(), SCI_SETTEXT, 0, "new home");
+        for (HWND window : {text_pane(), console_pane()}) {
+            sci(window, SCI_EMPTYUNDOBUFFER);
+            sci_text(window, SCI_INSERTTEXT, 0, "x ");
+        }
+        select(text_pane(), 2, selected ? 5 : 2);
+        select(console_pane(), 6, selected ? 10 : 6);
+        sci_text(text_pane(), SCI_COPYTEXT, 4, "clip");
+        show_tab(pane == k_pane_text ? 1 : pane == k_pane_console ? 2 : 0);
+        SetFocus(pane_window(pane));
+        SetWindowTextW(cellname_edit(), pane == k_pane_box ? L"fresh" : L"plan");
+        set_web_changed(false);
+        set_option_rfmt("\\N ");
+        show_status_message("-");
+        run();
+    }
+
+    static std::string outcome(WORD id) {
+        Sight before = look();
+        if (id == k_enter_key) {
+            press(GetFocus(), VK_RETURN);
+        } else {
+            command(id);
+        }
+        const Sight after = look();
+        std::string all;
+        for (const auto &[what, seen] : after) {
+            if (seen != before[what] && !goes_without_saying(what, before, after)) {
+                all += (all.empty() ? "" : ", ") + what + " " + seen;
+            }
+        }
+        return all;
+    }
+};
+
+struct Row {
+    WORD command;
+    const char *box, *list, *text, *console;
+};
+
+constexpr Row everywhere(WORD command, const char *outcome) {
+    return {command, outcome, outcome, outcome, outcome};
+}
+
+// Quitting has tests of its own.
+constexpr Row k_with_a_selection[] = {
+    {CMD_FILE_NEW, "cell home, cells 1, console , pane list", "cell home, cells 1, console ",
+     "cell home, cells 1, console , pane list", "cell home, cells 1, console , pane list"},
+    {CMD_FILE_OPEN, "asks Open, box plan", "asks Open", "asks Open", "asks Open"},
+    {CMD_FILE_SAVE, "box plan", "", "", ""},
+    {CMD_FILE_SAVE_AS, "asks Save As, box plan", "asks Save As", "asks Save As", "asks Save As"},
+    {CMD_REPORT, "box plan, console home plan zeta", "console home plan zeta",
+     "console home plan zeta", "console home plan zeta"},
+    {CMD_SELECT_ALL, "", "", "text selection x new home", "console selection x new home"},
+    {CMD_CUT, "", "", "clipboard new, text x  home", "clipboard home, console x new "},
+    {CMD_COPY, "", "", "clipboard new", "clipboard home"},
+    {CMD_PASTE, "", "", "text x clip home", "console x new clip"},
+    {CMD_DELETE, "", "", "text x  home", "console x new "},
+    {CMD_UNDO, "", "", "text new home", "console new home"},
+    everywhere(CMD_FIND, "asks Replace, says Nothing to search for"),
+    everywhere(CMD_SETTINGS, "asks Settings"),
+    {CMD_ZOOM, "asks Choose Zoom Factor, box plan", "asks Choose Zoom Factor",
+     "asks Choose Zoom Factor", "asks Choose Zoom Factor"},
+    {CMD_CELL_NEW, "cell fresh, cells 4", "asks Enter New Cellname", "cell new, cells 4",
+     "cell home, says Cell already exists, linking to it"},
+    everywhere(CMD_CELL_CLONE, "asks Enter New Cellname"),
+    everywhere(CMD_CELL_DELETE, "asks Delete current cell?"),
+    everywhere(CMD_CELL_PREVIOUS, "cell home"),
+    everywhere(CMD_CELL_NEXT, "cell zeta"),
+    everywhere(CMD_BACK, "cell home"),
+    {CMD_FOLLOW, "cell fresh, cells 4", "cell zeta", "asks No such cell. Create it?", "cell home"},
+    {CMD_HELP_OVERVIEW, "console Quorvane reads, pane console",
+     "console Quorvane reads, pane console", "console Quorvane reads, pane console",
+     "console Quorvane reads"},
+    {CMD_HELP_REPORT_FORMAT, "console For a formatte, pane console",
+     "console For a formatte, pane console", "console For a formatte, pane console",
+     "console For a formatte"},
+    {CMD_HELP_MORE, "console Requests for i, pane console", "console Requests for i, pane console",
+     "console Requests for i, pane console", "console Requests for i"},
+    everywhere(CMD_HELP_ABOUT, "asks QUORVANE   v1.2"),
+    {CMD_NEXT_PANE, "pane list", "pane box", "pane box", "pane box"},
+    everywhere(CMD_SPARE_BUTTON, ""),
+    everywhere(CMD_CLOSE_MODELESS, ""),
+    {k_enter_key, "cell fresh, cells 4", "", "text x \r\n home", "console x new \r\n"},
+};
+
+constexpr Row k_without_a_selection[] = {
+    {CMD_CUT, "", "", "", ""},
+    {CMD_COPY, "", "", "", ""},
+    {CMD_PASTE, "", "", "text x clipnew home", "console x new cliphome"},
+    {CMD_DELETE, "", "", "text x ew home", "console x new ome"},
+    {CMD_CELL_NEW, "cell fresh, cells 4", "asks Enter New Cellname", "asks Enter New Cellname",
+     "asks Enter New Cellname"},
+    {CMD_FOLLOW, "cell fresh, cells 4", "cell zeta", "cell zeta", "cell zeta"},
+};
+
+TEST_F(Commands, DoWhatTheActivePaneCallsFor) {
+    start(web_of(""));
+    const auto check = [this](const Row &row, bool selected) {
+        const std::pair<PaneIndex, const char *> cases[] = {{k_pane_box, row.box},
+                                                            {k_pane_list, row.list},
+                                                            {k_pane_text, row.text},
+                                                            {k_pane_console, row.console}};
+        for (const auto &[pane, expected] : cases) {
+            prepare(pane, selected);
+            EXPECT_EQ(outcome(row.command), expected) << row.command << " in pane " << pane;
+        }
+    };
+    for (const Row &row : k_with_a_selection) {
+        check(row, true);
+    }
+    for (const Row &row : k_without_a_selection) {
+        check(row, false);
+    }
+}
+
+}  // namespace
