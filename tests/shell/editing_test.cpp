@@ -7,12 +7,7 @@
 #include "tests/shell/shell_test.h"
 #include "web/cells.h"
 
-struct Editing : ShellTest {
-    void start_in_text(const std::string &web) {
-        start(web);
-        show_tab(1);
-    }
-};
+struct Editing : ShellTest {};
 
 TEST_F(Editing, UndoTakesTypingBackInOneStep) {
     start_in_text(web_of("Hi"));
@@ -86,4 +81,55 @@ TEST_F(Editing, TextIsBytesAndNulIsDropped) {
     show_tab(2);
     EXPECT_EQ(stored_text("home"), "\xC3\xA4"
                                    "abcaf\xC3\xA9 \xE2\x82\xAC \xFF");
+}
+
+TEST_F(Editing, ControlCharactersAndScintillasOwnKeysDoNothing) {
+    start_in_text(web_of("one\r\ntwo"));
+    type(text_pane(), "\x01\x0c\x1b\x1f");
+    BYTE keys[256] = {};
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+    for (const char key : {'L', 'D', 'U', 'T'}) {
+        SendMessageW(text_pane(), WM_KEYDOWN, static_cast<WPARAM>(key), 0);
+    }
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
+    EXPECT_EQ(pane_text(text_pane()), "one\r\ntwo");
+}
+
+TEST_F(Editing, CellsRememberTheirSelection) {
+    start_in_text(web_of("one two", cell_of("plan", "")));
+    select(text_pane(), 4, 7);
+    command(CMD_CELL_NEXT);
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(place(), "home 4-7");
+    EXPECT_FALSE(web_changed());
+}
+
+std::string lines(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += "a line\r\n";
+    }
+    return text;
+}
+
+TEST_F(Editing, CaretIsInViewWhenAHiddenPaneIsShown) {
+    start_in_text(web_of("", cell_of("plan", lines(300))));
+    command(CMD_CELL_NEXT);
+    sci(text_pane(), SCI_GOTOPOS, sci(text_pane(), SCI_GETLENGTH));
+    command(CMD_CELL_NEXT);
+    show_tab(0);
+    command(CMD_CELL_NEXT);
+    show_tab(1);
+    EXPECT_TRUE(caret_is_in_view());
+}
+
+TEST_F(Editing, PanesComeBackAsTheyWereLeft) {
+    start_in_text(web_of(lines(300)));
+    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, 100);
+    show_tab(0);
+    show_tab(1);
+    EXPECT_EQ(sci(text_pane(), SCI_GETFIRSTVISIBLELINE), 100);
+    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
 }

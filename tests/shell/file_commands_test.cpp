@@ -84,8 +84,7 @@ TEST_F(FileCommands, OpenShowsTheOtherWeb) {
 }
 
 TEST_F(FileCommands, CancelledOpenKeepsEverything) {
-    start(web_of("Hi"));
-    show_tab(1);
+    start_in_text(web_of("Hi"));
     type(text_pane(), "Oh ");
     answer("Save current changes in test?", IDNO);
     answer_file("Open", L"", IDCANCEL);
@@ -98,6 +97,8 @@ TEST_F(FileCommands, CancelledOpenKeepsEverything) {
 TEST_F(FileCommands, NewAsksAboutChangesAndStartsAfresh) {
     start();
     set_option_zoom(6);
+    set_option_link_colour(k_link_green);
+    set_option_font_size(120);
     show_tab(1);
     type(text_pane(), "words");
     answer("Save current changes in (untitled)?", IDNO);
@@ -105,5 +106,27 @@ TEST_F(FileCommands, NewAsksAboutChangesAndStartsAfresh) {
     EXPECT_EQ(pane_text(text_pane()), "");
     EXPECT_EQ(sci(text_pane(), SCI_CANUNDO), 0);
     EXPECT_EQ(sci(text_pane(), SCI_GETZOOM), 0);
+    EXPECT_EQ(sci(text_pane(), SCI_STYLEGETFORE, 2), RGB(197, 18, 27));
+    EXPECT_EQ(sci(console_pane(), SCI_STYLEGETSIZE, 0), 9);
     EXPECT_EQ(current_view(), k_view_list);
+}
+
+TEST_F(FileCommands, DroppedFileIsOpenedWhole) {
+    start(web_of("Hi"));
+    const std::wstring name = std::wstring(120, L'n') + L".qvx";
+    write_file(to_8bit(name.c_str()), web_of("dropped"));
+    open_dropped_file(full_path(name.c_str()).c_str());
+    EXPECT_EQ(pane_text(text_pane()), "dropped");
+    DeleteFileW(name.c_str());
+    open_dropped_file((L"C:\\" + std::wstring(300, L'n') + L".qvx").c_str());
+    EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
+    EXPECT_EQ(pane_text(text_pane()), "dropped");
+}
+
+TEST_F(FileCommands, SavedFileIsWhatWasTyped) {
+    start_in_text(web_of("Hi", cell_of("plan", "soon")));
+    type(text_pane(), "a<b & ");
+    command(CMD_FILE_SAVE);
+    const std::string cells = web_of("a&lt;b &amp; Hi", cell_of("plan", "soon"));
+    EXPECT_NE(file_bytes(path).find(cells), std::string::npos) << file_bytes(path);
 }

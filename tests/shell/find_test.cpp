@@ -61,27 +61,15 @@ std::string long_text(const std::string &last_word) {
     return text + last_word + "\nend";
 }
 
-testing::AssertionResult selection_is_in_view() {
-    UpdateWindow(text_pane());
-    const LRESULT caret = sci(text_pane(), SCI_GETCURRENTPOS);
-    const LRESULT y = sci(text_pane(), SCI_POINTYFROMPOSITION, 0, caret);
-    RECT room;
-    GetClientRect(text_pane(), &room);
-    if (y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom) {
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure() << "at " << y << " of " << room.bottom;
-}
-
 TEST_F(FindTest, TheMatchIsInView) {
     start_in_text(web_of("start", cell_of("zeta", long_text("bean"))));
     search_for(L"bean");
     ASSERT_EQ(current_name(), "zeta");
-    EXPECT_TRUE(selection_is_in_view());
+    EXPECT_TRUE(caret_is_in_view());
     press_bar(IDCANCEL);
     command(CMD_CELL_PREVIOUS);
     command(CMD_CELL_NEXT);
-    EXPECT_TRUE(selection_is_in_view()) << "coming back";
+    EXPECT_TRUE(caret_is_in_view()) << "coming back";
 }
 
 TEST_F(FindTest, FindsWhatWasJustTyped) {

@@ -1,7 +1,8 @@
 // Cellnames as links: how they are drawn, clicking and double-clicking them.
-#include "core/busy.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
+#include "shell/pane_input.h"
+#include "shell/pane_styles.h"
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
 #include "tests/shell/answers.h"
@@ -10,12 +11,7 @@
 #include "web/cells.h"
 #include "web/options.h"
 
-struct HotSpots : ShellTest {
-    void start_in_text(const std::string &web) {
-        start(web);
-        show_tab(1);
-    }
-};
+struct HotSpots : ShellTest {};
 
 TEST_F(HotSpots, WordsThatNameCellsAreLinks) {
     start_in_text(web_of("PLAN plans my_plan x-plan plan\xC3\xA9 \xE2\x80\x9Cplan",
@@ -44,6 +40,19 @@ TEST_F(HotSpots, NewCellsBecomeLinksInBothPanesWithinASecond) {
     EXPECT_EQ(style_at(console_pane(), 0), 2);
 }
 
+TEST_F(HotSpots, EditingMakesAndUnmakesLinks) {
+    start_in_text(web_of("hom plan", cell_of("plan", "")));
+    EXPECT_EQ(style_at(text_pane(), 0), 0);
+    sci(text_pane(), SCI_GOTOPOS, 3);
+    type(text_pane(), "e");
+    EXPECT_EQ(style_at(text_pane(), 0), 2);
+    EXPECT_EQ(style_at(text_pane(), 5), 2);
+    sci(text_pane(), SCI_GOTOPOS, 7);
+    type(text_pane(), " ");
+    EXPECT_EQ(style_at(text_pane(), 5), 0);
+    EXPECT_EQ(style_at(text_pane(), 8), 0);
+}
+
 TEST_F(HotSpots, ClickGoesToTheCell) {
     start_in_text(web_of("to plan", cell_of("plan", "back home")));
     click(text_pane(), 4);
@@ -55,6 +64,38 @@ TEST_F(HotSpots, ClickGoesToTheCell) {
     EXPECT_EQ(current_name(), "home");
     click(text_pane(), 1);
     EXPECT_EQ(current_name(), "home");
+}
+
+TEST_F(HotSpots, ClickInTheConsoleGoesThereAndLeavesTheSelectionAlone) {
+    start(web_of("", cell_of("plan", "the plan")));
+    show_tab(2);
+    sci_text(console_pane(), SCI_SETTEXT, 0, "see plan");
+    click(console_pane(), 5);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(current_view(), k_view_console);
+    EXPECT_FALSE(sci(console_pane(), SCI_GETSELECTIONHIDDEN));
+}
+
+TEST_F(HotSpots, NamesOf48CharactersCanBeClicked) {
+    const std::string name48(48, 'n');
+    start_in_text(web_of(name48 + " " + name48 + "n", cell_of(name48, "")));
+    EXPECT_EQ(word_at_position(10), name48);
+    EXPECT_EQ(word_at_position(60), nullptr);
+    EXPECT_EQ(style_at(text_pane(), 60), 0);
+    click(text_pane(), 10);
+    EXPECT_EQ(current_name(), name48);
+}
+
+TEST_F(HotSpots, ClickHidesTheSelectionUntilTheNextTick) {
+    start_in_text(web_of("plan one", cell_of("plan", "")));
+    select(text_pane(), 5, 8);
+    hide_selection_once();
+    show_tab(2);  // the pane is not the active one any more
+    EXPECT_TRUE(run_until([] { return !sci(text_pane(), SCI_GETSELECTIONHIDDEN); }));
+    EXPECT_TRUE(sci(text_pane(), SCI_GETSELECTIONEMPTY)) << "it comes back collapsed";
+    show_tab(1);
+    hot_spot_click(1);
+    EXPECT_TRUE(sci(text_pane(), SCI_GETSELECTIONHIDDEN));
 }
 
 TEST_F(HotSpots, DoubleClickCreatesACell) {
@@ -70,6 +111,14 @@ TEST_F(HotSpots, DoubleClickCreatesACell) {
     EXPECT_TRUE(run_until([] { return current_name() == "some"; }));
 }
 
+TEST_F(HotSpots, DoubleClickJustSelectsWhereThatIsSwitchedOff) {
+    start_in_text(web_of("some word"));
+    set_option_dclick_create(0);
+    double_click(text_pane(), 6);
+    run();
+    EXPECT_EQ(place(), "home 5-9");
+}
+
 TEST_F(HotSpots, SecondPressOfADoubleClickOnALinkIsSwallowed) {
     start_in_text(web_of("plan", cell_of("plan", "strange words")));
     click(text_pane(), 1);
@@ -77,4 +126,18 @@ TEST_F(HotSpots, SecondPressOfADoubleClickOnALinkIsSwallowed) {
     run();
     EXPECT_EQ(current_name(), "plan");
     EXPECT_EQ(item_count(), 2);
+}
+
+TEST_F(HotSpots, TickIsQuickOnALongText) {
+    std::string text;
+    while (text.size() < 64 * 1024) {
+        text += "home of the plan and ";
+    }
+    start_in_text(web_of(text, cell_of("plan", "")));
+    style_at(text_pane(), static_cast<LRESULT>(text.size()) - 1);
+    const DWORD begun = GetTickCount();
+    for (int i = 0; i < 20; ++i) {
+        restyle_panes();
+    }
+    EXPECT_LT(GetTickCount() - begun, 200U);
 }

@@ -42,20 +42,37 @@ RECT button_place(int index) {
     return rect;
 }
 
-}  // namespace
-
 struct Layout : ShellTest {};
+
+TEST(LayoutTable, FollowsTheClientArea) {
+    LayoutTable table = {};
+    layout_fill(&table, 240, 268, false);
+    const int32_t expected[] = {240, 268, 2,  2,   180, 22, 120, 0,  0,  240, 25,  186, 18, 224,
+                                0,   240, 20, 219, 244, 0,  240, 25, 25, 0,   240, 198, 0,  200};
+    for (int i = 0; i < k_layout_slots; ++i) {
+        EXPECT_EQ(table.slots[i], expected[i]) << "slot " << i;
+    }
+    layout_fill(&table, 240, 268, true);
+    EXPECT_EQ(table.slots[k_layout_pane_top], 43);
+    EXPECT_EQ(table.slots[k_layout_pane_height], 180);
+    for (const int outside : {-1, 28}) {
+        layout_set_slot(outside, 7);
+        EXPECT_EQ(layout_slot(outside), 0);
+    }
+    layout_set_slot(26, 7);
+    EXPECT_EQ(layout_slot(26), 7);
+}
 
 TEST_F(Layout, FitsTheHandheldsScreen) {
     SetEnvironmentVariableW(L"QUORVANE_SCREEN", L"240x320");
     start();
+    SetEnvironmentVariableW(L"QUORVANE_SCREEN", nullptr);
     expect_no_gaps(240);
     EXPECT_GE(button_place(0).left, 186);
     EXPECT_LE(button_place(1).right, 240);
 }
 
 TEST_F(Layout, FollowsTheWindowsSize) {
-    SetEnvironmentVariableW(L"QUORVANE_SCREEN", L"");
     start();
     expect_no_gaps(360);
     EXPECT_GE(button_place(0).left, 306);
@@ -68,3 +85,46 @@ TEST_F(Layout, FollowsTheWindowsSize) {
     expect_no_gaps(460);
     EXPECT_GE(button_place(0).left, 406);
 }
+
+TEST_F(Layout, CollapsesWhatIsNotShown) {
+    start();
+    const RECT pane = place_of(pane_window(k_pane_list));
+    const std::pair<int, PaneIndex> views[] = {
+        {0, k_pane_list}, {1, k_pane_text}, {2, k_pane_console}};
+    for (const auto &[tab, shown] : views) {
+        show_tab(tab);
+        for (const auto &[other_tab, one] : views) {
+            const RECT place = place_of(pane_window(one));
+            EXPECT_EQ(width(place), one != shown ? 0 : one == k_pane_list ? 358 : 360);
+            EXPECT_EQ(height(place), one != shown ? 0 : height(pane));
+            EXPECT_TRUE(one != shown || place.top == pane.top);
+        }
+    }
+}
+
+TEST_F(Layout, TabsReadInFull) {
+    start();
+    HWND tabs = pane_window(k_pane_tabs);
+    HDC context = GetDC(tabs);
+    SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(tabs, WM_GETFONT, 0, 0)));
+    WPARAM tab = 0;
+    for (const wchar_t *expected : {L"list", L"text", L"console"}) {
+        wchar_t text[16] = L"";
+        TCITEMW item = {};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = 16;
+        SendMessageW(tabs, TCM_GETITEMW, tab, as_lparam(&item));
+        EXPECT_STREQ(text, expected);
+        RECT rect = {};
+        SIZE size = {};
+        SendMessageW(tabs, TCM_GETITEMRECT, tab++, as_lparam(&rect));
+        GetTextExtentPoint32W(context, text, lstrlenW(text), &size);
+        EXPECT_GE(width(rect), 30);
+        EXPECT_GE(width(rect), size.cx) << "the tab cuts its text";
+    }
+    ReleaseDC(tabs, context);
+    EXPECT_EQ(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0), 3);
+}
+
+}  // namespace

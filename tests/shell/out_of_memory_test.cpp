@@ -13,8 +13,7 @@
 struct OutOfMemory : ShellTest {
     // A web that leaves this many blocks free, with the text pane shown.
     void start_with_free_blocks(uint32_t count) {
-        start(web_of("Hi", cell_of("plan", "a plan")));
-        show_tab(1);
+        start_in_text(web_of("Hi", cell_of("plan", "a plan")));
         command(CMD_CELL_NEXT);
         command(CMD_CELL_NEXT);
         answers_begin_refusing();
@@ -64,6 +63,17 @@ TEST_F(OutOfMemory, SaveAndDeleteWork) {
     EXPECT_EQ(item_count(), 1);
 }
 
+TEST_F(OutOfMemory, CreatingACellLeavesTheWebAsItWas) {
+    start_with_free_blocks(1);
+    select(text_pane(), 0, 2);
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(status_text(), "OUT OF MEMORY");
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(current_name(), "home");
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(current_name(), "plan");
+}
+
 TEST_F(OutOfMemory, ChoosingInTheListWithTheMouseIsSafe) {
     start_with_free_blocks(0);
     sci_text(text_pane(), SCI_SETTEXT, 0, std::string(4000, 'w').c_str());
@@ -80,8 +90,7 @@ TEST_F(OutOfMemory, ChoosingInTheListWithTheMouseIsSafe) {
 }
 
 TEST_F(OutOfMemory, ShortOnMemoryOffersTheWayOut) {
-    start(web_of("Hi"));
-    show_tab(1);
+    start_in_text(web_of("Hi"));
     type(text_pane(), "Oh ");
     while (blocks_free() > 101) {
         block_alloc(k_block_plain);

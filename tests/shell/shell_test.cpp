@@ -217,6 +217,18 @@ int style_at(HWND pane, LRESULT position) {
     return static_cast<int>(sci(pane, SCI_GETSTYLEAT, position));
 }
 
+testing::AssertionResult caret_is_in_view() {
+    UpdateWindow(text_pane());
+    const LRESULT caret = sci(text_pane(), SCI_GETCURRENTPOS);
+    const LRESULT y = sci(text_pane(), SCI_POINTYFROMPOSITION, 0, caret);
+    RECT room;
+    GetClientRect(text_pane(), &room);
+    if (y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "at " << y << " of " << room.bottom;
+}
+
 RECT place_of(HWND window) {
     RECT rect;
     GetWindowRect(window, &rect);

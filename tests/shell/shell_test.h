@@ -69,6 +69,8 @@ int item_count();
 // Style of the byte at a position, styled first.
 int style_at(HWND pane, LRESULT position);
 
+testing::AssertionResult caret_is_in_view();  // of the text pane
+
 RECT place_of(HWND window);  // in the main window
 bool has_focus(HWND window);
 

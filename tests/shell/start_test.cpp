@@ -3,6 +3,7 @@
 #include "shell/cellname_box.h"
 #include "shell/main_window.h"
 #include "shell/message_loop.h"
+#include "shell/text_conversion.h"
 #include "shell/text_pane.h"
 #include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
@@ -22,17 +23,36 @@ TEST_F(Start, MakesANewWeb) {
     EXPECT_FALSE(web_changed());
 }
 
+TEST_F(Start, OpensTheFileNamedAndASecondCopyNothing) {
+    start(web_of("Hi", cell_of("plan", "soon")));
+    EXPECT_EQ(text_of(main_window()), "Quorvane - test");
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(pane_text(text_pane()), "Hi");
+    EXPECT_FALSE(web_changed());
+    write_file("other.qvx", web_of("second"));
+    EXPECT_EQ(create_main_window(GetModuleHandleW(nullptr), L"other.qvx", SW_SHOWNORMAL), nullptr);
+    run();
+    EXPECT_EQ(pane_text(text_pane()), "Hi");
+    DeleteFileA("other.qvx");
+}
+
+TEST_F(Start, TakesTheFirst62CharactersOfTheCommandLine) {
+    const std::string name = std::string(58, 'w') + ".qvx";
+    write_file(name, web_of("cut"));
+    launch(to_utf16((name + " and more").c_str()));
+    EXPECT_EQ(pane_text(text_pane()), "cut");
+    DeleteFileA(name.c_str());
+}
+
 TEST_F(Start, FallsBackToANewWeb) {
-    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), L"\"none.qvx\"", SW_SHOWNORMAL), 0);
-    ASSERT_TRUE(run_until([] { return item_count() == 1; }));
+    launch(L"\"none.qvx\"");
     EXPECT_EQ(text_of(main_window()), "Quorvane - (Untitled)");
     EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
 }
 
 TEST_F(Start, ClosingTheWindowSavesNothingAndEndsTheLoop) {
     const std::string web = web_of("Hi");
-    start(web);
-    show_tab(1);
+    start_in_text(web);
     type(text_pane(), "more");
     SendMessageW(main_window(), WM_CLOSE, 0, 0);
     int code = -1;
@@ -43,8 +63,7 @@ TEST_F(Start, ClosingTheWindowSavesNothingAndEndsTheLoop) {
 }
 
 TEST_F(Start, QuitAsksAndSaves) {
-    start(web_of("Hi"));
-    show_tab(1);
+    start_in_text(web_of("Hi"));
     type(text_pane(), "Oh ");
     answer("Save current changes in test?", IDYES);
     command(CMD_QUIT);
@@ -53,8 +72,7 @@ TEST_F(Start, QuitAsksAndSaves) {
 }
 
 TEST_F(Start, QuitStaysWhenSavingFails) {
-    start(web_of("Hi", cell_of("plan", "")));
-    show_tab(1);
+    start_in_text(web_of("Hi", cell_of("plan", "")));
     type(text_pane(), "Oh ");
     DeleteFileA(path.c_str());
     CreateDirectoryA(path.c_str(), nullptr);

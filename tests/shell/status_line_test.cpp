@@ -2,6 +2,7 @@
 // screen.
 #include "shell/status_line.h"
 
+#include "core/errors.h"
 #include "core/host.h"
 #include "shell/text_conversion.h"
 #include "tests/shell/shell_test.h"
@@ -14,14 +15,25 @@ TEST_F(StatusLine, TransientTextGivesWayToTheRestingOne) {
     EXPECT_EQ(status_text(), "Saved");
     set_resting_status("Working...");
     EXPECT_EQ(status_text(), "Saved");
-    const DWORD shown = GetTickCount();
-    run_until([&] { return GetTickCount() - shown > 2000; });
+    run_for(2000);
     // The five seconds begin anew with each message.
     show_status_message("Not Saved");
-    const DWORD again = GetTickCount();
-    run_until([&] { return GetTickCount() - again > 4500; });
+    run_for(4500);
     EXPECT_EQ(status_text(), "Not Saved");
     EXPECT_TRUE(status_becomes("Working..."));
+}
+
+TEST_F(StatusLine, CutsLongTextsAndShowsErrorMessages) {
+    start();
+    show_status_message(std::string(200, 'x').c_str());
+    EXPECT_EQ(status_text(), std::string(127, 'x'));
+    show_status_message((std::string(126, 'x') + "\xC3\xA9").c_str());
+    EXPECT_EQ(status_text(), std::string(126, 'x'));
+    show_error(k_cannot_open_output);
+    EXPECT_EQ(status_text(), "UNABLE TO OPEN OUTPUT FILE");
+    show_error(-21);
+    EXPECT_EQ(report_error(0), 0);
+    EXPECT_EQ(status_text(), "Unexpected Error!");
 }
 
 TEST(TextConversion, GoesThroughUtf8BothWays) {
@@ -36,4 +48,13 @@ TEST(TextConversion, LeadByteAtTheEndReadsNothingBehindIt) {
     const char text[] = "a\xE2\0bc";
     EXPECT_EQ(std::wstring(to_utf16(text)), L"a\u00E2");
     EXPECT_EQ(std::wstring(to_utf16("\xE2\x82")), L"\u00E2\u0082");
+}
+
+TEST(TextConversion, StopsAt256) {
+    EXPECT_EQ(wcslen(to_utf16(std::string(300, 'x').c_str())), 256U);
+    EXPECT_EQ(strlen(to_8bit(std::wstring(300, L'x').c_str())), 256U);
+    EXPECT_EQ(strlen(to_8bit(std::wstring(300, L'\u20AC').c_str())), 255U);
+    char name[8];
+    copy_characters(name, "abc\xE2\x82\xAC", 5);
+    EXPECT_STREQ(name, "abc");
 }

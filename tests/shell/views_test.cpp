@@ -32,9 +32,34 @@ TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     }
 }
 
-TEST_F(Views, LeavingTheTextStoresIt) {
-    start(web_of("Hi"));
+TEST_F(Views, PaneTableFallsBackToTheBox) {
+    start();
+    EXPECT_EQ(pane_window(5), pane_window(k_pane_box));
+    EXPECT_EQ(pane_window(99), pane_window(k_pane_box));
+}
+
+TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
+    start();
     show_tab(1);
+    HWND other = CreateWindowExW(0, L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                 nullptr, nullptr, nullptr);
+    for (const int show : {SW_SHOW, SW_MINIMIZE}) {
+        ShowWindow(main_window(), show);
+        SetForegroundWindow(other);
+        run();
+        EXPECT_TRUE(has_focus(other));
+        SetForegroundWindow(main_window());
+        ShowWindow(main_window(), SW_RESTORE);
+        run();
+        EXPECT_TRUE(has_focus(text_pane()));
+        SetFocus(main_window());  // as some systems do with a window that is restored
+        EXPECT_TRUE(has_focus(text_pane()));
+    }
+    DestroyWindow(other);
+}
+
+TEST_F(Views, LeavingTheTextStoresIt) {
+    start_in_text(web_of("Hi"));
     type(text_pane(), "Oh ");
     EXPECT_EQ(stored_text("home"), "Hi");
     show_tab(2);
