@@ -4,15 +4,9 @@
 
 #include "core/busy.h"
 #include "report/output.h"
-#include "resources/resource.h"
-#include "shell/main_window.h"
 #include "shell/message_loop.h"
 #include "shell/output_host.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
-#include "web/cells.h"
 #include "web/options.h"
 
 namespace {

@@ -1,16 +1,10 @@
 // New cell, follow, Enter in the cellname box and its list, by the pane that has the focus.
 #include "shell/cell_commands.h"
 
-#include "resources/resource.h"
 #include "shell/cellname_box.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
 #include "shell/text_conversion.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 
 namespace {
 

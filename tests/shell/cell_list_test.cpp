@@ -2,13 +2,8 @@
 #include "shell/cell_list.h"
 
 #include "core/host.h"
-#include "resources/resource.h"
-#include "shell/main_window.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 
 #include <cstring>
 

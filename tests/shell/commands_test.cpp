@@ -2,15 +2,9 @@
 #include "shell/commands.h"
 
 #include "report/output.h"
-#include "resources/resource.h"
 #include "shell/cellname_box.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/options.h"
 
 #include <map>

@@ -3,11 +3,6 @@
 
 #include "core/host.h"
 #include "core/names.h"
-#include "resources/resource.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/options.h"
 

@@ -1,10 +1,5 @@
 // Dragging selected words with the mouse, through the system's own drag and drop.
-#include "resources/resource.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
 #include "tests/shell/shell_test.h"
-#include "web/cells.h"
 
 #include <deque>
 

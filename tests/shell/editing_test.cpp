@@ -1,11 +1,5 @@
 // Typing, the clipboard and undo in the panes.
-#include "resources/resource.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
-#include "web/cells.h"
 
 struct Editing : ShellTest {};
 

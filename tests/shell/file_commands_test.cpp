@@ -1,13 +1,7 @@
 // The File menu, with the system's own file dialogs.
-#include "resources/resource.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
 #include "shell/text_conversion.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/options.h"
 
 #include <dlgs.h>

@@ -3,15 +3,9 @@
 
 #include "core/block_arena.h"
 #include "report/output.h"
-#include "resources/resource.h"
 #include "shell/dialogs.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
 #include "shell/search_walk.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
-#include "web/cells.h"
 #include "web/options.h"
 
 namespace {

@@ -1,14 +1,8 @@
 // Cellnames as links: how they are drawn, clicking and double-clicking them.
-#include "resources/resource.h"
-#include "shell/main_window.h"
 #include "shell/pane_input.h"
 #include "shell/pane_styles.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/options.h"
 
 struct HotSpots : ShellTest {};

@@ -1,8 +1,6 @@
 // The layout table, and where it puts the controls.
 #include "shell/layout.h"
 
-#include "resources/resource.h"
-#include "shell/main_window.h"
 #include "shell/status_line.h"
 #include "tests/shell/shell_test.h"
 

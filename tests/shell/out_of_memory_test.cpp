@@ -1,13 +1,7 @@
 // The arena runs full through the window: nobody loses words, and the way out stays open.
 #include "core/block_arena.h"
-#include "resources/resource.h"
-#include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/trail.h"
 
 struct OutOfMemory : ShellTest {

@@ -1,19 +1,12 @@
 // The settings sheet, driven by its pages' controls, and the rules behind it.
 #include "shell/settings.h"
 
-#include "core/host.h"
 #include "core/numbers.h"
 #include "report/output.h"
-#include "resources/resource.h"
 #include "shell/dialogs.h"
-#include "shell/main_window.h"
 #include "shell/pane_styles.h"
-#include "shell/scintilla.h"
 #include "shell/text_conversion.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
-#include "web/cells.h"
 
 namespace {
 
@@ -50,46 +43,66 @@ void press_on(HWND page, int control) {
     SendDlgItemMessageW(page, control, BM_CLICK, 0, 0);
 }
 
-bool is_marked(HWND page, int control) {
-    return SendDlgItemMessageW(page, control, BM_GETCHECK, 0, 0) == BST_CHECKED;
+void settings(const std::function<void(HWND sheet)> &act, int button = IDOK) {
+    answer_with("Settings", [&](HWND sheet) {
+        act(sheet);
+        press_button(sheet, button);
+    });
+    command(CMD_SETTINGS);
 }
 
-void enter(HWND page, int control, const std::wstring &text) {
-    SetDlgItemTextW(page, control, text.c_str());
-}
+// A choice other than the default: a button pressed, or a text entered.
+struct Choice {
+    WPARAM page;
+    int control;
+    const wchar_t *text;  // null for a button
+    const char *shown;    // afterwards: a button's mark, or how the text begins
+};
 
-std::string entry(HWND page, int control) {
-    return text_of(GetDlgItem(page, control));
-}
+constexpr Choice k_choices[] = {
+    {report, CTL_REPORT_TRAIL, nullptr, "1"},
+    {report, CTL_REPORT_ALL, nullptr, "0"},
+    {report, CTL_REPORT_FORMAT, L"\\N: \\T\r\n", "\\N: \\T\r\n"},
+    {output, CTL_OUTPUT_FILE, nullptr, "1"},
+    {output, CTL_OUTPUT_CRLF, nullptr, "1"},
+    {output, CTL_OUTPUT_NAME, L"d\u00E9j\u00E0", "d\xC3\xA9j\xC3\xA0"},
+    {links, CTL_LINKS_GREEN, nullptr, "1"},
+    {links, CTL_LINKS_CREATE, nullptr, "0"},
+    {links, CTL_LINKS_ASK, nullptr, "0"},
+    {numbers, CTL_NUMBERS_EXPONENT, nullptr, "1"},
+    {numbers, CTL_NUMBERS_RADIANS, nullptr, "1"},
+    {numbers, CTL_NUMBERS_DIGITS, L" 4 ", "4"},
+    {pane, CTL_PANE_FONT, L"Courier", "Courier"},
+    {pane, CTL_PANE_SIZE, L"13", "13"},
+    {pane, CTL_PANE_BOLD, nullptr, "1"},
+    {pane, CTL_PANE_ITALIC, nullptr, "1"},
+    {search, CTL_SEARCH_TEXT, L"find", "find"},
+    {search, CTL_REPLACE_TEXT, L"put", "put"},
+    {search, CTL_SEARCH_CASE, nullptr, "1"},
+};
 
-// Chooses something else than the default on every page.
 void change_everything(HWND sheet) {
-    HWND page = show_page(sheet, report);
-    press_on(page, CTL_REPORT_TRAIL);
-    enter(page, CTL_REPORT_FORMAT, L"\\N: \\T\r\n");
-    press_on(page, CTL_REPORT_ALL);
-    page = show_page(sheet, output);
-    press_on(page, CTL_OUTPUT_FILE);
-    enter(page, CTL_OUTPUT_NAME, L"d\u00E9j\u00E0");
-    press_on(page, CTL_OUTPUT_CRLF);
-    page = show_page(sheet, links);
-    press_on(page, CTL_LINKS_GREEN);
-    press_on(page, CTL_LINKS_CREATE);
-    press_on(page, CTL_LINKS_ASK);
-    page = show_page(sheet, numbers);
-    press_on(page, CTL_NUMBERS_EXPONENT);
-    enter(page, CTL_NUMBERS_DIGITS, L" 4 ");
-    press_on(page, CTL_NUMBERS_RADIANS);
-    page = show_page(sheet, pane);
-    SendDlgItemMessageW(page, CTL_PANE_FONT, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                        as_lparam(L"Courier"));
-    enter(page, CTL_PANE_SIZE, L"13");
-    press_on(page, CTL_PANE_BOLD);
-    press_on(page, CTL_PANE_ITALIC);
-    page = show_page(sheet, search);
-    enter(page, CTL_SEARCH_TEXT, L"find");
-    enter(page, CTL_REPLACE_TEXT, L"put");
-    press_on(page, CTL_SEARCH_CASE);
+    for (const Choice &one : k_choices) {
+        HWND page = show_page(sheet, one.page);
+        if (one.text == nullptr) {
+            press_on(page, one.control);
+        } else {
+            SetDlgItemTextW(page, one.control, one.text);
+            SendDlgItemMessageW(page, one.control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                                as_lparam(one.text));
+        }
+    }
+}
+
+void expect_what_was_chosen(HWND sheet) {
+    for (const Choice &one : k_choices) {
+        HWND page = show_page(sheet, one.page);
+        const std::string seen = one.text == nullptr
+                                     ? std::to_string(IsDlgButtonChecked(page, one.control))
+                                     : text_of(GetDlgItem(page, one.control));
+        EXPECT_EQ(one.control == CTL_PANE_FONT ? seen.substr(0, 7) : seen, one.shown)
+            << one.control;
+    }
 }
 
 // Options that no page shows stand between those that do.
@@ -113,29 +126,13 @@ std::string options_block(bool changed) {
            "\n<xintrvls>6</xintrvls>\n<yintrvls>5</yintrvls>\n<xycells>a,b</xycells></opts>";
 }
 
-TEST_F(SettingsTest, EveryPageComesBackFromTheSavedFile) {
+TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
     const std::string cells = web_of("go to home");
     start(options_block(false) + cells);
     command(CMD_FILE_SAVE);
     EXPECT_EQ(file_bytes(path), options_block(false) + cells);
-    answer_with("Settings", [](HWND sheet) {
-        change_everything(sheet);
-        press_button(sheet, IDOK);
-    });
-    command(CMD_SETTINGS);
+    settings(change_everything);
     EXPECT_TRUE(web_changed());
-    command(CMD_FILE_SAVE);
-    EXPECT_EQ(file_bytes(path), options_block(true) + cells);
-}
-
-TEST_F(SettingsTest, OkAppliesAtOnce) {
-    start(web_of("go to home"));
-    show_tab(1);
-    answer_with("Settings", [](HWND sheet) {
-        change_everything(sheet);
-        press_button(sheet, IDOK);
-    });
-    command(CMD_SETTINGS);
     for (HWND window : {text_pane(), console_pane()}) {
         EXPECT_EQ(sci(window, SCI_STYLEGETFORE, k_style_link), RGB(43, 155, 34));
         EXPECT_EQ(sci(window, SCI_STYLEGETSIZE, k_style_text), 13);
@@ -145,8 +142,11 @@ TEST_F(SettingsTest, OkAppliesAtOnce) {
         sci(window, SCI_STYLEGETFONT, STYLE_DEFAULT, as_lparam(face));
         EXPECT_EQ(std::string(face).substr(0, 7), "Courier");
     }
-    EXPECT_EQ(option_search_case(), 1);
     EXPECT_EQ(option_number_format()->digits, 4);
+    command(CMD_FILE_SAVE);
+    EXPECT_EQ(file_bytes(path), options_block(true) + cells);
+    settings(expect_what_was_chosen);
+    EXPECT_FALSE(web_changed()) << "nothing was changed this time";
     set_option_oname("out");
     set_option_rtype(k_report_fmt);
     command(CMD_REPORT);
@@ -156,21 +156,18 @@ TEST_F(SettingsTest, OkAppliesAtOnce) {
 TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
     const std::string cells = web_of("go to home");
     start(options_block(false) + cells);
-    answer_with("Settings", [](HWND sheet) {
-        change_everything(sheet);
-        press_button(sheet, IDCANCEL);
-    });
-    command(CMD_SETTINGS);
+    Settings before = {};
+    settings_load(&before);
+    settings(change_everything, IDCANCEL);
     answer_with("Settings", [](HWND sheet) {
         change_everything(sheet);
         PostMessageW(GetDlgItem(sheet, IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
     });
     command(CMD_SETTINGS);
     EXPECT_FALSE(web_changed());
-    Settings now;
+    Settings now = {};
     settings_load(&now);
-    EXPECT_EQ(now.points, 9);
-    EXPECT_EQ(now.link_colour, k_link_red);
+    EXPECT_EQ(memcmp(&now, &before, sizeof now), 0);
     EXPECT_EQ(sci(text_pane(), SCI_STYLEGETSIZE, k_style_text), 9);
     command(CMD_FILE_SAVE);
     EXPECT_EQ(file_bytes(path), options_block(false) + cells);
@@ -178,79 +175,34 @@ TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
 
 TEST_F(SettingsTest, EnterAndEscapeCloseItFromEveryField) {
     start();
-    const struct {
-        WPARAM page;
-        int control;
-    } fields[] = {
+    const std::pair<WPARAM, int> fields[] = {
         {report, CTL_REPORT_TRAIL}, {report, CTL_REPORT_FORMAT},   {output, CTL_OUTPUT_NAME},
         {links, CTL_LINKS_CREATE},  {numbers, CTL_NUMBERS_DIGITS}, {pane, CTL_PANE_FONT},
         {pane, CTL_PANE_SIZE},      {search, CTL_REPLACE_TEXT},
     };
-    for (const auto &one : fields) {
+    for (const auto &[page, control] : fields) {
         for (const WPARAM key : {WPARAM{VK_ESCAPE}, WPARAM{VK_RETURN}}) {
             set_option_rall(1);
-            answer_with("Settings", [&](HWND sheet) {
+            answer_with("Settings", [page, control, key](HWND sheet) {
                 press_on(shown_page(sheet), CTL_REPORT_ALL);
-                SetFocus(GetDlgItem(show_page(sheet, one.page), one.control));
+                SetFocus(GetDlgItem(show_page(sheet, page), control));
                 PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
             });
             command(CMD_SETTINGS);
-            EXPECT_EQ(option_rall(), key == VK_ESCAPE) << one.control;
+            EXPECT_EQ(option_rall(), key == VK_ESCAPE) << control;
         }
     }
 }
 
-TEST_F(SettingsTest, OpenedAgainItShowsWhatWasChosen) {
-    start();
-    answer_with("Settings", [](HWND sheet) {
-        change_everything(sheet);
-        press_button(sheet, IDOK);
-    });
-    command(CMD_SETTINGS);
-    set_web_changed(false);
-    answer_with("Settings", [](HWND sheet) {
-        HWND page = show_page(sheet, report);
-        EXPECT_TRUE(is_marked(page, CTL_REPORT_TRAIL));
-        EXPECT_FALSE(is_marked(page, CTL_REPORT_FORMATTED));
-        EXPECT_FALSE(is_marked(page, CTL_REPORT_ALL));
-        EXPECT_EQ(entry(page, CTL_REPORT_FORMAT), "\\N: \\T\r\n");
-        page = show_page(sheet, output);
-        EXPECT_TRUE(is_marked(page, CTL_OUTPUT_FILE));
-        EXPECT_TRUE(is_marked(page, CTL_OUTPUT_CRLF));
-        EXPECT_EQ(entry(page, CTL_OUTPUT_NAME), "d\xC3\xA9j\xC3\xA0");
-        page = show_page(sheet, links);
-        EXPECT_TRUE(is_marked(page, CTL_LINKS_GREEN));
-        EXPECT_FALSE(is_marked(page, CTL_LINKS_CREATE));
-        EXPECT_FALSE(is_marked(page, CTL_LINKS_ASK));
-        page = show_page(sheet, numbers);
-        EXPECT_TRUE(is_marked(page, CTL_NUMBERS_EXPONENT));
-        EXPECT_TRUE(is_marked(page, CTL_NUMBERS_RADIANS));
-        EXPECT_EQ(entry(page, CTL_NUMBERS_DIGITS), "4");
-        page = show_page(sheet, pane);
-        EXPECT_EQ(entry(page, CTL_PANE_FONT).substr(0, 7), "Courier");
-        EXPECT_EQ(entry(page, CTL_PANE_SIZE), "13");
-        EXPECT_TRUE(is_marked(page, CTL_PANE_BOLD));
-        EXPECT_TRUE(is_marked(page, CTL_PANE_ITALIC));
-        page = show_page(sheet, search);
-        EXPECT_EQ(entry(page, CTL_SEARCH_TEXT), "find");
-        EXPECT_TRUE(is_marked(page, CTL_SEARCH_CASE));
-        press_button(sheet, IDOK);
-    });
-    command(CMD_SETTINGS);
-    EXPECT_FALSE(web_changed()) << "nothing was changed this time";
-}
-
-struct BadEntry {
-    WPARAM page;
-    int control;
-    std::wstring bad;
-    const char *sentence;
-    const wchar_t *good;
-};
-
 TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
     start();
-    const BadEntry entries[] = {
+    const struct {
+        WPARAM page;
+        int control;
+        std::wstring bad;
+        const char *sentence;
+        const wchar_t *good;
+    } entries[] = {
         {report, CTL_REPORT_FORMAT, std::wstring(257, 'x'), "at most 256 characters", L"\\N"},
         {output, CTL_OUTPUT_NAME, std::wstring(49, 'x'), "at most 48 characters", L"out"},
         {output, CTL_OUTPUT_NAME, L"what?", "none of * ? \" < > |", L"C:\\out.txt"},
@@ -261,28 +213,26 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
         {search, CTL_SEARCH_TEXT, std::wstring(25, 0xE9), "at most 48 characters", L"x"},
         {search, CTL_REPLACE_TEXT, std::wstring(49, 'x'), "replacement has at most 48", L""},
     };
-    for (const BadEntry &one : entries) {
+    for (const auto &one : entries) {
         SCOPED_TRACE(one.sentence);
         Settings before = {};
         settings_load(&before);
         answer_with("Settings", [&](HWND sheet) {
-            enter(show_page(sheet, one.page), one.control, one.bad);
+            SetDlgItemTextW(show_page(sheet, one.page), one.control, one.bad.c_str());
             click_tab(sheet, links);
         });
         answer(one.sentence, IDOK);
-        answer_with("Settings", [](HWND sheet) { press_button(sheet, IDOK); });
+        answer("Settings", IDOK);
         answer(one.sentence, IDOK);
-        answer_with("Settings", [&](HWND sheet) {
+        settings([&](HWND sheet) {
             HWND page = shown_page(sheet);
             EXPECT_TRUE(IsChild(page, GetFocus()));
             Settings now = {};
             settings_load(&now);
             EXPECT_EQ(memcmp(&now, &before, sizeof now), 0);
-            enter(page, one.control, one.good);
+            SetDlgItemTextW(page, one.control, one.good);
             EXPECT_NE(show_page(sheet, links), page);
-            press_button(sheet, IDOK);
         });
-        command(CMD_SETTINGS);
         EXPECT_TRUE(all_asked());
     }
     EXPECT_STREQ(option_oname(), "C:\\out.txt");
@@ -291,7 +241,7 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
 }
 
 TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
-    start(web_of("home"));
+    start();
     const std::string odd = "a\xFF\x01\nb\r\n\xE2";
     set_option_rfmt((odd + std::string(240, '\\')).c_str());
     set_option_starg(odd.c_str());
@@ -300,84 +250,47 @@ TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
     set_option_font_name("No such font");
     set_option_font_size(94);
     set_option_font_style(0xF0);
-    Settings before;
+    Settings before = {};
     settings_load(&before);
-    answer_with("Settings", [](HWND sheet) {
+    settings([](HWND sheet) {
         for (WPARAM page = report; page < page_count; ++page) {
             show_page(sheet, page);
         }
-        press_button(sheet, IDOK);
     });
-    command(CMD_SETTINGS);
+    Settings now = {};
+    settings_load(&now);
+    EXPECT_EQ(memcmp(&now, &before, sizeof now), 0);
     EXPECT_FALSE(web_changed());
     EXPECT_EQ(option_starg(), odd);
-    EXPECT_EQ(option_oname(), odd);
-    EXPECT_STREQ(option_rfmt(), before.rfmt);
     EXPECT_EQ(option_odest(), k_output_print);
-    EXPECT_STREQ(option_font_name(), "No such font");
     EXPECT_EQ(option_font_size(), 94);
     EXPECT_EQ(option_font_style(), 0xF0U);
 }
 
 TEST_F(SettingsTest, TheOpenSearchBarFollows) {
-    start(web_of("some Beans"));
-    show_tab(1);
+    start_in_text(web_of("some Beans"));
     answer_with("Search for:", [](HWND dialog) {
-        enter(dialog, CTL_SEARCH_TEXT, L"none");
+        SetDlgItemTextW(dialog, CTL_SEARCH_TEXT, L"none");
         press_button(dialog, IDOK);
     });
     command(CMD_FIND);
-    answer_with("Settings", [](HWND sheet) {
+    settings([](HWND sheet) {
         HWND page = show_page(sheet, search);
-        EXPECT_EQ(entry(page, CTL_SEARCH_TEXT), "none");
-        enter(page, CTL_SEARCH_TEXT, L"beans");
+        EXPECT_EQ(text_of(GetDlgItem(page, CTL_SEARCH_TEXT)), "none");
+        SetDlgItemTextW(page, CTL_SEARCH_TEXT, L"beans");
         press_on(page, CTL_SEARCH_CASE);
-        press_button(sheet, IDOK);
     });
-    command(CMD_SETTINGS);
-    EXPECT_TRUE(is_marked(search_bar(), CTL_NEXT_CASE));
-    press_on(search_bar(), CTL_NEXT_FIND);
-    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONEND), 0);
-    press_on(search_bar(), CTL_NEXT_CASE);
-    press_on(search_bar(), CTL_NEXT_FIND);
-    EXPECT_EQ(sci(text_pane(), SCI_GETSELECTIONEND), 10);
-}
-
-TEST_F(SettingsTest, RefusedWhileOutputRuns) {
-    start();
-    ASSERT_EQ(output_open(), 0);
-    command(CMD_SETTINGS);
-    EXPECT_EQ(status_text(), "OUTPUT IN USE");
-    output_close();
+    EXPECT_TRUE(IsDlgButtonChecked(search_bar(), CTL_NEXT_CASE));
+    push(search_bar(), CTL_NEXT_FIND);
+    EXPECT_EQ(place(), "home 0-0");
+    push(search_bar(), CTL_NEXT_CASE);
+    push(search_bar(), CTL_NEXT_FIND);
+    EXPECT_EQ(place(), "home 5-10");
 }
 
 // ---- The sheet on the handheld's screen ---------------------------------------------------------
 
-// The width that a control's text needs on one line.
-long needed_width(HWND control) {
-    const LONG type = GetWindowLongW(control, GWL_STYLE) & 0x1F;
-    wchar_t kind[16] = L"";
-    GetClassNameW(control, kind, 16);
-    const bool is_button = lstrcmpiW(kind, L"BUTTON") == 0;
-    if (!is_button && lstrcmpiW(kind, L"STATIC") != 0) {
-        return 0;
-    }
-    wchar_t text[128] = L"";
-    GetWindowTextW(control, text, 128);
-    HDC context = GetDC(control);
-    HGDIOBJ previous =
-        SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    RECT rect = {};
-    DrawTextW(context, text, -1, &rect, DT_CALCRECT | DT_SINGLELINE);
-    SelectObject(context, previous);
-    ReleaseDC(control, context);
-    RECT place;
-    GetClientRect(control, &place);
-    const long lines = is_button ? 1 : place.bottom / rect.bottom;
-    const bool has_box = is_button && type != BS_GROUPBOX && type != BS_DEFPUSHBUTTON;
-    return rect.right / lines + (has_box ? 18 : 0);
-}
-
+// Labels and buttons show their texts in full, and nothing reaches over the page's edge.
 void check_page(HWND page) {
     RECT room;
     GetClientRect(page, &room);
@@ -387,15 +300,27 @@ void check_page(HWND page) {
         MapWindowPoints(nullptr, page, reinterpret_cast<POINT *>(&rect), 2);
         EXPECT_LE(rect.right, room.right) << text_of(one);
         EXPECT_LE(rect.bottom, room.bottom) << text_of(one);
-        EXPECT_LE(needed_width(one), rect.right - rect.left) << text_of(one);
+        const LRESULT kind = SendMessageW(one, WM_GETDLGCODE, 0, 0);
+        if (kind & (DLGC_BUTTON | DLGC_STATIC)) {
+            const LONG box = kind & DLGC_BUTTON ? 18 : 0;
+            RECT need = {0, 0, rect.right - rect.left - box, 0};
+            const LONG width = need.right;
+            HDC context = GetDC(one);
+            SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(one, WM_GETFONT, 0, 0)));
+            DrawTextW(context, to_utf16(text_of(one).c_str()), -1, &need,
+                      DT_CALCRECT | DT_WORDBREAK);
+            ReleaseDC(one, context);
+            EXPECT_LE(need.right, width) << text_of(one);
+            EXPECT_LE(need.bottom, rect.bottom - rect.top) << text_of(one);
+        }
     }
 }
 
-TEST_F(SettingsTest, FitsTheHandheldsScreen) {
+TEST_F(SettingsTest, FitsTheHandheldsScreenAndShowsTheLinksColours) {
     SetEnvironmentVariableW(L"QUORVANE_SCREEN", L"240x320");
     start();
     SetEnvironmentVariableW(L"QUORVANE_SCREEN", nullptr);
-    answer_with("Settings", [](HWND sheet) {
+    settings([](HWND sheet) {
         RECT rect;
         GetWindowRect(sheet, &rect);
         EXPECT_LE(rect.right - rect.left, 240);
@@ -404,14 +329,6 @@ TEST_F(SettingsTest, FitsTheHandheldsScreen) {
             SCOPED_TRACE(index);
             check_page(show_page(sheet, index));
         }
-        press_button(sheet, IDCANCEL);
-    });
-    command(CMD_SETTINGS);
-}
-
-TEST_F(SettingsTest, SamplesHaveTheLinksColours) {
-    start();
-    answer_with("Settings", [](HWND sheet) {
         HWND page = show_page(sheet, links);
         for (int i = 0; i < 4; ++i) {
             HWND sample = GetDlgItem(page, CTL_LINKS_SAMPLE_RED + i);
@@ -421,63 +338,46 @@ TEST_F(SettingsTest, SamplesHaveTheLinksColours) {
             EXPECT_EQ(GetTextColor(context), link_colour(i));
             ReleaseDC(sample, context);
         }
-        press_button(sheet, IDCANCEL);
     });
-    command(CMD_SETTINGS);
 }
 
 // ---- The rules without a window -----------------------------------------------------------------
 
 TEST(SettingsRules, EachChangeHasItsEffects) {
     option_defaults();
-    const struct {
-        void (*change)(Settings *draft);
-        uint32_t effects;
-    } cases[] = {
+    const std::pair<void (*)(Settings *), uint32_t> cases[] = {
         {[](Settings *) {}, 0},
-        {[](Settings *draft) { draft->rtype = k_report_trail; }, k_effect_saved},
         {[](Settings *draft) { strcpy(draft->rfmt, "x"); }, k_effect_saved},
         {[](Settings *draft) { draft->odest = k_output_file; }, k_effect_saved | k_effect_output},
-        {[](Settings *draft) { strcpy(draft->oname, "x"); }, k_effect_saved | k_effect_output},
         {[](Settings *draft) { draft->link_colour = k_link_blue; }, k_effect_panes},
         {[](Settings *draft) { draft->dclick_ask = 0; }, 0},
-        {[](Settings *draft) { draft->ndec = 8; }, k_effect_saved},
-        {[](Settings *draft) { draft->bold = 1; }, k_effect_panes},
-        {[](Settings *draft) { draft->points = 20; }, k_effect_panes},
-        {[](Settings *draft) { strcpy(draft->srpl, "x"); }, k_effect_saved},
-        {[](Settings *draft) { draft->search_case = 1; }, 0},
     };
-    for (const auto &one : cases) {
-        Settings draft;
+    for (const auto &[change, effects] : cases) {
+        Settings draft = {};
         settings_load(&draft);
-        one.change(&draft);
+        change(&draft);
         set_web_changed(false);
-        EXPECT_EQ(settings_apply(&draft), one.effects);
-        EXPECT_EQ(web_changed(), (one.effects & k_effect_saved) != 0);
+        EXPECT_EQ(settings_apply(&draft), effects);
+        EXPECT_EQ(web_changed(), (effects & k_effect_saved) != 0);
         EXPECT_EQ(settings_apply(&draft), 0U) << "applied already";
     }
     set_web_changed(false);
 }
 
 TEST(SettingsRules, NumbersAreWholeAndWithinTheirRange) {
-    struct {
-        const wchar_t *text;
-        bool allowed;
-        int32_t value;
-    } const cases[] = {
-        {L"4", true, 4},    {L"72", true, 72},
-        {L" 9 ", true, 9},  {L"007", true, 7},
-        {L"3", false, 0},   {L"73", false, 0},
-        {L"", false, 0},    {L" ", false, 0},
-        {L"-5", false, 0},  {L"9.5", false, 0},
-        {L"9 9", false, 0}, {L"9x", false, 0},
-        {L"+9", false, 0},  {L"99999999999999999999", false, 0},
+    const std::pair<const wchar_t *, int32_t> cases[] = {
+        {L"4", 4},    {L"72", 72},
+        {L" 9 ", 9},  {L"007", 7},
+        {L"3", -1},   {L"73", -1},
+        {L"", -1},    {L" ", -1},
+        {L"-5", -1},  {L"9.5", -1},
+        {L"9 9", -1}, {L"9x", -1},
+        {L"+9", -1},  {L"99999999999999999999", -1},
     };
-    for (const auto &one : cases) {
+    for (const auto &[text, expected] : cases) {
         int32_t value = -1;
-        EXPECT_EQ(number_allowed(one.text, k_points_min, k_points_max, &value), one.allowed)
-            << to_8bit(one.text);
-        EXPECT_EQ(value, one.allowed ? one.value : -1) << to_8bit(one.text);
+        EXPECT_EQ(number_allowed(text, k_points_min, k_points_max, &value), expected != -1);
+        EXPECT_EQ(value, expected) << to_8bit(text);
     }
 }
 

@@ -5,16 +5,10 @@
 #include "core/text.h"
 #include "desktop/frame.h"
 #include "report/output.h"
-#include "resources/resource.h"
 #include "shell/cellname_box.h"
-#include "shell/main_window.h"
 #include "shell/message_loop.h"
-#include "shell/scintilla.h"
 #include "shell/status_line.h"
 #include "shell/text_conversion.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
-#include "web/cells.h"
 #include "web/trail.h"
 
 #include <cstdio>

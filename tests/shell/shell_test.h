@@ -2,8 +2,14 @@
 // messages as the system sends them.
 #pragma once
 
-#include "shell/platform.h"
+// Included for what nearly every test drives and reads.
+#include "resources/resource.h"
+#include "shell/main_window.h"
+#include "shell/scintilla.h"
+#include "shell/text_pane.h"
 #include "shell/views.h"
+#include "tests/shell/answers.h"
+#include "web/cells.h"
 
 #include <functional>
 #include <string>

@@ -1,13 +1,8 @@
 // Starting: which web is shown, under which name, and the single copy.
-#include "resources/resource.h"
 #include "shell/cellname_box.h"
-#include "shell/main_window.h"
 #include "shell/message_loop.h"
 #include "shell/text_conversion.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
-#include "web/cells.h"
 
 struct Start : ShellTest {};
 

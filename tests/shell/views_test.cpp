@@ -1,8 +1,5 @@
 // Views, the pane that has the focus, and the Tab key.
-#include "resources/resource.h"
 #include "shell/cellname_box.h"
-#include "shell/main_window.h"
-#include "shell/text_pane.h"
 #include "tests/shell/shell_test.h"
 
 struct Views : ShellTest {};

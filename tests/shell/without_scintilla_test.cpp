@@ -1,17 +1,12 @@
 // Without SciLexer.dll the program says so and keeps running. These tests need a process that has
 // never loaded it: they run where the file is not beside the program.
 #include "core/host.h"
-#include "resources/resource.h"
 #include "shell/cellname_box.h"
-#include "shell/main_window.h"
 #include "shell/message_loop.h"
 #include "shell/pane_input.h"
 #include "shell/pane_styles.h"
-#include "shell/text_pane.h"
-#include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 
 struct WithoutScintilla : ShellTest {
     void SetUp() override {
