@@ -102,7 +102,7 @@ run_windows() {
     one handheld_imports check_imports
 }
 
-install_packages "${packages_native[@]}" "${packages_check[@]}"
+install_packages "${packages_native[@]}" "${packages_arm[@]}" "${packages_check[@]}"
 [ $with_windows = no ] || install_packages "${packages_windows[@]}" "${packages_wine[@]}"
 mkdir -p "$results" "$checks"
 
@@ -111,6 +111,7 @@ one includes check_includes
 one own_header_first check_own_header_first
 run_native native
 run_native sanitize
+run_native arm
 if [ $with_windows = yes ]; then
     run_windows
     one headers_compile_alone check_headers

@@ -37,7 +37,8 @@ target_link_libraries(quorvane_engine PUBLIC quorvane_warnings quorvane_portable
 # A program that links quorvane_whole_program has the engine optimised as one piece when it is
 # linked, calls across files included. The others link the same objects as they are.
 add_library(quorvane_whole_program INTERFACE)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32 AND NOT QUORVANE_SANITIZE)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING
+        AND NOT QUORVANE_SANITIZE AND NOT QUORVANE_COVERAGE)
     target_compile_options(quorvane_engine PRIVATE -flto -ffat-lto-objects)
     target_compile_options(quorvane_whole_program INTERFACE -flto)
     target_link_options(quorvane_whole_program INTERFACE -flto=auto)

@@ -10,7 +10,6 @@ namespace {
 struct Reader {
     BlockHandle block;
     uint32_t position;
-    bool ended;
 } reader;
 
 struct Builder {
@@ -257,21 +256,16 @@ BlockHandle text_insert_block_after(BlockHandle h) {
 void text_reader_start(BlockHandle head) {
     reader.block = head;
     reader.position = 0;
-    reader.ended = false;
 }
 
 int text_reader_next() {
     if (reader.block == 0) {
         return k_reader_past_end;
     }
-    if (reader.ended) {
-        return k_reader_end;
-    }
     if (reader.position >= block_used(reader.block)) {
         reader.block = skip_empty(block_next(reader.block));
         reader.position = 0;
         if (reader.block == 0) {
-            reader.ended = true;
             return k_reader_end;
         }
     }

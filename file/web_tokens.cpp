@@ -60,10 +60,10 @@ void put_name(Name *name) {
 // Each of these takes what begins at p, before the end of the buffer, and returns where it ends;
 // null when nothing was taken.
 
-// A line end, which the web keeps as CR LF however the file has it.
+// A line end, which the web keeps as CR LF however the file has it. There is a byte before it: the
+// buffer's first one is always taken by web_in_byte().
 const uint8_t *take_line_end(const uint8_t *p) {
-    const ByteInput *in = &tokens.input;
-    bool after_cr = (p > in->bytes ? p[-1] : in->last) == '\r';
+    bool after_cr = p[-1] == '\r';
     text_builder_put_run(after_cr ? "\n" : "\r\n", after_cr ? 1 : 2);
     ++tokens.line;
     return p + 1;
@@ -151,7 +151,7 @@ bool take_near(ByteInput *in, Wanted wanted) {
             }
             break;
         case '\n':
-            behind = take_line_of_tag(p, end);
+            behind = wanted == Wanted::closing_tag ? take_line_of_tag(p, end) : nullptr;
             if (behind == nullptr) {
                 behind = take_line_end(p);
             } else if (tag_is_wanted(wanted)) {
@@ -241,7 +241,7 @@ bool take_far(Wanted wanted) {
     case '<':
         return read_tag() && tag_is_wanted(wanted);
     case '&':
-        return read_entity() == 0 && end_of_input();
+        return read_entity() == 0 ? end_of_input() : false;
     default:
         text_builder_put(static_cast<char>(c));
         return false;

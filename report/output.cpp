@@ -15,8 +15,6 @@ constexpr uint32_t k_console_line = 48;  // characters sent to the console at a 
 constexpr const char *k_default_name = ".\\Output";
 constexpr const char *k_suffix = ".txt";
 
-enum class Quote : uint8_t { none, single_quote, double_quote };
-
 static struct Output {
     bool open;
     bool to_file;
@@ -24,8 +22,8 @@ static struct Output {
     bool aborted;     // the abort flag
     bool stopped;     // cancelled or failed: nothing opens the stream again in this report
     bool backslash;   // the next character is literal
-    Quote quote;
-    char last;  // the character before, for the newline mode
+    char quote;       // the one that is open; 0 is none
+    char last;        // the character before, for the newline mode
     FILE *file;
     ByteOutput bytes;
     uint32_t console_position;
@@ -116,24 +114,14 @@ bool unescape(char *c) {
         }
         return true;
     }
-    switch (output.quote) {
-    case Quote::single_quote:
-        output.quote = *c == '\'' ? Quote::none : output.quote;
-        break;
-    case Quote::double_quote:
-        output.quote = *c == '"' ? Quote::none : output.quote;
-        break;
-    case Quote::none:
-        if (*c == '\\') {
-            output.backslash = true;
-            return false;
-        }
-        if (*c == '\'') {
-            output.quote = Quote::single_quote;
-        } else if (*c == '"') {
-            output.quote = Quote::double_quote;
-        }
-        break;
+    if (output.quote == 0 && *c == '\\') {
+        output.backslash = true;
+        return false;
+    }
+    if (*c == output.quote) {
+        output.quote = 0;
+    } else if (output.quote == 0 && (*c == '\'' || *c == '"')) {
+        output.quote = *c;
     }
     return true;
 }
@@ -214,7 +202,7 @@ ErrorCode output_open() {
     set_resting_status("Working...");
     output.to_file = option_odest() == k_output_file;
     output.backslash = false;
-    output.quote = Quote::none;
+    output.quote = 0;
     output.last = 0;
     if (output.to_file) {
         ErrorCode code = open_file();

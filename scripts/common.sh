@@ -8,6 +8,7 @@ build=$root/build
 mingw=x86_64-w64-mingw32
 
 packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev nlohmann-json3-dev)
+packages_arm=(g++-arm-linux-gnueabi qemu-user googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
 packages_wine=(wine wine64 fonts-wine xvfb xdotool imagemagick)
 packages_check=(clang-format clang-tidy)

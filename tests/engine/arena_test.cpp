@@ -7,6 +7,8 @@
 #include "web/cell_text.h"
 #include "web/cells.h"
 
+#include <cstring>
+
 using Arena = EngineTest;
 
 static const std::string k_question = "ask_ok_cancel Short On Memory--Save And Exit?|Quorvane";
@@ -19,6 +21,10 @@ TEST_F(Arena, BlocksComeInOrderAndTheLastReleasedComesFirst) {
     web_clear();
     block_arena_init();
     host().quiet = true;
+    CellHandle first = 0;
+    auto visit = [](BlockHandle h, void *to) { return *static_cast<CellHandle *>(to) = h, false; };
+    block_arena_each_free(visit, &first);
+    EXPECT_EQ(first, 1);
     for (uint32_t h = 1; h <= k_block_count; ++h) {
         ASSERT_EQ(block_alloc(k_block_plain), h);
     }
@@ -30,6 +36,10 @@ TEST_F(Arena, BlocksComeInOrderAndTheLastReleasedComesFirst) {
     for (uint32_t h : {k_block_count, 9U, 3U, 5U}) {
         EXPECT_EQ(block_alloc(k_block_text), h);
     }
+    memset(block_ptr(7), 0x7F, k_block_size);
+    block_clear(7);
+    EXPECT_EQ(block_used(7), 0);
+    EXPECT_EQ(block_next(7), 0x7F7F) << "a block of no known type loses no more";
     start_program();
 }
 
@@ -58,19 +68,23 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
     for (uint32_t size : {90 * k_text_block_chars, 98 * k_text_block_chars}) {
         block_free(cell_first_aux(index_root()));
         cell_set_first_aux(index_root(), 0);
+        if (size < 98 * k_text_block_chars) {
+            blocks.push_back(block_alloc(k_block_plain));  // or it is the second that asks
+        }
         type_text(std::string(size, 'x'));
         host().ok_cancel = {true};
         host().save_changes = {true};
         ASSERT_TRUE(run_command([] { store_text_pane(1); }));
         EXPECT_EQ(text_of("home"), std::string(size, 'x'));
         EXPECT_TRUE(host().save_changes.empty()) << "not offered again";
-        EXPECT_EQ(blocks_free(), k_low_block_count - size / k_text_block_chars - 1);
+        EXPECT_EQ(blocks_free(), k_low_block_count - size / k_text_block_chars - 2);
     }
     give_back(blocks);
 }
 
-TEST_F(Arena, RunningOutDuringStartUpEndsTheProgram) {
+TEST_F(Arena, RunningOutDuringStartUpOrOutsideACommandEndsTheProgram) {
     std::vector<BlockHandle> blocks = leave_free_blocks(0);
+    EXPECT_EQ(run_until_end(alloc_one), -1);
     recovery_arm(false);
     EXPECT_EQ(run_until_end([] { run_command(alloc_one); }), -1);
     EXPECT_EQ(take_log().end()[-2], "warning OUT OF MEMORY|Quorvane");

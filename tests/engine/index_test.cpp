@@ -34,6 +34,49 @@ TEST_F(Index, ListsAndClearsATreeOfAnyShape) {
     }
 }
 
+TEST_F(Index, TakesNoCellForAnAnswer) {
+    for (auto *step :
+         {index_first, index_last, index_next, index_prev, live_from, live_back_from}) {
+        EXPECT_EQ(step(0), 0);
+    }
+    index_walk(0, cell_release_fields);
+    cell_delete(0);
+    EXPECT_STREQ(cell_name_string(0), "BAD_CELL_HANDLE");
+    EXPECT_STREQ(cell_name_string(index_root()), "home");
+    EXPECT_EQ(cell_create(index_root_address(), "HOME"), 0);
+    links_build(0);
+    links_drop(0);
+    EXPECT_EQ(link_list_next(0), nullptr);
+}
+
+// Any tree; kinds decide whether a name is taken.
+TEST_F(Index, InsertsByNameTextToo) {
+    CellHandle root = 0;
+    auto insert = [&](BlockHandle name, uint16_t kind) {
+        return index_find_or_insert_text(name, &root, kind);
+    };
+    const CellHandle alpha = insert(text_from_cstring("alpha"), k_cell_live);
+    const BlockHandle again = text_from_cstring("ALPHA");
+    EXPECT_EQ(root, alpha);
+    EXPECT_EQ(insert(again, k_cell_live), alpha);
+    EXPECT_EQ(insert(again, k_cell_deleted), 0);
+    const CellHandle equal = index_insert(again, &root, k_cell_live);
+    EXPECT_EQ(node_right(alpha), equal) << "an equal name goes to the right";
+    cell_set_kind(equal, k_cell_deleted);
+    EXPECT_STREQ(cell_name_string(equal), "home") << "the buffer stays as it was";
+    cell_set_kind(alpha, k_cell_value_entry);
+    EXPECT_EQ(index_find_or_insert("Alpha", &root, k_cell_live), 0);
+    cell_set_text(alpha, val_from_text(text_from_cstring("12")));
+    cell_release_fields(alpha);
+    root = 0;
+    EXPECT_EQ(index_link_new(alpha, &root), 0);
+    EXPECT_EQ(index_link_new(equal, &root), alpha);
+    for (CellHandle node : {alpha, equal}) {
+        chain_free(cell_name(node));
+        block_free(node);
+    }
+}
+
 TEST_F(Index, ValuesAreTextAndNumberInStep) {
     struct Row {
         const char *text;
@@ -48,13 +91,23 @@ TEST_F(Index, ValuesAreTextAndNumberInStep) {
         block_set_next(value, val_from_text(text_from_cstring("next")));
         BlockHandle copy = val_copy(value);
         val_free(value);
-        val_make_text(copy);
-        EXPECT_EQ(text_string(val_text(copy)), row.text);
+        for (int twice = 0; twice < 2; ++twice) {
+            val_make_number(copy);
+            val_make_text(copy);
+            EXPECT_EQ(text_string(val_text(copy)), row.text);
+        }
         EXPECT_EQ(text_string(val_text(block_next(copy))), "next");
         val_set_number(copy, 2.5);
         val_make_text(copy);
         EXPECT_EQ(text_string(val_text(copy)), "2.5");
         val_free(copy);
+    }
+    for (auto [make, state] :
+         {std::pair(&val_make_text, k_value_text), std::pair(&val_make_number, k_value_number)}) {
+        BlockHandle value = val_new();
+        make(value);
+        EXPECT_EQ(val_state(value), state);
+        val_free(value);
     }
 }
 

@@ -77,5 +77,35 @@ TEST_F(Links, TheReportSelectionHasTheCellsThatWordsName) {
         names.push_back(name_string(report_selection_at(i)));
     }
     EXPECT_EQ(names, (Names{"home", "abc", "home", std::string(48, 'w')}));
+    std::string many;
+    for (uint32_t i = 0; i <= k_selection_max; ++i) {
+        many += "abc ";
+    }
+    report_selection_build(many.c_str());
+    EXPECT_EQ(report_selection_count(), k_selection_max);
     report_selection_build("");
+    EXPECT_EQ(report_selection_at(0), 0);
+}
+
+// Lists may own chains, though nothing makes such entries.
+TEST_F(Links, AListOfAnyKindsOfEntries) {
+    const uint16_t before = blocks_in_use();
+    BlockHandle list = link_list_new(1, index_root());
+    EXPECT_EQ(link_list_first(list), nullptr);
+    EXPECT_EQ(link_list_next(list), nullptr);
+    for (uint8_t kind : {k_link_chain_a, k_link_none, k_link_chain_b}) {
+        LinkEntry *entry = link_list_append(list);
+        entry->kind = kind;
+        if (kind != k_link_none) {
+            BlockHandle owner = block_alloc(k_block_text);
+            block_set16(owner, k_block_payload_at, text_from_cstring("text"));
+            link_set_target(entry, owner);
+        }
+    }
+    EXPECT_EQ(blocks_in_use(), before + 2 + 2 * 2);
+    cell_set_out_pointers(index_root(), list);
+    EXPECT_FALSE(links_name(index_root(), index_root()));
+    EXPECT_EQ(link_list_next(list), nullptr) << "still at the end";
+    links_drop(index_root());
+    EXPECT_EQ(blocks_in_use(), before);
 }

@@ -15,8 +15,39 @@ static std::string formatted(double value, uint8_t kind, uint8_t digits) {
     return buffer;
 }
 
+TEST(Numbers, Integers) {
+    for (int value : {0, 7, -1, 32767, -32768}) {
+        char buffer[8];
+        int16_format(value + 65536, buffer);
+        EXPECT_EQ(buffer, std::to_string(value));
+        int16_t read = 0;
+        EXPECT_EQ(int16_parse(buffer, &read), 0);
+        EXPECT_EQ(read, value);
+    }
+}
+
+TEST(Numbers, TheFormatInForceIsCorrectedFirst) {
+    for (auto [odd, even] : {std::pair(NumberFormat{9, 16, 25, 200}, NumberFormat{2, 2, 24, 200}),
+                             std::pair(NumberFormat{0, 15, 0, '.'}, NumberFormat{0, 15, 0, '.'})}) {
+        number_format_set(&odd);
+        EXPECT_EQ(memcmp(&odd, &even, sizeof odd), 0);
+        EXPECT_EQ(memcmp(number_format_in_force(), &even, sizeof even), 0);
+    }
+    double copy = number_zero();
+    EXPECT_EQ(number_copy(&copy, number_one()), 0);
+    EXPECT_EQ(copy, 1);
+    EXPECT_EQ(number_copy(&copy, HUGE_VAL), -1);
+    EXPECT_EQ(copy, HUGE_VAL);
+}
+
 TEST(Numbers, Format) {
     EXPECT_EQ(formatted(1, 0, 30), "1.000000000000000000");
+    EXPECT_EQ(formatted(HUGE_VAL, 0, 2) + formatted(-HUGE_VAL, 1, 2) + formatted(NAN, 2, 2),
+              "inf-infnan");
+    char kept[k_number_text_max + 1] = "kept";
+    const NumberFormat unknown = {3, 2, 24, '.'};
+    EXPECT_EQ(number_format(kept, 1, &unknown), 4U);
+    EXPECT_STREQ(kept, "kept");
     std::mt19937_64 random(20);
     for (int i = 0; i < 30000; ++i) {
         uint64_t bits = random();

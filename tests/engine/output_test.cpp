@@ -18,6 +18,8 @@
 
 #include <filesystem>
 
+#include <unistd.h>
+
 using namespace std::string_literals;
 using Stream = EngineTest;
 
@@ -129,7 +131,7 @@ TEST_F(Stream, FileNames) {
         std::string oname, path, becomes;
     } rows[] = {
         {"", "Output.txt", ".\\Output"},
-        {"notes", "notes.txt", "notes"},
+        {"c:notes", "c:notes.txt", "c:notes"},
         {"my.dir\\notes", "my.dir/notes.txt", "my.dir\\notes"},
         {"my.dir\\..\\n.x", "n.x", "my.dir\\..\\n.x"},
         {longest, longest + ".txt", longest},
@@ -143,7 +145,10 @@ TEST_F(Stream, FileNames) {
         std::filesystem::remove(row.path);
     }
     EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator("."), {}), 1);
+    EXPECT_TRUE(output_set_path(std::string(256, 'p').c_str()));
+    EXPECT_FALSE(output_set_path(std::string(257, 'p').c_str()));
     EXPECT_TRUE(output_set_path("my.dir\\exact"));
+    output_reset();
     EXPECT_EQ(write_report("x"), 0);
     EXPECT_EQ(file_bytes("my.dir\\exact"), "x") << "taken as it stands";
     output_set_path(nullptr);
@@ -186,6 +191,34 @@ TEST_F(Stream, CancellingStopsAtTheCharacterInHand) {
         EXPECT_FALSE(is_busy());
     }
     host().on_pump = nullptr;
+    EXPECT_EQ(output_string("ab"), 0);
+    EXPECT_EQ(output_char(0), 0);
+    output_abort();
+    EXPECT_TRUE(output_aborted());
+    EXPECT_FALSE(output_pump());
+    EXPECT_EQ(output_char('c'), k_aborted);
+    EXPECT_TRUE(output_aborted());
+    EXPECT_FALSE(output_pump());
+    EXPECT_EQ(host().console, "ab");
+    output_release();
+    output_abort();
+    EXPECT_FALSE(output_aborted()) << "there is nothing to cancel";
+}
+
+// The descriptor goes while the file is open: closing it fails, with and without something to
+// write before.
+TEST_F(Stream, AFileThatCannotBeClosedIsShown) {
+    set_option_onewl(k_newline_lf);
+    for (const char *text : {"\r", "text"}) {
+        const int lowest = dup(0);  // the next file opened gets it
+        close(lowest);
+        host().on_pump = [lowest] { close(lowest); };
+        ErrorCode code = 0;
+        Log log = log_of([&] { file_report(text, &code); });
+        host().on_pump = nullptr;
+        EXPECT_EQ(code, k_cannot_write_web);
+        EXPECT_EQ(std::count(log.begin(), log.end(), "status UNABLE TO WRITE TO WEB FILE"), 1);
+    }
 }
 
 TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {

@@ -6,6 +6,7 @@
 #include "core/byte_stream.h"
 #include "core/text.h"
 #include "file/web_reader.h"
+#include "file/web_tokens.h"
 #include "web/cells.h"
 #include "web/links.h"
 #include "web/option_tags.h"
@@ -96,6 +97,7 @@ TEST_F(Reader, ASlashAnywhereClosesAndAnyEndEndsTheWeb) {
         {a + "t</text", {"a", "home"}, ""},
         {a + "t</text>\n", {"a", "home"}, "t"},
         {a + "t</text><E/OF><cname>b</cname>", {"a", "home"}, "t"},
+        {a + "t</text>\n<eof><cname>b</cname>", {"a", "home"}, "t"},
         {a + "t</text></eof ><cname>b</cname>", {"a", "b", "home"}, "t"},
         {a + "t\0</text><cname>b</cname>"s, {"a", "home"}, ""},
         {a + "t</text>&\0;<cname>b</cname>"s, {"a", "home"}, "t"},
@@ -207,6 +209,7 @@ TEST_F(Reader, OptionsTakeTheirWordsAndKeepToTheirLimits) {
         std::string in, out;
     } rows[] = {
         {"isrc", k_tag_isrc, "disk", "keyboard"},
+        {"scrfont", k_tag_scrfont, "Tahoma", ""},
         {"iecho", k_tag_iecho, "YES", "yes"},
         {"odest", k_tag_odest, "print", "screen"},
         {"onewl", k_tag_onewl, "CrLf", "crlf"},
@@ -229,6 +232,22 @@ TEST_F(Reader, OptionsTakeTheirWordsAndKeepToTheirLimits) {
     for (const auto &row : rows) {
         EXPECT_EQ(option_read(row.name, row.tag, row.in), row.out) << row.name << " " << row.in;
     }
+}
+
+// What the reader passes over, too.
+TEST_F(Reader, TokensOneByOne) {
+    std::string bytes = "x<opts>\n<text>z</text>\n<TEXT>\n</text>e</eof><val>";
+    FILE *file = fmemopen(bytes.data(), bytes.size(), "rb");
+    tokens_begin(file);
+    for (auto [tag, text] :
+         {std::pair(+k_tag_opts, "x"), std::pair(+k_tag_text, "\r\n"), std::pair(-k_tag_text, "z"),
+          std::pair(+k_tag_text, "\r\n"), std::pair(-k_tag_text, "\r\n"), std::pair(0, "e")}) {
+        EXPECT_EQ(web_next_token(), tag);
+        EXPECT_EQ(text_string(token_text()), text);
+        EXPECT_EQ(web_apply_close_tag(tag < 0 ? -tag : tag), 0);
+    }
+    tokens_end();
+    fclose(file);
 }
 
 TEST_F(Reader, AReadErrorKeepsWhatCameBefore) {

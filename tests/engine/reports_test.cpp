@@ -113,6 +113,7 @@ TEST_P(ReportTypes, RecoveryInTheMiddleEndsTheReport) {
     make_linked_web();
     const std::string whole = report(GetParam(), true);
     const uint16_t blocks = blocks_in_use();
+    const std::string path = scratch_path("recovered.txt");
     for (uint32_t n = 1; n <= whole.size(); n += 5) {
         host().pumps = 0;
         host().on_pump = [n] {
@@ -126,6 +127,13 @@ TEST_P(ReportTypes, RecoveryInTheMiddleEndsTheReport) {
         EXPECT_EQ(host().status, "OUT OF MEMORY");
         EXPECT_EQ(host().resting, "Ready");
         EXPECT_EQ(blocks_in_use(), blocks);
+        host().pumps = 0;
+        set_option_odest(k_output_file);
+        output_set_path(path.c_str());
+        report_run();
+        output_set_path(nullptr);
+        set_option_odest(k_output_console);
+        EXPECT_LT(report_result(), 0);
         host().on_pump = nullptr;
         EXPECT_EQ(report(GetParam(), true), whole);
         ASSERT_EQ(check_engine(), "");

@@ -68,3 +68,38 @@ TEST_F(Text, IsTheSameHoweverItLiesInItsBlocks) {
         chain_free(x);
     }
 }
+
+TEST_F(Text, PartsAndCharacters) {
+    BlockHandle text = chain_of({"ab", "", "cdefg", std::string(40, 'h'), "\xFE\x80", ""});
+    const std::string all = "abcdefg" + std::string(36, 'h') + "\xFE\x80";
+    EXPECT_EQ(text_string(text), all);
+    EXPECT_EQ(text_length(text), all.size());
+    for (uint32_t from : {0U, 1U, 2U, 7U, 8U, 45U, 46U}) {
+        for (uint32_t to : {0U, 6U, 44U, 99U}) {
+            const size_t start = from == 0 ? 0 : from - 1;
+            const std::string expected = start < to ? (all + "\n").substr(start, to - start) : "";
+            BlockHandle part = text_substring(text, from, to);
+            EXPECT_EQ(text_string(part), expected.substr(0, expected.find('\n')));
+            EXPECT_EQ(part == 0, start >= to || start >= all.size());
+            chain_free(part);
+        }
+    }
+    EXPECT_EQ(text_substring(0, 1, 1), 0);
+    char none = 0;
+    EXPECT_EQ(text_copy_block(&none, text, 2, 2), 2U);
+    text_reader_start(text);
+    for (char c : all) {
+        EXPECT_EQ(text_reader_next(), static_cast<signed char>(c));
+    }
+    EXPECT_EQ(text_reader_next(), k_reader_end);
+    EXPECT_EQ(text_reader_next(), k_reader_past_end);
+    block_ptr(text)[k_block_payload_at] = 0;
+    text_reader_start(text);
+    EXPECT_EQ(text_reader_next(), k_reader_end) << "which a zero reads as";
+    EXPECT_EQ(text_reader_next(), 'b');
+    EXPECT_EQ(text_compare(text, 0), 1);
+    EXPECT_EQ(text_compare(0, text), -1);
+    EXPECT_EQ(text_compare(0, 0) + text_compare_cstring(0, ""), 0);
+    EXPECT_EQ(text_compare_cstring(0, "a"), -1);
+    chain_free(text);
+}
