@@ -241,7 +241,10 @@ bool take_far(Wanted wanted) {
     case '<':
         return read_tag() && tag_is_wanted(wanted);
     case '&':
-        return read_entity() == 0 ? end_of_input() : false;
+        if (read_entity() == 0) {
+            return end_of_input();
+        }
+        return false;
     default:
         text_builder_put(static_cast<char>(c));
         return false;

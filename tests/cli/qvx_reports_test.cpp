@@ -98,10 +98,19 @@ TEST_F(QvxReports, CheckStatuses) {
     EXPECT_EQ(leftover.status, 1);
     EXPECT_NE(leftover.out.find("the version before it is in \"w.qvx~\""), std::string::npos);
     std::remove("w.qvx~");
+    EXPECT_EQ(run_qvx({"check", "-"}, k_web).status, 0);
+    EXPECT_EQ(run_qvx({"check", "-"}, k_web + std::string(2, '\0')).status, 1);
+    const Outcome mixed = run_qvx({"check", "nofile", "w.qvx"});
+    EXPECT_EQ(mixed.status, 2);
+    EXPECT_NE(mixed.out.find("w.qvx: 3 cells"), std::string::npos);
     const Outcome refused = run_qvx({"check", "-"}, "<cname>ok</cname>\n<cname>9</cname>");
     EXPECT_EQ(refused.status, 1);
     EXPECT_NE(refused.out.find("-:2: \"9\" is no cellname"), std::string::npos);
     EXPECT_EQ(run_qvx({"check", "-", "w.qvx"}, "<text>" + std::string(400000, 'x')).status, 3);
+
+    const std::string no_text = "<text>&\x1b\xff;</text></eof>";
+    EXPECT_FALSE(nlohmann::json::parse(run_qvx({"check", "--json", "-"}, no_text).out).empty());
+    EXPECT_EQ(run_qvx({"check", "-"}, no_text).out.find('\x1b'), std::string::npos);
 }
 
 }  // namespace

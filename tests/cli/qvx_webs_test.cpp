@@ -78,6 +78,32 @@ TEST_F(QvxWebs, CarriesEveryByteButNul) {
     }
     ASSERT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, text).status, 0);
     EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha"}).out, text);
+    const std::string before = file_bytes("w.qvx");
+    EXPECT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, std::string("a\0b", 3)).status, 2);
+    EXPECT_EQ(file_bytes("w.qvx"), before);
+}
+
+TEST_F(QvxWebs, StandardStreamsStandForFiles) {
+    const Outcome set = run_qvx({"set", "-", "gamma", "--text", "new"}, k_small);
+    ASSERT_EQ(set.status, 0);
+    EXPECT_EQ(run_qvx({"show", "-", "gamma"}, set.out).out, "new");
+    EXPECT_EQ(run_qvx({"convert", "-", "-"}, set.out).out, set.out);
+    EXPECT_EQ(run_qvx({"list", "-"}, run_qvx({"new", "-"}).out).out, "home\n");
+    EXPECT_EQ(run_qvx({"set", "-", "gamma", "--file", "-"}, k_small).status, 2);
+    EXPECT_FALSE(fs::exists("-"));
+}
+
+TEST_F(QvxWebs, ConvertingTwiceChangesNothing) {
+    write_file("rough.qvx", "stray <OPTS><rtype>inptr</rtype><citer>0</citer><oname>a&lt;b</oname>"
+                            "<cell><cname>zeta</cname><text>a\nb &amp; &bogus; <i>c</i></text>"
+                            "<cname>home</cname><val>1e3</val><cname>zeta</cname></eof>tail");
+    ASSERT_EQ(run_qvx({"convert", "rough.qvx", "one.qvx"}).status, 0);
+    for (const char *to : {"two.qvx", "one.qvx"}) {  // over itself, too
+        const std::string once = file_bytes("one.qvx");
+        ASSERT_EQ(run_qvx({"convert", "one.qvx", to}).status, 0);
+        EXPECT_EQ(file_bytes(to), once);
+        EXPECT_NE(once.find("<rtype>inptr</rtype>"), std::string::npos);
+    }
 }
 
 TEST_F(QvxWebs, BadInputFileWritesNothing) {
@@ -103,6 +129,72 @@ TEST_F(QvxWebs, AFailedSavePutsTheFormerFileBack) {
     EXPECT_EQ(run_qvx({"convert", "w.qvx", "fresh.qvx"}, "", 20000).status, 2);
     EXPECT_EQ(file_bytes("fresh.qvx"), "(none)");
     EXPECT_EQ(std::distance(fs::directory_iterator("."), fs::directory_iterator()), 1);
+}
+
+TEST_F(QvxWebs, ASavedFileKeepsItsLinksAndPermissions) {
+    const fs::perms owner = fs::perms::owner_read | fs::perms::owner_write;
+    fs::permissions("w.qvx", owner);
+    fs::create_symlink("w.qvx", "link.qvx");
+    ASSERT_EQ(run_qvx({"set", "link.qvx", "alpha", "--text", "through"}).status, 0);
+    EXPECT_TRUE(fs::is_symlink("link.qvx"));
+    EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha"}).out, "through");
+    EXPECT_EQ(fs::status("w.qvx").permissions(), owner);
+    const std::string before = file_bytes("w.qvx");
+    const Outcome failed =
+        run_qvx({"set", "link.qvx", "big", "--file", "-"}, std::string(9999, 'x'), 5000);
+    EXPECT_EQ(failed.status, 2);
+    EXPECT_EQ(file_bytes("w.qvx"), before) << "a copy put it back";
+}
+
+TEST_F(QvxWebs, LongTextsAreWholeAndTooLongOnesAreRefused) {
+    const std::string long_text(70000, 'y');
+    ASSERT_EQ(run_qvx({"set", "w.qvx", "long", "--file", "-"}, long_text).status, 0);
+    EXPECT_EQ(run_qvx({"show", "w.qvx", "long"}).out, long_text);
+    const std::string before = file_bytes("w.qvx");
+    for (const size_t size : {size_t{300000}, size_t{400000}}) {
+        const Outcome refused =
+            run_qvx({"set", "w.qvx", "more", "--file", "-"}, std::string(size, 'z'));
+        EXPECT_EQ(refused.status, 3);
+        EXPECT_NE(refused.err.find("OUT OF MEMORY\n"), std::string::npos);
+        EXPECT_EQ(file_bytes("w.qvx"), before);
+    }
+}
+
+// The longest text that is accepted, of line feeds, which grow on reading.
+TEST_F(QvxWebs, WhatIsSavedCanBeReadAgain) {
+    size_t fits = 170000;
+    for (size_t fails = 190000; fails - fits > 1;) {
+        const size_t size = (fits + fails) / 2;
+        const std::vector<std::string> set = {"set", "w.qvx", "lines", "--file", "-"};
+        const int status = run_qvx(set, std::string(size, '\n')).status;
+        ASSERT_TRUE(status == 0 || status == 3);
+        (status == 0 ? fits : fails) = size;
+    }
+    const Outcome shown = run_qvx({"show", "w.qvx", "lines"});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(shown.err, "qvx: w.qvx: short on memory: fewer than 100 blocks are left\n");
+    EXPECT_EQ(run_qvx({"rm", "w.qvx", "lines"}).status, 0);
+}
+
+TEST_F(QvxWebs, HelpVersionAndUsage) {
+    for (const char *command : {"new", "list", "show", "set", "rm", "convert", "report", "check"}) {
+        SCOPED_TRACE(command);
+        const Outcome help = run_qvx({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_NE(help.out.find(std::string("qvx ") + command), std::string::npos);
+        EXPECT_EQ(run_qvx({command, "--version"}).out, run_qvx({"--version"}).out);
+        const Outcome wrong = run_qvx({command, "--bogus"});
+        EXPECT_EQ(wrong.status, 2);
+        EXPECT_EQ(wrong.err.compare(0, 5, "qvx: "), 0);
+    }
+    const std::vector<std::string> misuses[] = {
+        {},
+        {"report", "w.qvx", "--type", "list"},
+        {"report", "w.qvx", "--all", "--cell", "home"},
+        {"set", "w.qvx", "a", "--text", "x", "--file", "y"}};
+    for (const auto &arguments : misuses) {
+        EXPECT_EQ(run_qvx(arguments).status, 2);
+    }
 }
 
 }  // namespace

@@ -113,6 +113,8 @@ TEST_F(Faults, FileCommandsAtEveryAllocation) {
         {"save", [] { doc_command_save(); }, false, true},
         {"save as", [] { doc_command_save_as(); }, false, false},
         {"new", [] { doc_command_new(); }, true, false},
+        {"store", [] { store_text_pane(1); }, false, false},
+        {"show", refresh_views, false, false},
         {"new, saved",
          [] {
              host().save_changes = {true};

@@ -1,12 +1,15 @@
 // The cell index, the cells' records and their values.
 #include "tests/engine/engine_test.h"
 
+#include "core/numbers.h"
 #include "core/text.h"
 #include "web/cells.h"
 #include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"
+
+#include <cfloat>
 
 using Index = EngineTest;
 
@@ -52,6 +55,7 @@ TEST_F(Index, TakesNoCellForAnAnswer) {
 // Any tree; kinds decide whether a name is taken.
 TEST_F(Index, InsertsByNameTextToo) {
     CellHandle root = 0;
+    cell_name_string(index_root());
     auto insert = [&](BlockHandle name, uint16_t kind) {
         return index_find_or_insert_text(name, &root, kind);
     };
@@ -84,6 +88,7 @@ TEST_F(Index, ValuesAreTextAndNumberInStep) {
         uint8_t flags;
     };
     for (Row row : {Row{"abc", 0, 1}, Row{"3.50 kg", 3.5, 1}, Row{"{NxN}", 0, 3}, Row{"{NAN", 0, 1},
+                    Row{"{nan}", 0, 1}, Row{" -1e999", -DBL_MAX, 1},
                     Row{"                         5", 0, 1}}) {  // 24 characters count
         BlockHandle value = val_from_text(text_from_cstring(row.text));
         EXPECT_EQ(val_number(value), row.number) << row.text;
@@ -111,11 +116,21 @@ TEST_F(Index, ValuesAreTextAndNumberInStep) {
     }
 }
 
-TEST_F(Index, TheZoomIsClamped) {
+TEST_F(Index, OptionsClampApplyAndReturnToTheirDefaults) {
     for (auto [set, stored] : {std::pair(25, 20), std::pair(-11, -10), std::pair(7, 7)}) {
         set_option_zoom(set);
         EXPECT_EQ(option_zoom(), stored);
     }
+    set_option_font_name(std::string(300, 'f').c_str());
+    EXPECT_EQ(option_font_name(), std::string(255, 'f'));
+    set_option_nfmt(k_number_fixed);
+    set_option_ndec(3);
+    EXPECT_STREQ(option_number_text(2), "2.000");
+    set_option_ndec(16);
+    EXPECT_EQ(option_number_format()->digits, 2);
     option_defaults();
+    EXPECT_STREQ(option_font_name(), "Tahoma");
+    EXPECT_EQ(option_font_size(), 90);
     EXPECT_EQ(option_zoom(), 0);
+    EXPECT_EQ(option_dclick_create() + option_dclick_ask(), 2);
 }

@@ -103,9 +103,14 @@ TEST_F(Links, AListOfAnyKindsOfEntries) {
         }
     }
     EXPECT_EQ(blocks_in_use(), before + 2 + 2 * 2);
-    cell_set_out_pointers(index_root(), list);
-    EXPECT_FALSE(links_name(index_root(), index_root()));
-    EXPECT_EQ(link_list_next(list), nullptr) << "still at the end";
-    links_drop(index_root());
+    link_list_first(list);
+    for (int i = 1; i < 8; ++i) {
+        EXPECT_NE(link_list_next(list), nullptr) << "a block has eight";
+    }
+    for (int past_end = 0; past_end < 2; ++past_end) {
+        EXPECT_EQ(link_list_next(list), nullptr);
+    }
+    EXPECT_FALSE(link_list_names(list, 0) || link_list_names(list, -1) || link_list_names(0, 0));
+    link_list_free(list);
     EXPECT_EQ(blocks_in_use(), before);
 }

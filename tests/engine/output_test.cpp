@@ -16,8 +16,10 @@
 #include "web/links.h"
 #include "web/options.h"
 
+#include <csignal>
 #include <filesystem>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace std::string_literals;
@@ -221,18 +223,28 @@ TEST_F(Stream, AFileThatCannotBeClosedIsShown) {
     }
 }
 
+// A write fails, or the disk is full in the middle of it.
 TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
     const std::string text(3 * k_byte_buffer_size - 5, 't');
     const std::string failure = "status UNABLE TO WRITE TO WEB FILE";
-    for (uint32_t n = 0; n <= 3; ++n) {
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit no_limit;
+    getrlimit(RLIMIT_FSIZE, &no_limit);
+    for (uint32_t i = 0; i <= 6; ++i) {
+        const size_t room = i / 2 * k_byte_buffer_size + i % 2 * 7;
+        const rlimit limit = {room, no_limit.rlim_max};
         ErrorCode code = 1;
-        byte_stream_fail_write_after(static_cast<int32_t>(n));
         std::string written;
-        Log log = log_of([&] { written = file_report(text, &code); });
-        byte_stream_fail_write_after(-1);
-        EXPECT_EQ(written, text.substr(0, size_t{n} * k_byte_buffer_size));
-        EXPECT_EQ(code, n < 3 ? k_cannot_write_web : 0) << n;
-        EXPECT_EQ(std::count(log.begin(), log.end(), failure), n < 3 ? 1 : 0);
+        Log log = log_of([&] {
+            byte_stream_fail_write_after(i % 2 == 0 ? static_cast<int32_t>(i / 2) : -1);
+            setrlimit(RLIMIT_FSIZE, i % 2 == 0 ? &no_limit : &limit);
+            written = file_report(text, &code);
+            setrlimit(RLIMIT_FSIZE, &no_limit);
+            byte_stream_fail_write_after(-1);
+        });
+        EXPECT_EQ(written, text.substr(0, room));
+        EXPECT_EQ(code, i < 6 ? k_cannot_write_web : 0) << i;
+        EXPECT_EQ(std::count(log.begin(), log.end(), failure), i < 6 ? 1 : 0);
         EXPECT_EQ(log.back(), "resting Ready");
         EXPECT_FALSE(is_busy());
     }
@@ -247,22 +259,9 @@ TEST_F(Stream, ATextIsCutAt4095Characters) {
     EXPECT_EQ(host().console, std::string(4095, 'x') + "\n");
 }
 
-// Every command may arrive from a message that the pump lets through.
-TEST_F(Stream, EveryCommandIsRefusedWhileItIsOpen) {
+// They may arrive from a message that the pump lets through; so may cell_ops_test.cpp's.
+TEST_F(Stream, FileCommandsAndReportsAreRefusedWhileItIsOpen) {
     static const std::function<void()> commands[] = {
-        [] { go_to_cell(cell_lookup("b")); },
-        [] { go_to_name("b"); },
-        [] { EXPECT_EQ(new_cell("new"), 0); },
-        [] { EXPECT_EQ(clone_cell("new"), 0); },
-        delete_cell,
-        previous_cell,
-        next_cell,
-        first_cell,
-        last_cell,
-        go_home,
-        back,
-        forward,
-        [] { jump_to_trail_entry("home"); },
         [] { EXPECT_EQ(doc_command_new(), k_output_in_use); },
         [] { EXPECT_EQ(doc_command_open(), k_output_in_use); },
         [] { EXPECT_EQ(doc_command_open_path("/tmp/x.qvx"), k_output_in_use); },

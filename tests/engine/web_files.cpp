@@ -4,6 +4,7 @@
 #include "file/web_reader.h"
 #include "file/web_writer.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <set>
 
@@ -11,9 +12,24 @@
 
 namespace {
 
-ssize_t write_to_string(void *cookie, const char *bytes, size_t size) {
-    static_cast<std::string *>(cookie)->append(bytes, size);
-    return static_cast<ssize_t>(size);
+// A file on a disk with so much room, or one that can be read so far.
+struct File {
+    std::string bytes;
+    size_t room;
+};
+
+ssize_t write_to_file(void *cookie, const char *bytes, size_t size) {
+    File *file = static_cast<File *>(cookie);
+    const size_t taken = std::min(size, file->room - file->bytes.size());
+    file->bytes.append(bytes, taken);
+    return static_cast<ssize_t>(taken);
+}
+
+ssize_t read_from_file(void *cookie, char *buffer, size_t size) {
+    File *file = static_cast<File *>(cookie);
+    const size_t taken = file->bytes.copy(buffer, std::min(size, file->room));
+    file->bytes.erase(0, taken);
+    return taken > 0 ? static_cast<ssize_t>(taken) : -1;
 }
 
 struct ScratchFiles {
@@ -41,15 +57,24 @@ int parse_web(const std::string &bytes) {
     return code;
 }
 
-std::string written_web(int *code) {
-    std::string bytes;
-    FILE *file = fopencookie(&bytes, "wb", {nullptr, write_to_string, nullptr, nullptr});
+int read_web_then_fail(const std::string &bytes) {
+    File cookie = {bytes, 100};
+    FILE *file = fopencookie(&cookie, "rb", {read_from_file, nullptr, nullptr, nullptr});
+    int code = web_read(file);
+    fclose(file);
+    refresh_views();
+    return code;
+}
+
+std::string written_web(int *code, size_t room) {
+    File cookie = {"", room};
+    FILE *file = fopencookie(&cookie, "wb", {nullptr, write_to_file, nullptr, nullptr});
     int result = web_write(file);
     fclose(file);
     if (code != nullptr) {
         *code = result;
     }
-    return bytes;
+    return cookie.bytes;
 }
 
 std::string scratch_path(const std::string &name) {

@@ -10,8 +10,12 @@ int read_web(const std::string &bytes);
 // Without the views.
 int parse_web(const std::string &bytes);
 
-// What web_write() makes of the web; its result goes to *code where one is given.
-std::string written_web(int *code = nullptr);
+// What web_write() makes of the web in a file that has room for so many bytes; its result goes to
+// *code where one is given.
+std::string written_web(int *code = nullptr, size_t room = SIZE_MAX);
+
+// Reads a web, views included, from a file whose reading fails behind its last byte.
+int read_web_then_fail(const std::string &bytes);
 
 // A path that no other test uses at the same time; the file goes when the process ends.
 std::string scratch_path(const std::string &name);

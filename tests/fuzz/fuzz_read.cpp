@@ -6,6 +6,7 @@
 #include "tests/engine/web_files.h"
 
 #include "core/names.h"
+#include "core/numbers.h"
 #include "web/cells.h"
 #include "web/options.h"
 
@@ -18,14 +19,25 @@ void read_and_check(const std::string &bytes, bool ours) {
     require(code == 0 || (code == -44 && !ours), [=] { return "code " + std::to_string(code); });
 }
 
-// Long names are cut and an interval of 0 is raised when they are read the next time.
+// A number too long for fixed form is rounded by its exponent form, and what it then is may fit.
+bool keeps_its_text(double number) {
+    const std::string text = option_number_text(number);
+    double read = 0;
+    number_parse(text.c_str(), &read);
+    return option_number_text(read) == text;
+}
+
+// Such numbers change, long names are cut and an interval of 0 is raised when they are read the
+// next time.
 bool is_settled(const Names &names) {
     for (const std::string &name : names) {
         if (name.size() > k_cellname_max) {
             return false;
         }
     }
-    return option_xintrvls() != 0 && option_yintrvls() != 0;
+    return option_xintrvls() != 0 && option_yintrvls() != 0 && keeps_its_text(option_xmax()) &&
+           keeps_its_text(option_xmin()) && keeps_its_text(option_ymax()) &&
+           keeps_its_text(option_ymin());
 }
 
 }  // namespace
