@@ -91,7 +91,7 @@ run_windows() {
     start_display 1024x768
     export -f run_in_wine
     export build results wine
-    for folder in tests/desktop tests/shell; do
+    for folder in tests/desktop tests/shell tests/monkey; do
         [ -f "$folder/CMakeLists.txt" ] || continue
         name=$(basename "$folder")
         suite "$name" bash -c 'run_in_wine "$1"' - "$name"

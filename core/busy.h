@@ -8,5 +8,6 @@ void busy_set(bool busy);
 
 bool is_busy();
 
-// True while output is under way, after showing "OUTPUT IN USE": the caller then does nothing.
+// True while output is under way, after showing "OUTPUT IN USE", and while the offer to save and
+// exit stands open: the caller then does nothing.
 bool refused_while_busy();

@@ -83,6 +83,23 @@ TEST_F(OutOfMemory, ChoosingInTheListWithTheMouseIsSafe) {
     EXPECT_EQ(pane_text(text_pane()).size(), 4000U);
 }
 
+// A command that still waited would show another cell in the middle of showing this one.
+TEST_F(OutOfMemory, CommandsWaitForTheAnswerToTheOffer) {
+    start(web_of("Hi", cell_of("plan", "a plan") + cell_of("words", "some words")));
+    while (blocks_free() > 100) {
+        block_alloc(k_block_plain);
+    }
+    answer_with("Short On Memory--Save And Exit?", [](HWND dialog) {
+        answers_begin_refusing();
+        command(CMD_CELL_NEXT);
+        press_button(dialog, IDCANCEL);
+    });
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(text_pane_cell(), current_cell());
+    EXPECT_EQ(pane_text(text_pane()), "a plan");
+}
+
 TEST_F(OutOfMemory, ShortOnMemoryOffersTheWayOut) {
     start_in_text(web_of("Hi"));
     type(text_pane(), "Oh ");
