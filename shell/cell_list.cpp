@@ -101,8 +101,10 @@ ListItem cell_list_insert_item(CellHandle cell) {
 }
 
 // Inserting in place costs a search of the whole list for each item, so that the control sorts
-// once, by the same order.
+// once, by the same order. A command that came while quitting asked may have made a cell, and an
+// item with it, in the list that was cleared for the end.
 void cell_list_fill() {
+    cell_list_clear();
     SendMessageW(list.window, WM_SETREDRAW, FALSE, 0);
     CellHandle root = index_root();
     for (CellHandle cell = index_first(root); cell != 0; cell = index_next(cell)) {

@@ -47,6 +47,19 @@ TEST_F(CellList, ClickGoesToTheCellAndTheProgramsOwnSelectionDoesNot) {
     EXPECT_EQ(selected_item(), "home");
 }
 
+TEST_F(CellList, HasACellOnceThatWasMadeWhileQuittingAsked) {
+    start();
+    set_web_changed(true);
+    answer_with("Save current changes in (untitled)?", [](HWND dialog) {
+        new_cell("plan");
+        press_button(dialog, IDYES);
+    });
+    answer("Save As", IDCANCEL);
+    command(CMD_QUIT);
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(selected_item(), "plan");
+}
+
 TEST_F(CellList, KeysStepAndNothingElseDoes) {
     start(web_of("", cell_of("alpha", "") + cell_of("plan", "")));
     press(list(), VK_DOWN);
