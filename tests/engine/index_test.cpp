@@ -56,14 +56,12 @@ TEST_F(Index, TakesNoCellForAnAnswer) {
 TEST_F(Index, InsertsByNameTextToo) {
     CellHandle root = 0;
     cell_name_string(index_root());
-    auto insert = [&](BlockHandle name, uint16_t kind) {
-        return index_find_or_insert_text(name, &root, kind);
-    };
-    const CellHandle alpha = insert(text_from_cstring("alpha"), k_cell_live);
-    const BlockHandle again = text_from_cstring("ALPHA");
+    BlockHandle again = text_from_cstring("alpha");
+    const CellHandle alpha = index_find_or_insert_text(again, &root, k_cell_live);
+    again = text_from_cstring("ALPHA");
     EXPECT_EQ(root, alpha);
-    EXPECT_EQ(insert(again, k_cell_live), alpha);
-    EXPECT_EQ(insert(again, k_cell_deleted), 0);
+    EXPECT_EQ(index_find_or_insert_text(again, &root, k_cell_live), alpha);
+    EXPECT_EQ(index_find_or_insert_text(again, &root, k_cell_deleted), 0);
     const CellHandle equal = index_insert(again, &root, k_cell_live);
     EXPECT_EQ(node_right(alpha), equal) << "an equal name goes to the right";
     cell_set_kind(equal, k_cell_deleted);

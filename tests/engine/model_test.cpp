@@ -1,22 +1,15 @@
 // Random operations on the engine and on a naive model of it; after each, everything that a user
 // can see must be the same, and the arena sound.
 #include "tests/engine/engine_test.h"
+#include "tests/engine/report_model.h"
 
 #include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/trail.h"
 
-#include <cctype>
 #include <random>
 
 namespace {
-
-std::string folded(std::string name) {
-    for (char &c : name) {
-        c = c == '_' ? ' ' : static_cast<char>(toupper(c));
-    }
-    return name;
-}
 
 // Names and texts are folded. The map's order is here that of the cell list.
 struct Model {
@@ -89,7 +82,7 @@ void step(Model *m, std::mt19937 *random, uint32_t *lost) {
                                         "X 1",  "beta", "BETA", "c1",  "c2"};
     size_t pick = (*random)() % 12;
     std::string typed = pick < std::size(names) ? names[pick] : std::string(48, 'n');
-    std::string name = folded(typed);
+    std::string name = model_fold(typed);
     bool agree = (*random)() % 3 != 0;
     bool there = m->cells.contains(name);
     host().yes_no = {agree};
@@ -193,7 +186,7 @@ TEST_F(EngineTest, RandomOperationsAgreeWithTheModel) {
                 Names state = visible_state();
                 for (std::string &line : state) {
                     size_t at = line.find(' ') + 1;
-                    line = line.substr(0, at) + (at > 0 ? folded(line.substr(at)) : line);
+                    line = line.substr(0, at) + (at > 0 ? model_fold(line.substr(at)) : line);
                 }
                 ASSERT_EQ(state, visible_state(model));
             }

@@ -56,16 +56,6 @@ Log log_of(const std::function<void()> &body) {
     return take_log();
 }
 
-// Lets the n-th pump of the report cancel it.
-void cancel_at_pump(uint32_t n) {
-    host().pumps = 0;
-    host().on_pump = [n] {
-        if (host().pumps == n) {
-            output_abort();
-        }
-    };
-}
-
 }  // namespace
 
 TEST_F(Stream, EscapesAndQuotes) {
@@ -178,13 +168,13 @@ TEST_F(Stream, AFileThatCannotBeMadePutsReadyBack) {
 TEST_F(Stream, CancellingStopsAtTheCharacterInHand) {
     const std::string text(200, 't');
     for (uint32_t n : {1U, 47U, 48U, 49U, 200U}) {
-        cancel_at_pump(n);
+        at_pump(n, output_abort);
         EXPECT_EQ(
             log_of([&] { EXPECT_EQ(write_report(text), k_aborted); }),
             (Log{"resting Working...", "console_clear", "output_began console", "output_ended",
                  "resting Ready", "status OPERATION ABORTED", "status OUTPUT ABORTED"}));
         EXPECT_EQ(host().console, text.substr(0, n));
-        cancel_at_pump(n);
+        at_pump(n, output_abort);
         ErrorCode code = 0;
         EXPECT_EQ(file_report(text, &code), text.substr(0, n - 1));
         EXPECT_EQ(code, k_aborted);
@@ -274,14 +264,11 @@ TEST_F(Stream, FileCommandsAndReportsAreRefusedWhileItIsOpen) {
     new_cell("a");
     set_web_changed(true);
     const std::string web = written_web();
-    host().on_pump = [] {
-        if (host().pumps == 2) {
-            for (const auto &command : commands) {
-                EXPECT_EQ(log_of(command), Log{"status OUTPUT IN USE"});
-            }
+    at_pump(2, [] {
+        for (const auto &command : commands) {
+            EXPECT_EQ(log_of(command), Log{"status OUTPUT IN USE"});
         }
-    };
-    host().pumps = 0;
+    });
     EXPECT_EQ(write_report("report"), 0);
     EXPECT_EQ(host().console, "report");
     EXPECT_EQ(written_web(), web);

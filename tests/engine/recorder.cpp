@@ -119,6 +119,15 @@ void type_text(const std::string &text) {
     set_web_changed(true);
 }
 
+void at_pump(uint32_t n, const std::function<void()> &run) {
+    host().pumps = 0;
+    host().on_pump = [=] {
+        if (host().pumps == n) {
+            run();
+        }
+    };
+}
+
 std::string check_cell_list() {
     std::vector<CellHandle> cells = live_cells();
     for (CellHandle c : cells) {
@@ -248,25 +257,18 @@ const char *selected_text() {
 
 void selected_text_free() {}
 
-void configure_panes() {
-    note("configure_panes");
-}
-
-void refresh_cellname_list() {
-    note("refresh_cellname_list");
-}
-
-void show_cell_list() {
-    note("show_cell_list");
-}
+#define LOGGED(function)                                                                           \
+    void function() {                                                                              \
+        note(#function);                                                                           \
+    }
+LOGGED(configure_panes)
+LOGGED(refresh_cellname_list)
+LOGGED(show_cell_list)
+LOGGED(hide_text_caret)
 
 void set_window_title(const char *title) {
     note(std::string("title ") + title);
     host().title = title;
-}
-
-void hide_text_caret() {
-    note("hide_text_caret");
 }
 
 static void select_current_item() {

@@ -60,6 +60,9 @@ bool run_command(const std::function<void()> &body);
 // Types into the text pane: its text becomes this one, and both it and the web count as changed.
 void type_text(const std::string &text);
 
+// Runs this in the n-th call of pump_messages() from now on.
+void at_pump(uint32_t n, const std::function<void()> &run);
+
 // The cell list has exactly the live cells, each under the token that its record holds; "" or what
 // is wrong.
 std::string check_cell_list();

@@ -24,26 +24,14 @@ struct ModelCells {
     std::map<std::string, size_t> by_name;  // folded
 };
 
-std::string fold(const std::string &name) {
-    std::string key;
-    for (char c : name) {
-        key.push_back(c == '_' ? ' ' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c);
-    }
-    return key;
-}
-
 ModelCells model_cells() {
     ModelCells cells;
     for (CellHandle c = live_from(index_first(index_root())); c != 0;
          c = live_from(index_next(c))) {
-        cells.by_name[fold(name_string(c))] = cells.all.size();
+        cells.by_name[model_fold(name_string(c))] = cells.all.size();
         cells.all.push_back({name_string(c), text_string(cell_text(c)).substr(0, k_seen)});
     }
     return cells;
-}
-
-bool letter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
 Names words_of(const std::string &text) {
@@ -51,10 +39,10 @@ Names words_of(const std::string &text) {
     bool inside = false;
     for (char c : text) {
         bool goes_on = inside && ((c >= '0' && c <= '9') || c == '_');
-        if (letter(c) && !inside) {
+        if (model_letter(c) && !inside) {
             words.emplace_back();
         }
-        inside = letter(c) || goes_on;
+        inside = model_letter(c) || goes_on;
         if (inside) {
             words.back().push_back(c);
         }
@@ -65,7 +53,7 @@ Names words_of(const std::string &text) {
 constexpr size_t k_no_cell = SIZE_MAX;
 
 size_t find_cell(const ModelCells &cells, const std::string &name) {
-    auto found = cells.by_name.find(fold(name));
+    auto found = cells.by_name.find(model_fold(name));
     return found != cells.by_name.end() ? found->second : k_no_cell;
 }
 
@@ -150,6 +138,18 @@ std::vector<size_t> reported(const ModelCells &cells) {
 }
 
 }  // namespace
+
+bool model_letter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+std::string model_fold(const std::string &name) {
+    std::string key;
+    for (char c : name) {
+        key.push_back(c == '_' ? ' ' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c);
+    }
+    return key;
+}
 
 std::string model_stream(const std::string &characters) {
     std::string out;

@@ -4,6 +4,11 @@
 #include <cstdint>
 #include <string>
 
+bool model_letter(char c);
+
+// A name in the spelling under which it is compared.
+std::string model_fold(const std::string &name);
+
 // What leaves the stream for these characters: the escape rules applied.
 std::string model_stream(const std::string &characters);
 

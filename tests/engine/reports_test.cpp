@@ -94,12 +94,7 @@ TEST_P(ReportTypes, InterruptedAnywhereDropsTheListsAndTheNextReportWorks) {
         const std::string whole = report(GetParam(), all);
         const uint16_t blocks = blocks_in_use();
         for (uint32_t n = 1; n <= whole.size(); ++n) {
-            host().pumps = 0;
-            host().on_pump = [=] {
-                if (host().pumps == n) {
-                    run_command(cancelled ? output_abort : run_out_of_blocks);
-                }
-            };
+            at_pump(n, [=] { run_command(cancelled ? output_abort : run_out_of_blocks); });
             set_option_odest(to_file ? k_output_file : k_output_console);
             output_set_path(to_file ? path.c_str() : nullptr);
             const std::string cut = report(GetParam(), all);
@@ -121,11 +116,7 @@ TEST_P(ReportTypes, InterruptedAnywhereDropsTheListsAndTheNextReportWorks) {
 
 TEST_F(Reports, WhatIsTypedDuringAReportIsKept) {
     make_linked_web();
-    host().on_pump = [] {
-        if (host().pumps == 3) {
-            type_text("typed meanwhile");
-        }
-    };
+    at_pump(3, [] { type_text("typed meanwhile"); });
     take_log();
     report(k_report_fmt, true);
     EXPECT_EQ(take_log(),

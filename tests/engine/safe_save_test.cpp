@@ -68,30 +68,6 @@ TEST_F(SafeSave, TheCopyGoesOnlyWhenTheNewFileIsWhole) {
     EXPECT_FALSE(is_there(place.copy));
 }
 
-TEST_F(SafeSave, PermissionsAndLinksStay) {
-    Place place = fresh_place();
-    make_file(place.path, k_whole);
-    chmod(place.path.c_str(), 0640);
-    ASSERT_EQ(doc_open(place.path.c_str()), 0);
-    EXPECT_EQ(doc_save(), 0);
-    struct stat status;
-    stat(place.path.c_str(), &status);
-    EXPECT_EQ(status.st_mode & 0777, 0640U);
-
-    std::string link = place.path + ".link.qvx";
-    unlink(link.c_str());
-    ASSERT_EQ(symlink(place.path.c_str(), link.c_str()), 0);
-    ASSERT_EQ(doc_open(link.c_str()), 0);
-    EXPECT_EQ(save_with_failing_writes(), -4);
-    EXPECT_TRUE(web_file_is_whole((link + "~").c_str()));
-    lstat(link.c_str(), &status);
-    EXPECT_TRUE(S_ISLNK(status.st_mode));
-    EXPECT_EQ(doc_save(), 0);
-    EXPECT_TRUE(web_file_is_whole(place.path.c_str()));
-    EXPECT_FALSE(is_there(link + "~"));
-    unlink(link.c_str());
-}
-
 TEST_F(SafeSave, WhatIsNoFileIsLeftAlone) {
     Place place = fresh_place();
     mkdir(place.copy.c_str(), 0700);

@@ -3,6 +3,8 @@
 // The input: a byte each for number kind and digits; two strings, each ended by a zero.
 #include "tests/fuzz/fuzz_target.h"
 
+#include "tests/engine/report_model.h"
+
 #include "core/names.h"
 #include "core/numbers.h"
 #include "core/text.h"
@@ -18,31 +20,20 @@ namespace {
 
 constexpr size_t k_longest = 4000;
 
-bool letter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-std::string fold(const std::string &s) {
-    std::string folded;
-    for (char c : s) {
-        folded.push_back(c == '_' ? ' ' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c);
-    }
-    return folded;
-}
-
 int sign(int n) {
     return n < 0 ? -1 : n > 0 ? 1 : 0;
 }
 
 void check_names(const std::string &s) {
     size_t first = 0;
-    while (first < s.size() && !letter(s[first])) {
+    while (first < s.size() && !model_letter(s[first])) {
         ++first;
     }
     std::string buffer = s;
     cellname_normalise(buffer.data());
     require(buffer.c_str() == s.substr(first, k_cellname_max), "a name is normalised wrongly");
-    require(cellname_valid(s.c_str()) == (!s.empty() && letter(s[0])), "a name is judged wrongly");
+    require(cellname_valid(s.c_str()) == (!s.empty() && model_letter(s[0])),
+            "a name is judged wrongly");
 }
 
 void check_texts(const std::string &a, const std::string &b) {
@@ -50,7 +41,7 @@ void check_texts(const std::string &a, const std::string &b) {
     BlockHandle x = text_from_cstring(a.c_str());
     BlockHandle y = text_from_cstring(b.c_str());
     // char_traits compare bytes as unsigned: 0x80 and above last.
-    const int order = sign(fold(a).compare(fold(b)));
+    const int order = sign(model_fold(a).compare(model_fold(b)));
     require(sign(text_compare(x, y)) == order, "two texts compare wrongly");
     require(sign(text_compare(y, x)) == -order, "two texts compare wrongly the other way");
     require(sign(text_compare_cstring(x, b.c_str())) == order, "a text and a string");

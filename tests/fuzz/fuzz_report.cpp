@@ -40,15 +40,6 @@ std::string console_report() {
     return host().console;
 }
 
-void cancel_at_pump(uint32_t n) {
-    host().pumps = 0;
-    host().on_pump = [n] {
-        if (host().pumps == n) {
-            output_abort();
-        }
-    };
-}
-
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
@@ -76,11 +67,11 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     require(console_report() == expected,
             [&] { return "the console has\n" + host().console + "\nnot\n" + expected; });
     require(file_report() == model_newlines(expected, option_onewl()), "the file is different");
-    cancel_at_pump(cancelled_at);
+    at_pump(cancelled_at, output_abort);
     const std::string cut = console_report();
     require(cut == (cancelled_at == 0 ? expected : expected.substr(0, cancelled_at)),
             "a cancelled report is not cut where it was cancelled");
-    cancel_at_pump(cancelled_at);
+    at_pump(cancelled_at, output_abort);
     file_report();
     host().on_pump = nullptr;
     require(console_report() == expected, "the report after a cancelled one differs");
