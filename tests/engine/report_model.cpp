@@ -2,6 +2,7 @@
 
 #include "tests/engine/engine_test.h"
 
+#include "core/numbers.h"
 #include "core/text.h"
 #include "web/cells.h"
 #include "web/options.h"
@@ -149,6 +150,16 @@ std::string model_fold(const std::string &name) {
         key.push_back(c == '_' ? ' ' : c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c);
     }
     return key;
+}
+
+std::string model_number_text(double value, uint8_t kind, int digits) {
+    char text[500];
+    const char *pattern = kind == 0 ? "%.*f" : kind == 1 ? "%.*e" : "%.*g";
+    int length = snprintf(text, sizeof text, pattern, digits, value);
+    for (; length > static_cast<int>(k_number_text_max); --digits) {
+        length = snprintf(text, sizeof text, "%.*e", digits, value);
+    }
+    return text;
 }
 
 std::string model_stream(const std::string &characters) {

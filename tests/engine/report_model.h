@@ -9,6 +9,10 @@ bool model_letter(char c);
 // A name in the spelling under which it is compared.
 std::string model_fold(const std::string &name);
 
+// A number as this machine's C library writes it, in exponent form and with fewer digits where it
+// is longer than a number's text may be.
+std::string model_number_text(double value, uint8_t kind, int digits);
+
 // What leaves the stream for these characters: the escape rules applied.
 std::string model_stream(const std::string &characters);
 

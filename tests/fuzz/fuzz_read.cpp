@@ -16,7 +16,7 @@ constexpr size_t k_longest = 20000;  // surely fits the arena
 
 void read_and_check(const std::string &bytes, bool ours) {
     int code = parse_web(bytes);
-    require(code == 0 || (code == -44 && !ours), [=] { return "code " + std::to_string(code); });
+    require(code == 0 || (code == -44 && !ours), "a wrong code");
 }
 
 // A number too long for fixed form is rounded by its exponent form, and what it then is may fit.

@@ -8,19 +8,12 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
-// Ends the program, as a crash, with the sentence.
+// Ends the program, as a crash, with the sentence; where required, when the condition does not
+// hold.
 [[noreturn]] void fail(const std::string &sentence);
-
-// Does so when the condition does not hold. A sentence that costs something is made only then, by a
-// function.
 inline void require(bool condition, const char *sentence) {
     if (!condition) {
         fail(sentence);
-    }
-}
-template <typename Sentence> void require(bool condition, Sentence sentence) {
-    if (!condition) {
-        fail(sentence());
     }
 }
 
