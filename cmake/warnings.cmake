@@ -7,11 +7,12 @@ if(NOT QUORVANE_SANITIZE AND NOT QUORVANE_COVERAGE)
     target_compile_options(quorvane_warnings INTERFACE -Wframe-larger-than=3500)
 endif()
 
-# What the engine and the shell give up so that they can run on the handheld. Functions have
-# sections of their own and unused ones are dropped; data does not, because the arena's zeros would
-# then be written into the Windows executable. Nothing is ever unwound, so no unwind tables either.
+# What the engine and the shell give up so that they can run on the handheld: nothing is ever unwound,
+# so there are no unwind tables either. In the small build functions share their file's section,
+# because this linker pads each section by more than the few unused functions take. Data never has
+# sections of its own: the arena's zeros would then be written into the Windows executable.
 add_library(quorvane_portable INTERFACE)
 target_compile_options(quorvane_portable INTERFACE
-    -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffunction-sections
+    -fno-exceptions -fno-rtti -fno-threadsafe-statics
     $<$<CONFIG:MinSizeRel>:-fno-asynchronous-unwind-tables>)
 target_include_directories(quorvane_portable INTERFACE ${PROJECT_SOURCE_DIR})

@@ -45,6 +45,16 @@ inline int byte_output_write(ByteOutput *out, const char *bytes, uint32_t n) {
     return 0;
 }
 
+// The same for the first n of 16 bytes, without a call where all 16 have room.
+inline int byte_output_write_short(ByteOutput *out, const char (&bytes)[16], uint32_t n) {
+    if (sizeof bytes > k_byte_buffer_size - out->fill) {
+        return byte_output_write_through(out, bytes, n);
+    }
+    memcpy(out->bytes + out->fill, bytes, sizeof bytes);
+    out->fill += n;
+    return 0;
+}
+
 // Writes what is left and makes sure that the file took it; 0, or -4, which is then shown.
 int byte_output_flush(ByteOutput *out);
 

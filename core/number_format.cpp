@@ -26,15 +26,18 @@ struct Decimal {
     char digits[k_integer_digits + k_fraction_digits + 18];
 };
 
-static struct Numbers {
+static struct Formats {
     NumberFormat requested;
     NumberFormat in_force;
     double zero;
     double one;
+} formats = {{k_number_general, 2, 24, '.'}, {k_number_general, 2, 24, '.'}, 0.0, 1.0};
+
+static struct Numbers {
     Decimal decimal;
     uint32_t words[k_words];
     char text[k_integer_digits + k_max_digits + 8];
-} numbers = {{k_number_general, 2, 24, '.'}, {k_number_general, 2, 24, '.'}, 0.0, 1.0, {}, {}, {}};
+} numbers;
 
 void put_limb(char *to, uint32_t limb) {
     for (int32_t i = 8; i >= 0; --i) {
@@ -282,20 +285,20 @@ void number_format_set(NumberFormat *format) {
     if (format->width > k_max_width) {
         format->width = k_max_width;
     }
-    numbers.requested = *format;
-    numbers.in_force = *format;
-    numbers.zero = 0.0;
-    numbers.one = 1.0;
+    formats.requested = *format;
+    formats.in_force = *format;
+    formats.zero = 0.0;
+    formats.one = 1.0;
 }
 
 const NumberFormat *number_format_in_force() {
-    return &numbers.in_force;
+    return &formats.in_force;
 }
 
 double number_zero() {
-    return numbers.zero;
+    return formats.zero;
 }
 
 double number_one() {
-    return numbers.one;
+    return formats.one;
 }

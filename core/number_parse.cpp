@@ -97,7 +97,7 @@ void int16_format(int32_t value, char *buffer) {
     *buffer = 0;
 }
 
-// Only the decimal prefix reaches strtod: C libraries differ in what else they take.
+// Only the decimal prefix reaches the C library: they differ in what else they take.
 int number_parse(const char *text, double *value) {
     const char *start = skip_blanks(text);
     size_t length = static_cast<size_t>(decimal_end(start) - start);
@@ -106,7 +106,7 @@ int number_parse(const char *text, double *value) {
     }
     memcpy(scratch.number, start, length);
     scratch.number[length] = 0;
-    double number = length > 0 ? strtod(scratch.number, nullptr) : 0.0;
+    double number = length > 0 ? atof(scratch.number) : 0.0;
     if (number > DBL_MAX) {
         number = DBL_MAX;
     } else if (number < -DBL_MAX) {

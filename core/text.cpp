@@ -84,25 +84,27 @@ void advance(Place *place, uint32_t n) {
     }
 }
 
-// The place of each byte in the order of names. Bytes 0x80 to 0xFF are negative, whatever `char`
-// is, and become 0xFF80 to 0xFFFF: they sort last.
-struct FoldedOrder {
-    uint16_t of[256];
+// Every byte, folded.
+struct Folding {
+    signed char of[256];
 };
 
-constexpr FoldedOrder make_folded_order() {
-    FoldedOrder order = {};
+constexpr Folding make_folding() {
+    Folding folding = {};
     for (int c = 0; c < 256; ++c) {
-        order.of[c] = static_cast<uint16_t>(static_cast<signed char>(fold_char(c)));
+        folding.of[c] = static_cast<signed char>(fold_char(c));
     }
-    return order;
+    return folding;
 }
 
-constexpr FoldedOrder k_folded_order = make_folded_order();
+constexpr Folding k_folding = make_folding();
 
+// Bytes 0x80 to 0xFF are negative, whatever `char` is, and become 0xFF80 to 0xFFFF: they sort last.
 int folded_difference(char x, char y) {
-    return static_cast<int>(k_folded_order.of[static_cast<uint8_t>(x)]) -
-           static_cast<int>(k_folded_order.of[static_cast<uint8_t>(y)]);
+    auto widen = [](char c) {
+        return static_cast<uint16_t>(k_folding.of[static_cast<uint8_t>(c)]);
+    };
+    return static_cast<int>(widen(x)) - static_cast<int>(widen(y));
 }
 
 // The folded order of the first n characters of each.

@@ -17,42 +17,39 @@ int write_string(const char *s) {
     return byte_output_write(&writer.bytes, s, static_cast<uint32_t>(strlen(s)));
 }
 
-// A tag as it stands in the file, made once for each.
+// A tag as it stands in the file, made once for each, with two places for "\n<" or "</".
 struct TagText {
+    char text[15];
     uint8_t length;
-    char text[k_tag_name_max + 3];
 };
+static_assert(2 + k_tag_name_max + 1 <= sizeof(TagText::text));
 
 struct TagTexts {
-    TagText opening[k_tag_count];
-    TagText closing[k_tag_count];
+    TagText of[k_tag_count];
 };
-
-constexpr TagText make_tag(const char *before, int tag) {
-    TagText made = {};
-    for (const char *p = before; *p != 0; ++p) {
-        made.text[made.length++] = *p;
-    }
-    for (const char *p = web_tag_name(tag); *p != 0; ++p) {
-        made.text[made.length++] = *p;
-    }
-    made.text[made.length++] = '>';
-    return made;
-}
 
 constexpr TagTexts make_tags() {
     TagTexts tags = {};
     for (int tag = 0; tag < k_tag_count; ++tag) {
-        tags.opening[tag] = make_tag("\n<", tag);
-        tags.closing[tag] = make_tag("</", tag);
+        TagText *made = &tags.of[tag];
+        made->length = 2;
+        for (const char *p = web_tag_name(tag); *p != 0; ++p) {
+            made->text[made->length++] = *p;
+        }
+        made->text[made->length++] = '>';
     }
     return tags;
 }
 
 constexpr TagTexts k_tags = make_tags();
 
-int write_tag(const TagText *tag) {
-    return byte_output_write(&writer.bytes, tag->text, tag->length);
+int write_tag(const char (&before)[3], int tag) {
+    const TagText *text = &k_tags.of[tag];
+    char whole[16];
+    static_assert(sizeof *text == sizeof whole);
+    memcpy(whole, text, sizeof whole);
+    memcpy(whole, before, 2);
+    return byte_output_write_short(&writer.bytes, whole, text->length);
 }
 
 // Writes n bytes, escaping; what needs no escape goes in runs.
@@ -165,11 +162,11 @@ int web_write(FILE *file) {
 }
 
 int web_write_open_tag(int tag) {
-    return write_tag(&k_tags.opening[tag]);
+    return write_tag("\n<", tag);
 }
 
 int web_write_close_tag(int tag) {
-    return write_tag(&k_tags.closing[tag]);
+    return write_tag("</", tag);
 }
 
 int web_write_escaped(char c) {

@@ -5,7 +5,7 @@
     make_images.py icon OUTPUT.ico PNG...
 
 The bitmap has 16 colours, because only such a one follows the system's colours on a bar. The icon
-keeps images up to 32 pixels as plain bitmaps with alpha and larger ones as PNG, which is smaller.
+keeps its images as PNG, which takes a fraction of plain bitmaps.
 """
 
 import struct
@@ -89,29 +89,25 @@ def predict(kind, left, up, corner):
     return (0, left, up, (left + up) // 2)[kind]
 
 
-def icon_bitmap(size, rows):
-    """A 32-bit bitmap, bottom row first, and behind it the mask that older systems look at."""
-    pixels, mask = b"", b""
-    for row in reversed(rows):
-        bits = 0
-        for x in range(size):
-            red, green, blue, alpha = row[4 * x:4 * x + 4]
-            pixels += bytes((blue, green, red, alpha))
-            bits = bits << 1 | (alpha < 128)
-        width = (size + 31) // 32 * 32
-        mask += (bits << width - size).to_bytes(width // 8, "big")
-    header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 32, 0, len(pixels) + len(mask),
-                         0, 0, 0, 0)
-    return header + pixels + mask
+def png_chunk(kind, body):
+    return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
+
+
+def small_png(size, rows):
+    """The same picture with 32 steps a channel, which no eye can tell, in well under the bytes."""
+    steps = bytes(round(value * 31 / 255) * 255 // 31 for value in range(256))
+    raw = b"".join(b"\0" + row.translate(steps) for row in rows)
+    header = struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + png_chunk(b"IHDR", header) +
+            png_chunk(b"IDAT", zlib.compress(raw, 9)) + png_chunk(b"IEND", b""))
 
 
 def make_icon(output, sources):
     images = []
     for source in sources:
         with open(source, "rb") as file:
-            data = file.read()
-        size, rows = read_png(data)
-        images.append((size, data if size > 32 else icon_bitmap(size, rows)))
+            size, rows = read_png(file.read())
+        images.append((size, small_png(size, rows)))
     offset = 6 + 16 * len(images)
     with open(output, "wb") as file:
         file.write(struct.pack("<HHH", 0, 1, len(images)))

@@ -21,7 +21,6 @@ TOOLS = "x86_64-w64-mingw32-"
 HANDHELD_NAMES = {
     "_setjmp": "setjmp",
     "__intrinsic_setjmpex": "setjmp",
-    "__mingw_strtod": "strtod",
     "__mingw_vsprintf": "sprintf",
     "__mingw_sprintf": "sprintf",
     "__mingw_vsnprintf": "_snprintf",

@@ -9,7 +9,7 @@
 namespace {
 
 struct Word {
-    const char *text;
+    char text[9];  // "": there are no more words
     uint8_t value;
 };
 
@@ -164,7 +164,7 @@ template <typename Row, uint32_t n> const Row *find_row(const Row (&rows)[n], in
 
 const char *word_of(const WordOption *option) {
     for (const Word &word : option->written) {
-        if (word.text != nullptr && word.value == option->get()) {
+        if (word.text[0] != 0 && word.value == option->get()) {
             return word.text;
         }
     }
@@ -185,7 +185,7 @@ const char *count_text(int32_t count) {
 
 void apply_word(const WordOption *option, BlockHandle text) {
     for (const Word &word : option->read) {
-        if (word.text != nullptr && text_compare_cstring(text, word.text) == 0) {
+        if (word.text[0] != 0 && text_compare_cstring(text, word.text) == 0) {
             option->set(word.value);
             return;
         }
