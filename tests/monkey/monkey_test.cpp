@@ -28,8 +28,8 @@
 namespace {
 
 constexpr uint32_t k_kept = 20;
-constexpr DWORD k_longest_step = 60000;  // milliseconds; then it hangs
-constexpr uint32_t k_looks_to_go = 5;    // that a dialog has for going after it was answered
+constexpr DWORD k_longest_step = 120000;  // milliseconds; then it hangs
+constexpr uint32_t k_looks_to_go = 5;     // that a dialog has for going after it was answered
 constexpr int k_still_running = -99;
 
 struct Monkey {
@@ -81,6 +81,14 @@ std::string random_text(uint32_t words) {
                             : pick({"1.5e3", "\\T\\n", "caf\xC3\xA9", "\xF0\x9F\x90\x92", "\xFF",
                                     "</text>", "x", "_"});
         text += pick({" ", " ", " ", ", ", "\n", "\r\n", "\\N", "'", "\""});
+    }
+    return text;
+}
+
+std::string many_lines(size_t length) {
+    std::string text;
+    while (text.size() < length) {
+        text += "words and more words of a long text\n";
     }
     return text;
 }
@@ -170,7 +178,7 @@ void use_mouse() {
 void set_text() {
     std::string text = random_text(1 + draw(12));
     if (percent(2)) {
-        text.append(36U * blocks_free() * (98 + draw(4)) / 100, 'w');
+        text += many_lines(36U * blocks_free() * (98 + draw(4)) / 100);
     }
     const bool whole = percent(60) || sci(text_pane(), SCI_GETTEXTLENGTH) > 500000;
     sci_text(random_pane(), whole ? UINT{SCI_SETTEXT} : UINT{SCI_REPLACESEL}, 0, text.c_str());
@@ -193,7 +201,7 @@ void enter_name() {
 void choose_entry() {
     SendMessageW(pane_window(k_pane_box), CB_SHOWDROPDOWN, percent(50), 0);
     SendMessageW(pane_window(k_pane_box), CB_SETCURSEL, draw(8), 0);
-    PostMessageW(main_window(), WM_COMMAND, MAKEWPARAM(CTL_CELLNAME_BOX, CBN_SELCHANGE), 0);
+    SendMessageW(main_window(), WM_COMMAND, MAKEWPARAM(CTL_CELLNAME_BOX, CBN_SELCHANGE), 0);
 }
 
 // Long enough, now and then, for something else to happen meanwhile.
@@ -207,7 +215,7 @@ void report() {
     set_option_rall(percent(80) ? 1 : 0);
     set_option_rtype(static_cast<uint8_t>(percent(70) ? 1 : 1 + draw(4)));
     set_option_odest(percent(60) ? k_output_console : k_output_file);
-    PostMessageW(main_window(), WM_COMMAND, CMD_REPORT, 0);
+    SendMessageW(main_window(), WM_COMMAND, CMD_REPORT, 0);
 }
 
 void place_window() {
@@ -222,7 +230,7 @@ void notify_oddly() {
     const UINT code = pick<UINT>({0, 0U - 700, SCN_STYLENEEDED}) + draw(percent(50) ? 30 : 700);
     uint64_t header[64] = {};
     *reinterpret_cast<NMHDR *>(header) = {GetDlgItem(main_window(), control), 0, code};
-    PostMessageW(main_window(), WM_COMMAND, MAKEWPARAM(control, code), 0);
+    SendMessageW(main_window(), WM_COMMAND, MAKEWPARAM(control, code), 0);
     SendMessageW(main_window(), WM_NOTIFY, static_cast<WPARAM>(control), as_lparam(header));
 }
 
@@ -270,6 +278,7 @@ constexpr struct {
     {1, "session", nullptr, WM_QUERYENDSESSION},
 };
 
+// No command ever waits in the queue: a dialog's message loop would run it behind the dialog.
 void act() {
     uint32_t drawn = draw(1170);
     const auto *step = k_steps;
@@ -281,6 +290,8 @@ void act() {
              static_cast<unsigned>(wparam));
     if (step->act != nullptr) {
         step->act();
+    } else if (step->message == WM_COMMAND) {
+        SendMessageW(main_window(), WM_COMMAND, wparam, 0);
     } else {
         PostMessageW(main_window(), step->message, wparam, 0);
     }
@@ -342,8 +353,8 @@ void leave(HWND dialog) {
     } else if (percent(5)) {
         PostMessageW(dialog, WM_CLOSE, 0, 0);
     } else {
-        int button = 0;
-        while (GetDlgItem(dialog, button) == nullptr) {
+        int button = IDOK;
+        for (int tries = 0; tries == 0 || (tries < 20 && !GetDlgItem(dialog, button)); ++tries) {
             button = pick({IDOK, IDOK, IDYES, IDNO, IDCANCEL, CTL_REPLACE_CANCEL});
         }
         press_button(dialog, button);
@@ -481,7 +492,7 @@ struct MonkeyTest : ShellTest {
         ++monkey.starts;
         write_file("good.qvx", web_of("cell_1 Plan1", cell_of("cell_1", "home Plan2")));
         write_file("broken.qvx", web_of("cell_1").substr(0, 40));
-        write_file("full.qvx", web_of("Plan3", cell_of("Plan3", std::string(draw(400000), 'f'))));
+        write_file("full.qvx", web_of("Plan3", cell_of("Plan3", many_lines(draw(400000)))));
         monkey.timer = SetTimer(nullptr, 0, 10, look);
         start(web_of("home cell_1 Plan2 free", cell_of("cell_1", "Plan2") + cell_of("Plan2", "")));
         monkey.window_proc = subclass_window(main_window(), count_clones);
