@@ -377,9 +377,10 @@ void answer() {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
     GetGUIThreadInfo(GetCurrentThreadId(), &info);
-    if ((info.flags & GUI_INMENUMODE) != 0 && (dialog == nullptr || percent(30))) {
+    if ((info.flags & (GUI_INMENUMODE | GUI_INMOVESIZE)) != 0 &&
+        (dialog == nullptr || percent(30))) {
         ++monkey.answers;
-        PostMessageW(info.hwndMenuOwner, WM_KEYDOWN,
+        PostMessageW(main_window(), WM_KEYDOWN,
                      pick<WPARAM>({VK_DOWN, VK_RIGHT, VK_RETURN, VK_ESCAPE, VK_ESCAPE}), 0);
     } else if (is_busy() && (dialog == nullptr || (dialog == cancel_box() && percent(60)))) {
         ++monkey.answers;
