@@ -165,10 +165,11 @@ static void make_random_web(std::minstd_rand *random) {
             set_value(cell, random_text(random, 10));
         }
     }
+    const bool escapes = (*random)() % 2 != 0;  // enough of them to fill a buffer
     for (uint32_t i = 0; i < option_tag_count(); ++i) {
-        const std::string escapes((*random)() % 300, '<');
+        const std::string value = random_text(random, 300);
         BlockHandle text =
-            text_from_cstring((i % 2 != 0 ? escapes : random_text(random, 300)).c_str());
+            text_from_cstring(escapes ? std::string(value.size(), '<').c_str() : value.c_str());
         option_apply_text(option_tag_at(i), text);
         chain_free(text);
     }
