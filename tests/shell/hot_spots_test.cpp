@@ -121,17 +121,3 @@ TEST_F(HotSpots, SecondPressOfADoubleClickOnALinkIsSwallowed) {
     EXPECT_EQ(current_name(), "plan");
     EXPECT_EQ(item_count(), 2);
 }
-
-TEST_F(HotSpots, TickIsQuickOnALongText) {
-    std::string text;
-    while (text.size() < 64 * 1024) {
-        text += "home of the plan and ";
-    }
-    start_in_text(web_of(text, cell_of("plan", "")));
-    style_at(text_pane(), static_cast<LRESULT>(text.size()) - 1);
-    const DWORD begun = GetTickCount();
-    for (int i = 0; i < 20; ++i) {
-        restyle_panes();
-    }
-    EXPECT_LT(GetTickCount() - begun, 200U);
-}
