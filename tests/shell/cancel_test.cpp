@@ -31,11 +31,7 @@ struct CancelTest : ShellTest {
             cells += cell_of("cell" + std::to_string(i), std::string(k_cell_length, 'x'));
         }
         start_in_text(web_of("", cells));
-        std::string format;
-        for (size_t i = 0; i < k_times; ++i) {
-            format += "\\T";
-        }
-        set_option_rfmt(format.c_str());
+        set_option_rfmt(times(k_times, "\\T").c_str());
         set_option_odest(destination);
         set_option_oname("out");
         timer = SetTimer(nullptr, 0, 100, hold_up);

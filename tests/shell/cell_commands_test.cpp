@@ -42,45 +42,26 @@ TEST_F(CellCommands, EnterGoesThereOrCreates) {
     EXPECT_EQ(item_count(), 4);
 }
 
-// The name that New Cell finds or asks for; the dialog is cancelled where there is no answer.
-TEST_F(CellCommands, NewCellTakesItsNameFromThePane) {
-    constexpr const char *k_exists = "Cell already exists, linking to it";
-    const struct {
-        PaneIndex pane;
-        const char *found;      // typed into the box, or selected
-        const wchar_t *answer;  // null: nothing is asked
-        const char *cell, *status;
-    } rows[] = {
-        {k_pane_box, "fresh", nullptr, "fresh", "-"},
-        {k_pane_box, "home", L"12other", "other", "-"},
-        {k_pane_box, "?", L"Home", "home", k_exists},
-        {k_pane_list, "", L"", "home", "-"},
-        {k_pane_list, "", L"added", "added", "-"},
-        {k_pane_text, "word", nullptr, "word", "-"},
-        {k_pane_text, " plan", nullptr, "plan", k_exists},
-        {k_pane_text, "99", nullptr, "home", "Invalid Cellname"},
-        {k_pane_text, "", L"asked", "asked", "-"},
-        {k_pane_console, "printed", nullptr, "printed", "-"},
-    };
-    start(web_of("", cell_of("plan", "")));
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.found);
-        go_home();
-        show_tab(row.pane == k_pane_text ? 1 : row.pane == k_pane_console ? 2 : 0);
-        show_status_message("-");
-        if (row.pane == k_pane_box) {
-            put_in_box(row.found);
-        } else if (row.pane != k_pane_list) {
-            sci_text(pane_window(row.pane), SCI_SETTEXT, 0, row.found);
-            command(CMD_SELECT_ALL);
-        }
-        if (row.answer != nullptr) {
-            answer_name(row.answer);
-        }
-        command(CMD_CELL_NEW);
-        EXPECT_EQ(current_name(), row.cell);
-        EXPECT_EQ(status_text(), row.status);
-    }
+TEST_F(CellCommands, NewCellAsksWhereTheNameWillNotDo) {
+    start(web_of("99 word", cell_of("plan", "")));
+    put_in_box("home");
+    answer_name(L"Plan");
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(status_text(), "Cell already exists, linking to it");
+    put_in_box("?");
+    answer_name(L"12other");
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(current_name(), "other");
+    go_home();
+    show_tab(1);
+    select(text_pane(), 0, 2);
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(status_text(), "Invalid Cellname");
+    select(text_pane(), 0, 0);
+    answer_name(L"asked");
+    command(CMD_CELL_NEW);
+    EXPECT_EQ(current_name(), "asked");
 }
 
 TEST_F(CellCommands, CloneAndDelete) {
@@ -101,31 +82,20 @@ TEST_F(CellCommands, CloneAndDelete) {
     EXPECT_EQ(status_text(), "Can't Delete Home");
 }
 
-TEST_F(CellCommands, FollowingTheBoxOrNoWordStepsForward) {
+TEST_F(CellCommands, FollowingTheCurrentNameOrNoNameStepsForward) {
     start_in_text(web_of("9! plan", cell_of("plan", "")));
-    const struct {
-        int tab;
-        const char *box;  // null: the focus stays in the pane
-        LRESULT selected;
-        const char *cell;
-    } rows[] = {
-        {0, nullptr, 0, "plan"}, {1, nullptr, 0, "plan"}, {1, nullptr, 2, "plan"},
-        {0, "home", 0, "plan"},  {0, "1", 0, "home"},
-    };
-    for (const auto &row : rows) {
-        go_home();
-        go_to_name("plan");
-        command(CMD_BACK);
-        show_tab(row.tab);
-        select(text_pane(), 0, row.selected);
-        if (row.box != nullptr) {
-            put_in_box(row.box);
-        }
-        command(CMD_FOLLOW);
-        EXPECT_EQ(current_name(), row.cell);
-        EXPECT_EQ(box_text(), row.cell);
-        EXPECT_EQ(status_text(), "Ready");
-    }
+    go_to_name("plan");
+    command(CMD_BACK);
+    select(text_pane(), 0, 2);
+    command(CMD_FOLLOW);
+    EXPECT_EQ(current_name(), "plan");
+    command(CMD_BACK);
+    put_in_box("1");
+    command(CMD_FOLLOW);
+    EXPECT_EQ(box_text(), "home");
+    command(CMD_FOLLOW);
+    EXPECT_EQ(current_name(), "plan");
+    EXPECT_EQ(status_text(), "Ready");
 }
 
 std::string list_entries() {

@@ -86,15 +86,4 @@ TEST_F(Drag, MovesTheWordsInOneStepAndLeavesTheClipboardAlone) {
     EXPECT_EQ(pane_text(text_pane()), "clip");
 }
 
-TEST_F(Drag, MovesWordsOfTheConsoleAndChangesNothingElse) {
-    start(web_of("home text"));
-    show_tab(2);
-    sci_text(console_pane(), SCI_SETTEXT, 0, "one two");
-    select(console_pane(), 0, 4);
-    drag(console_pane(), 1, 7);
-    EXPECT_EQ(pane_text(console_pane()), "twoone ");
-    EXPECT_EQ(pane_text(text_pane()), "home text");
-    EXPECT_FALSE(web_changed());
-}
-
 }  // namespace

@@ -116,11 +116,3 @@ TEST_F(FileCommands, DroppedFileIsOpenedWhole) {
     EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
     EXPECT_EQ(pane_text(text_pane()), "dropped");
 }
-
-TEST_F(FileCommands, SavedFileIsWhatWasTyped) {
-    start_in_text(web_of("Hi", cell_of("plan", "soon")));
-    type(text_pane(), "a<b & ");
-    command(CMD_FILE_SAVE);
-    const std::string cells = web_of("a&lt;b &amp; Hi", cell_of("plan", "soon"));
-    EXPECT_NE(file_bytes(path).find(cells), std::string::npos) << file_bytes(path);
-}

@@ -43,20 +43,10 @@ TEST_F(FindTest, GoesOnThroughTheCellsAndRoundTheEnd) {
     EXPECT_FALSE(web_changed());
 }
 
-// A text that the pane breaks into far more lines than it has line ends.
-std::string long_text(const std::string &last_word) {
-    std::string text;
-    for (int i = 0; i < 20; ++i) {
-        for (int word = 0; word < 60; ++word) {
-            text += "word ";
-        }
-        text += "\n";
-    }
-    return text + last_word + "\nend";
-}
-
 TEST_F(FindTest, TheMatchIsInView) {
-    start_in_text(web_of("start", cell_of("zeta", long_text("bean"))));
+    // A text that the pane breaks into far more lines than it has line ends.
+    const std::string text = times(20, times(60, "word ") + "\n") + "bean\nend";
+    start_in_text(web_of("start", cell_of("zeta", text)));
     search_for(L"bean");
     ASSERT_EQ(current_name(), "zeta");
     EXPECT_TRUE(caret_is_in_view());

@@ -10,14 +10,11 @@ struct OutOfMemory : ShellTest {
         start_in_text(web_of("Hi", cell_of("plan", "a plan")));
         command(CMD_CELL_NEXT);
         command(CMD_CELL_NEXT);
-        answers_begin_refusing();
+        answer_always("Short On Memory", IDCANCEL);  // asked at each allocation from now on
         while (blocks_free() > count) {
             block_alloc(k_block_plain);
         }
     }
-
-    // "Short On Memory" is asked at each allocation from now on; the user goes on.
-    static void answers_begin_refusing() { answer_always("Short On Memory", IDCANCEL); }
 };
 
 TEST_F(OutOfMemory, TextThatDoesNotFitStaysInThePane) {

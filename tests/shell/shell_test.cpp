@@ -20,12 +20,6 @@ constexpr DWORD k_patience = 5000;  // milliseconds
 
 int exit_status = k_still_running;
 
-std::string wide_text(HWND window) {
-    static wchar_t text[4096];
-    GetWindowTextW(window, text, 4096);
-    return to_8bit(text);
-}
-
 void post_press(HWND pane, LRESULT position) {
     const LRESULT x = sci(pane, SCI_POINTXFROMPOSITION, 0, position);
     const LRESULT y = sci(pane, SCI_POINTYFROMPOSITION, 0, position);
@@ -170,7 +164,9 @@ void answer_name(const wchar_t *name, int button) {
 }
 
 std::string text_of(HWND window) {
-    return wide_text(window);
+    static wchar_t text[4096];
+    GetWindowTextW(window, text, 4096);
+    return to_8bit(text);
 }
 
 std::string pane_text(HWND pane) {
@@ -182,11 +178,11 @@ std::string pane_text(HWND pane) {
 }
 
 std::string box_text() {
-    return wide_text(cellname_edit());
+    return text_of(cellname_edit());
 }
 
 std::string status_text() {
-    return wide_text(status_line());
+    return text_of(status_line());
 }
 
 std::string selected_item() {
@@ -259,14 +255,12 @@ std::string stored_text(const char *name) {
 
 std::string file_bytes(const std::string &file_path) {
     std::string bytes;
-    FILE *file = fopen(file_path.c_str(), "rb");
-    if (file == nullptr) {
-        return bytes;
+    if (FILE *file = fopen(file_path.c_str(), "rb")) {
+        for (int c = getc(file); c != EOF; c = getc(file)) {
+            bytes.push_back(static_cast<char>(c));
+        }
+        fclose(file);
     }
-    for (int c = getc(file); c != EOF; c = getc(file)) {
-        bytes.push_back(static_cast<char>(c));
-    }
-    fclose(file);
     return bytes;
 }
 
@@ -275,6 +269,14 @@ void write_file(const std::string &file_path, const std::string &bytes) {
     ASSERT_TRUE(file);
     fwrite(bytes.data(), 1, bytes.size(), file);
     fclose(file);
+}
+
+std::string times(size_t count, const std::string &text) {
+    std::string all;
+    while (count-- > 0) {
+        all += text;
+    }
+    return all;
 }
 
 int ended_with() {

@@ -95,5 +95,8 @@ std::string stored_text(const char *name);
 std::string file_bytes(const std::string &path);
 void write_file(const std::string &path, const std::string &bytes);
 
+// A text, so many times.
+std::string times(size_t count, const std::string &text);
+
 // Exit status that the program wanted to end with since the start; -99: it did not.
 int ended_with();

@@ -29,12 +29,6 @@ TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     }
 }
 
-TEST_F(Views, PaneTableFallsBackToTheBox) {
-    start();
-    EXPECT_EQ(pane_window(5), pane_window(k_pane_box));
-    EXPECT_EQ(pane_window(99), pane_window(k_pane_box));
-}
-
 TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
     start();
     show_tab(1);
@@ -53,12 +47,4 @@ TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
         EXPECT_TRUE(has_focus(text_pane()));
     }
     DestroyWindow(other);
-}
-
-TEST_F(Views, LeavingTheTextStoresIt) {
-    start_in_text(web_of("Hi"));
-    type(text_pane(), "Oh ");
-    EXPECT_EQ(stored_text("home"), "Hi");
-    show_tab(2);
-    EXPECT_EQ(stored_text("home"), "Oh Hi");
 }
