@@ -12,12 +12,7 @@ namespace {
 
 enum PageIndex : WPARAM { report, output, links, numbers, pane, search, page_count };
 
-struct SettingsTest : ShellTest {
-    void TearDown() override {
-        remove("out.txt");
-        ShellTest::TearDown();
-    }
-};
+struct SettingsTest : ShellTest {};
 
 HWND shown_page(HWND sheet) {
     return reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
@@ -27,20 +22,6 @@ HWND shown_page(HWND sheet) {
 HWND show_page(HWND sheet, WPARAM index) {
     SendMessageW(sheet, PSM_SETCURSEL, index, 0);
     return shown_page(sheet);
-}
-
-// Clicks the tab of a page.
-void click_tab(HWND sheet, WPARAM index) {
-    HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETTABCONTROL, 0, 0));
-    RECT rect;
-    SendMessageW(tabs, TCM_GETITEMRECT, index, as_lparam(&rect));
-    const LPARAM point = MAKELPARAM(rect.left + 4, rect.top + 4);
-    PostMessageW(tabs, WM_LBUTTONDOWN, MK_LBUTTON, point);
-    PostMessageW(tabs, WM_LBUTTONUP, 0, point);
-}
-
-void press_on(HWND page, int control) {
-    SendDlgItemMessageW(page, control, BM_CLICK, 0, 0);
 }
 
 Settings in_force() {
@@ -96,7 +77,7 @@ void change_everything(HWND sheet) {
     for (const Choice &one : k_choices) {
         HWND page = show_page(sheet, one.page);
         if (one.text == nullptr) {
-            press_on(page, one.control);
+            push(page, one.control);
         } else {
             SetDlgItemTextW(page, one.control, one.text);
             SendDlgItemMessageW(page, one.control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
@@ -162,6 +143,7 @@ TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
     set_option_rtype(k_report_fmt);
     command(CMD_REPORT);
     EXPECT_EQ(file_bytes("out.txt"), "home: go to home\n") << "to a file, from the next report on";
+    remove("out.txt");
 }
 
 TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
@@ -192,7 +174,7 @@ TEST_F(SettingsTest, EnterAndEscapeCloseItFromEveryField) {
         for (const WPARAM key : {WPARAM{VK_ESCAPE}, WPARAM{VK_RETURN}}) {
             set_option_rall(1);
             answer_with("Settings", [page, control, key](HWND sheet) {
-                press_on(shown_page(sheet), CTL_REPORT_ALL);
+                push(shown_page(sheet), CTL_REPORT_ALL);
                 SetFocus(GetDlgItem(show_page(sheet, page), control));
                 PostMessageW(GetFocus(), WM_KEYDOWN, key, 0);
             });
@@ -226,7 +208,7 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
         const Settings before = in_force();
         answer_with("Settings", [&](HWND sheet) {
             SetDlgItemTextW(show_page(sheet, one.page), one.control, one.bad.c_str());
-            click_tab(sheet, links);
+            PostMessageW(sheet, PSM_SETCURSEL, links, 0);
         });
         answer(one.sentence, IDOK);
         answer("Settings", IDOK);
@@ -279,7 +261,7 @@ TEST_F(SettingsTest, TheOpenSearchBarFollows) {
         HWND page = show_page(sheet, search);
         EXPECT_EQ(text_of(GetDlgItem(page, CTL_SEARCH_TEXT)), "none");
         SetDlgItemTextW(page, CTL_SEARCH_TEXT, L"beans");
-        press_on(page, CTL_SEARCH_CASE);
+        push(page, CTL_SEARCH_CASE);
     });
     EXPECT_TRUE(IsDlgButtonChecked(search_bar(), CTL_NEXT_CASE));
     push(search_bar(), CTL_NEXT_FIND);
