@@ -48,7 +48,8 @@ void pane_expanded(HWND pane) {
         return;
     }
     state->collapsed = false;
-    sci(pane, SCI_SETFIRSTVISIBLELINE, state->first_line);
+    // Until the pane has been idle, its lines are still broken as they were before.
+    sci(pane, SCI_SETFIRSTVISIBLELINE, sci(pane, SCI_VISIBLEFROMDOCLINE, state->first_line));
     sci(pane, SCI_SETWRAPMODE, SC_WRAP_WORD);
     if (state->caret_moved) {
         show_caret(pane);

@@ -1,4 +1,5 @@
 // The File menu, with the system's own file dialogs.
+#include "shell/pane_styles.h"
 #include "shell/text_conversion.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
@@ -93,6 +94,9 @@ TEST_F(FileCommands, NewAsksAboutChangesAndStartsAfresh) {
     set_option_zoom(6);
     set_option_link_colour(k_link_green);
     set_option_font_size(120);
+    apply_pane_styles(text_pane());
+    apply_pane_styles(console_pane());
+    apply_zoom();
     show_tab(1);
     type(text_pane(), "words");
     answer("Save current changes in (untitled)?", IDNO);
