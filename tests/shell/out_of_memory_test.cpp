@@ -4,13 +4,18 @@
 #include "web/cell_ops.h"
 #include "web/trail.h"
 
+// "Short On Memory" is asked at each allocation from now on; the user goes on.
+static void answers_begin_refusing() {
+    answer_always("Short On Memory", IDCANCEL);
+}
+
 struct OutOfMemory : ShellTest {
     // A web that leaves this many blocks free, with the text pane shown.
     void start_with_free_blocks(uint32_t count) {
         start_in_text(web_of("Hi", cell_of("plan", "a plan")));
         command(CMD_CELL_NEXT);
         command(CMD_CELL_NEXT);
-        answer_always("Short On Memory", IDCANCEL);  // asked at each allocation from now on
+        answers_begin_refusing();
         while (blocks_free() > count) {
             block_alloc(k_block_plain);
         }
