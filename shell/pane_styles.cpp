@@ -150,7 +150,9 @@ void refresh_cellname_list() {
     for (HWND pane : panes) {
         sci_text(pane, SCI_SETKEYWORDS, k_cellname_keywords, cellnames_list());
         if (changed) {
-            sci(pane, SCI_COLOURISE, 0, -1);
+            // All styles are void, and are made again as far down as the pane is drawn: a long text
+            // would hold the tick up.
+            sci(pane, SCI_COLOURISE, 0, 0);
         }
     }
 }

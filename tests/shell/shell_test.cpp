@@ -204,6 +204,10 @@ int item_count() {
 
 int style_at(HWND pane, LRESULT position) {
     UpdateWindow(pane);
+    const LRESULT styled = sci(pane, SCI_GETENDSTYLED);
+    if (styled <= position) {
+        sci(pane, SCI_COLOURISE, styled, position + 1);
+    }
     return static_cast<int>(sci(pane, SCI_GETSTYLEAT, position));
 }
 

@@ -69,6 +69,7 @@ TEST_F(Speed, OfTheLongestText) {
         ++name[3];
         cell_create(index_root_address(), name);
         restyle_panes();
+        UpdateWindow(text_pane());
     });
     for (const LRESULT position : {LRESULT{0}, end / 2, end}) {
         sci(text_pane(), SCI_GOTOPOS, position);
