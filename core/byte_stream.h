@@ -8,7 +8,7 @@
 #include <cstring>
 
 constexpr uint32_t k_byte_buffer_size = 2048;
-constexpr uint32_t k_read_ahead_size = 32768;
+constexpr uint32_t k_read_ahead_size = 65536;
 
 struct ByteOutput {
     FILE *file;

@@ -49,9 +49,12 @@ int web_tag_find(const char *name) {
     return -1;
 }
 
-// The tags that stand in every cell come first in the table.
+// The tags that stand in every cell come first in the table, but for that of the web, which comes
+// once and is looked at last.
 int web_tag_find_written(uint64_t word, uint32_t *length) {
-    for (int tag = 0; tag < k_tag_count; ++tag) {
+    static_assert(k_tag_eof == 0);
+    for (int i = 1; i <= k_tag_count; ++i) {
+        int tag = i < k_tag_count ? i : k_tag_eof;
         const WrittenTag *written = &k_written.of[tag];
         if ((word & written->mask) == written->bytes) {
             *length = written->length;

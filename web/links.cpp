@@ -4,6 +4,8 @@
 #include "web/cells.h"
 #include "web/words.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace {
@@ -29,7 +31,7 @@ constexpr uint32_t k_name_marks = 16384;  // a power of two
 
 static struct Links {
     BlockHandle under_construction;  // the list being built; recovery gives it back
-    char text[k_scanned_text_max + 1];
+    char text[k_scanned_text_max + sizeof(uint32_t)];
 
     // While all lists are built: a mark for every name, by its hash, so that most words that name
     // nothing need no search.
@@ -84,18 +86,19 @@ void append_link(BlockHandle list, CellHandle cell) {
     link_set_target(entry, cell_number_of(cell));
 }
 
-// The same for all spellings of a name that the index takes for one.
+// Of a word's length and its first characters, four of which can be read there. The same for all
+// spellings that the index takes for one, when blanks are underscores.
 uint32_t name_hash(const char *name, uint32_t length) {
-    uint32_t hash = 0;
-    for (uint32_t i = 0; i < length; ++i) {
-        hash = hash * 31 + static_cast<uint8_t>(fold_char(name[i]));
-    }
-    return hash * 0x9E3779B1 >> 18;
+    uint32_t first;
+    memcpy(&first, name, sizeof first);
+    uint32_t kept = length < sizeof first ? (1U << length * 8) - 1 : UINT32_MAX;
+    return ((first & kept & 0xDFDFDFDF) + length) * 0x9E3779B1 >> 18;
 }
 static_assert(k_name_marks == 1U << (32 - 18));
 
 void mark_name(CellHandle cell) {
     uint32_t length = text_copy_out(links.text, cell_name(cell), k_scanned_text_max);
+    std::replace(links.text, links.text + length, ' ', '_');
     uint32_t hash = name_hash(links.text, length);
     links.marks[hash / 8] |= static_cast<uint8_t>(1U << hash % 8);
 }
@@ -261,19 +264,25 @@ void links_drop_selection() {
     for_selection(links_drop);
 }
 
-// Reports of in pointers ask this of every list for every cell: entries are compared whole, without
-// the list's cursor. Behind the end entry there are none of this kind.
+// Reports of in pointers ask this of every list for every cell: the entries of a block are compared
+// all at once, without the list's cursor. Behind the end entry there are none of this kind.
 bool link_list_names(BlockHandle list, int32_t number) {
     if (list == 0 || number < 0) {
         return false;
     }
-    LinkEntry wanted = {k_link_cell, 0, {}};
-    link_set_target(&wanted, number);
+    using Entries = uint32_t __attribute__((vector_size(16)));
+    static_assert(2 * sizeof(Entries) == k_entries * sizeof(LinkEntry));
+    LinkEntry entry = {k_link_cell, 0, {}};
+    link_set_target(&entry, number);
+    auto wanted = std::bit_cast<uint32_t>(entry);
     for (BlockHandle h = block_get16(list, k_first_block_at); h != 0; h = block_next(h)) {
-        for (uint32_t i = 0; i < k_entries; ++i) {
-            if (memcmp(entry_at(h, i), &wanted, sizeof wanted) == 0) {
-                return true;
-            }
+        Entries entries[2];
+        memcpy(entries, block_ptr(h) + k_entries_at, sizeof entries);
+        auto equal = (entries[0] == wanted) | (entries[1] == wanted);
+        uint64_t halves[2];
+        memcpy(halves, &equal, sizeof halves);
+        if ((halves[0] | halves[1]) != 0) {
+            return true;
         }
     }
     return false;
