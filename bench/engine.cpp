@@ -17,7 +17,7 @@ void engine_start() {
 }
 
 void engine_read(FILE *file) {
-    if (web_read(file) < 0 || web_read_was_cut()) {
+    if (web_read(file) < 0 || !web_read_was_whole()) {
         host_message("the web could not be read");
         exit(2);
     }

@@ -219,6 +219,18 @@ uint32_t text_size(BlockHandle head) {
     return size;
 }
 
+bool text_is_blank(BlockHandle head) {
+    for (BlockHandle h = head; h != 0; h = block_next(h)) {
+        for (uint32_t i = 0; i < block_used(h); ++i) {
+            char c = text_block_chars(h)[i];
+            if (c != ' ' && c != '\t' && c != '\r' && c != '\n') {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 BlockHandle text_substring(BlockHandle head, uint32_t from, uint32_t to) {
     uint32_t length = text_size(head);
     uint32_t last = length < to ? length : to;

@@ -53,6 +53,9 @@ uint16_t text_length(BlockHandle head);
 // The whole length; what sizes and tests for emptiness go by.
 uint32_t text_size(BlockHandle head);
 
+// True when a text is nothing but blanks, tabs and line ends; also for 0.
+bool text_is_blank(BlockHandle head);
+
 // A new text of the characters from position `from` to position `to`, both 1-based and inclusive;
 // `from` 0 counts as 1 and `to` is cut to the length. 0 when that is empty.
 BlockHandle text_substring(BlockHandle head, uint32_t from, uint32_t to);

@@ -111,7 +111,7 @@ int save_under_new_path() {
 
 void read_file(void *) {
     int code = web_read(document.file);
-    document.keep_copy = code < 0 || web_read_was_cut();
+    document.keep_copy = code < 0 || !web_read_was_whole();
 }
 
 // Opens the file that the user means by document.open_path: its copy, when the last save was cut

@@ -22,6 +22,7 @@ static struct Staging {
     StagedCell last;
     uint32_t count;
     bool in_order;  // each name sorts after the one before it
+    bool finished;  // the last reading came to an end of the file
     char name[k_name_buffer_max + 1];
 } staging;
 
@@ -79,20 +80,40 @@ int apply_cname() {
     return 0;
 }
 
-// Puts the token text into a field of the cell staged last, releasing what it replaces.
-void apply_field(BlockHandle (*get)(CellHandle), void (*set)(CellHandle, BlockHandle)) {
-    if (staging.last != 0) {
-        chain_free(get(staging.last));
-        set(staging.last, token_take());
+// A text that another one takes the place of.
+void note_replaced(BlockHandle text) {
+    if (text != 0 && !text_is_blank(text)) {
+        tokens_note_loss();
     }
 }
 
-void apply_value() {
-    if (staging.last != 0) {
-        BlockHandle value = val_from_text(token_take());
-        val_free(cell_value(staging.last));
-        cell_set_value(staging.last, value);
+void note_replaced_value(BlockHandle value) {
+    if (value != 0) {
+        note_replaced(val_text(value));
     }
+}
+
+// Puts the token text into a field of the cell staged last, releasing what it replaces. Before the
+// first cell there is nowhere to put it.
+void apply_field(BlockHandle (*get)(CellHandle), void (*set)(CellHandle, BlockHandle)) {
+    if (staging.last == 0) {
+        tokens_drop_text();
+        return;
+    }
+    note_replaced(get(staging.last));
+    chain_free(get(staging.last));
+    set(staging.last, token_take());
+}
+
+void apply_value() {
+    if (staging.last == 0) {
+        tokens_drop_text();
+        return;
+    }
+    BlockHandle value = val_from_text(token_take());
+    note_replaced_value(cell_value(staging.last));
+    val_free(cell_value(staging.last));
+    cell_set_value(staging.last, value);
 }
 
 // Releases what a staged or live record holds of the fields that a file sets.
@@ -109,6 +130,9 @@ void release_name_and_node(CellHandle cell) {
 
 // Moves the fields of a staged duplicate into the cell that has its name.
 void merge(StagedCell staged, CellHandle cell) {
+    note_replaced(cell_text(cell));
+    note_replaced(cell_script(cell));
+    note_replaced_value(cell_value(cell));
     release_read_fields(cell);
     cell_set_text(cell, cell_text(staged));
     cell_set_script(cell, cell_script(staged));
@@ -189,6 +213,25 @@ void report_bytes_after_end() {
     }
 }
 
+// Up to the end of the web; a negative code of a tag ends it before.
+int read_elements() {
+    for (;;) {
+        int tag = token_next_closing();
+        if (tag == 0) {
+            tokens_drop_text();
+            return 0;
+        }
+        int code = web_apply_close_tag(tag);
+        if (code < 0) {
+            return code;
+        }
+    }
+}
+
+bool end_is_missing() {
+    return tokens_ran_out() && tokens_had_tag() && !tokens_failed();
+}
+
 }  // namespace
 
 int web_apply_close_tag(int tag) {
@@ -199,6 +242,7 @@ int web_apply_close_tag(int tag) {
     case k_tag_eof:
     case k_tag_cell:
     case k_tag_opts:
+        tokens_drop_text();
         return 0;
     case k_tag_cname:
         return apply_cname();
@@ -219,17 +263,11 @@ int web_apply_close_tag(int tag) {
 }
 
 int web_read(FILE *file) {
+    staging.finished = false;
     web_reset("home");
     forget_staged();
     tokens_begin(file);
-    int code = 0;
-    while (code == 0) {
-        int tag = token_next_closing();
-        if (tag == 0) {
-            break;
-        }
-        code = web_apply_close_tag(tag);
-    }
+    int code = read_elements();
     if (code < 0) {
         web_discard_staged();
         tokens_end();
@@ -240,7 +278,20 @@ int web_read(FILE *file) {
     tokens_end();
     web_commit_staged();
     cell_numbers_rebuild();
+    staging.finished = !tokens_failed();
+    if (end_is_missing()) {
+        show_status_message("The end of this file is missing");
+    }
     return 0;
+}
+
+bool web_read_failed() {
+    return !staging.finished;
+}
+
+bool web_read_was_whole() {
+    bool end_mark_is_due = tokens_ran_out() && tokens_had_tag();
+    return staging.finished && !end_mark_is_due && !tokens_lost_something();
 }
 
 void web_read_recover() {

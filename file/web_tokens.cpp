@@ -22,7 +22,10 @@ static struct Tokens {
     Name tag;
     Name entity;
     int tag_index;
-    int sign;  // +1 opening, -1 closing
+    int sign;      // +1 opening, -1 closing
+    bool ran_out;  // the input ended, or a NUL came, where a tag or text was due
+    bool tagged;   // the input had a tag that the web knows before it ran out
+    bool lost;     // something of the input went nowhere
     uint32_t line;
     ReadObserver observer;
 } tokens;
@@ -46,6 +49,8 @@ void clear(Name *name) {
 void append(Name *name, int c) {
     if (name->length < k_name_max) {
         name->text[name->length++] = static_cast<char>(c);
+    } else {
+        tokens.lost = true;
     }
 }
 
@@ -132,8 +137,23 @@ bool tag_is_wanted(Wanted wanted) {
     if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
         return true;
     }
-    begin_text();
+    if (block_used(tokens.text) != 0) {
+        tokens_drop_text();
+        text_builder_restart();
+    }
     return false;
+}
+
+// The end of the input stands for the closing tag of the web. The tag before it is still at hand,
+// and is 0 where there was none: the web's own would have ended the reading. What stands behind a
+// NUL is not read.
+bool end_of_input() {
+    tokens.ran_out = true;
+    tokens.lost |= !tokens.input.ended;
+    tokens.tagged = tokens.tag_index != 0;
+    tokens.tag_index = 0;
+    tokens.sign = -1;
+    return true;
 }
 
 // Takes what lies in the buffer, up to and with a tag that is wanted; true when it came to one.
@@ -196,20 +216,21 @@ int read_entity() {
         tokens_report(ReadFinding::unknown_entity, tokens.entity.text);
         put_name(&tokens.entity);
     }
+    tokens.lost |= c == 0;
     return c;
 }
 
 // Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.
 bool read_tag() {
     clear(&tokens.tag);
-    tokens.tag_index = 0;
-    tokens.sign = 1;
+    int sign = 1;
     for (int c = web_in_byte(); c != '>'; c = web_in_byte()) {
         if (c == 0) {
-            return true;
+            tokens.lost = true;
+            return end_of_input();
         }
         if (c == '/') {
-            tokens.sign = -1;
+            sign = -1;
         } else {
             append(&tokens.tag, c);
         }
@@ -222,13 +243,7 @@ bool read_tag() {
         return false;
     }
     tokens.tag_index = tag;
-    return true;
-}
-
-// The end of the input stands for the closing tag of the web.
-bool end_of_input() {
-    tokens.tag_index = 0;
-    tokens.sign = -1;
+    tokens.sign = sign;
     return true;
 }
 
@@ -264,6 +279,9 @@ void tokens_begin(FILE *file) {
     tokens.text = 0;
     tokens.tag_index = 0;
     tokens.sign = 1;
+    tokens.ran_out = false;
+    tokens.tagged = false;
+    tokens.lost = false;
     tokens.line = 1;
 }
 
@@ -292,8 +310,30 @@ bool tokens_ended() {
     return tokens.input.ended;
 }
 
-bool tokens_were_cut() {
+bool tokens_ran_out() {
+    return tokens.ran_out;
+}
+
+bool tokens_had_tag() {
+    return tokens.tagged;
+}
+
+bool tokens_failed() {
     return tokens.input.failed;
+}
+
+void tokens_drop_text() {
+    if (block_used(tokens.text) != 0) {
+        tokens.lost |= !text_is_blank(tokens.text);
+    }
+}
+
+void tokens_note_loss() {
+    tokens.lost = true;
+}
+
+bool tokens_lost_something() {
+    return tokens.lost;
 }
 
 bool tokens_observed() {
@@ -308,10 +348,6 @@ void tokens_report(ReadFinding finding, const char *text) {
 
 void web_read_observe(ReadObserver observer) {
     tokens.observer = observer;
-}
-
-bool web_read_was_cut() {
-    return tokens_were_cut();
 }
 
 int web_in_byte() {

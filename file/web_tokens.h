@@ -26,8 +26,21 @@ bool token_is_closing();
 // True when the file was read to its end.
 bool tokens_ended();
 
+// True when the input ended, or a NUL stood in it, before the web's end mark; the next one for an
+// input that had any tag of a web until then.
+bool tokens_ran_out();
+bool tokens_had_tag();
+
 // True when the file's reading failed.
-bool tokens_were_cut();
+bool tokens_failed();
+
+// Notes that the token text goes nowhere, which is a loss unless it is blank.
+void tokens_drop_text();
+
+// Notes that something else of the file goes nowhere.
+void tokens_note_loss();
+
+bool tokens_lost_something();
 
 bool tokens_observed();
 

@@ -222,6 +222,76 @@ TEST_F(Reader, TokensOneByOne) {
     fclose(file);
 }
 
+// What is lost is seen wherever the buffer ends, and whether or not somebody listens.
+TEST_F(Reader, KnowsWhetherItTookInEverything) {
+    const std::string a = "<cname>a</cname>", t = a + "<text>t</text>", end = "</eof>";
+    const std::string k31 = "0123456789012345678901234567890";
+    const std::string missing = "The end of this file is missing";
+    static const struct {
+        std::string file;
+        bool whole;
+        std::string message;
+    } rows[] = {
+        {"", true, ""},
+        {" \t\r\n", true, ""},
+        {"words", false, ""},
+        {"<b", false, ""},
+        {"&", false, ""},
+        {"\n<b>", false, ""},
+        {"\0"s, false, ""},
+        {"<opts>", false, missing},
+        {t + "\n", false, missing},
+        {t + "<b", false, missing},
+        {t + "\0</eof>"s, false, missing},
+        {t + "</eof\0>"s, false, missing},
+        {t + "&\0;</eof>"s, false, missing},
+        {end, true, ""},
+        {t + "<eof>", true, ""},
+        {t + "</eof>behind\0"s, true, ""},
+        {"<opts><rall>no</rall>\n</opts>\r\n<cell> " + t + "\t</cell>\n" + end, true, ""},
+        {a + "x</text>" + end, true, ""},
+        {a + "<form>x</script>" + end, true, ""},
+        {a + "<text>&gt;<b>&" + k31 + ";<" + k31 + "></text>" + end, true, ""},
+        {a + "<text>&" + k31 + "x;</text>" + end, false, ""},
+        {a + "<text><" + k31 + "x></text>" + end, false, ""},
+        {"x" + t + end, false, ""},
+        {"<opts>x</opts>" + end, false, ""},
+        {"<text>x</text>" + end, false, ""},
+        {"<text>\n</text><val></val>" + end, true, ""},
+        {"<val>1</val>" + end, false, ""},
+        {"<script>1</script>" + end, false, ""},
+        {"<cell>x" + t + end, false, ""},
+        {t + "x</cell>" + end, false, ""},
+        {t + "x" + end, false, ""},
+        {a + "<text>x<cell>" + end, false, ""},
+        {a + "<text>x" + end, false, ""},
+        {t + "<text>t</text>" + end, false, ""},
+        {a + "<text></text><text>t</text><val> </val><val>1</val>" + end, true, ""},
+        {a + "<val>1</val><val>2</val>" + end, false, ""},
+        {a + "<script>1</script><form>2</form>" + end, false, ""},
+        {t + "<cname>A</cname>" + end, false, ""},
+        {a + "<cname>A</cname>" + end, true, ""},
+        {a + "<cname>b</cname>" + a + "<val>1</val>" + end, false, ""},
+        {t + "<cname>1</cname>" + end, false, "Bad Input File"},
+    };
+    for (const auto &row : rows) {
+        for (size_t pad : {size_t{0}, k_byte_buffer_size - row.file.size() / 2}) {
+            for (ReadObserver observer : {ReadObserver{}, ReadObserver{[](auto, auto, auto) {}}}) {
+                host().status = "";
+                web_read_observe(observer);
+                parse_web(std::string(pad, '\n') + row.file);
+                EXPECT_EQ(web_read_was_whole(), row.whole) << row.file << pad;
+                EXPECT_EQ(web_read_failed(), row.message == "Bad Input File") << row.file;
+                EXPECT_EQ(host().status, row.message) << row.file;
+            }
+        }
+    }
+    web_read_observe(nullptr);
+    refresh_views();
+    EXPECT_EQ(read_web(file_bytes(ENGINE_TEST_SAMPLES "guide.qvx")), 0);
+    EXPECT_TRUE(web_read_was_whole());
+}
+
 TEST_F(Reader, AReadErrorKeepsWhatCameBefore) {
     std::string file;
     for (int i = 100; i < 300; ++i) {
@@ -232,19 +302,20 @@ TEST_F(Reader, AReadErrorKeepsWhatCameBefore) {
         size_t good = static_cast<size_t>(n) * k_byte_buffer_size;
         ASSERT_EQ(read_web(file.substr(0, good)), 0);
         std::string expected = written_web();
-        EXPECT_FALSE(web_read_was_cut());
+        EXPECT_FALSE(web_read_failed());
         take_log();
         byte_stream_fail_read_after(n);
         EXPECT_EQ(read_web(file), 0);
         byte_stream_fail_read_after(-1);
-        EXPECT_TRUE(web_read_was_cut());
+        EXPECT_TRUE(web_read_failed());
+        EXPECT_FALSE(web_read_was_whole());
         EXPECT_EQ(host().status, "UNABLE TO READ FROM WEB FILE");
         EXPECT_EQ(written_web(), expected) << n;
         good = std::min(file.size(), good + 100);
         ASSERT_EQ(read_web(file.substr(0, good)), 0);
         expected = written_web();
         EXPECT_EQ(read_web_then_fail(file.substr(0, good)), 0) << "and what is read short counts";
-        EXPECT_TRUE(web_read_was_cut());
+        EXPECT_TRUE(web_read_failed());
         EXPECT_EQ(written_web(), expected) << n;
     }
 }
