@@ -3,7 +3,6 @@
 #include "cli/exit_status.h"
 #include "cli/web_file.h"
 #include "core/text.h"
-#include "file/safe_save.h"
 #include "file/web_reader.h"
 #include "web/cells.h"
 #include "web/links.h"
@@ -53,16 +52,6 @@ void note_long_text(CheckedFile *file, CellHandle cell) {
     }
 }
 
-// A copy stays beside a file whose last save was not completed.
-void note_leftover_copy(CheckedFile *file) {
-    const std::string copy = copy_path_of(file->name.c_str());
-    if (!is_standard_stream(file->name.c_str()) && file_kind(copy.c_str()) == FileKind::plain) {
-        file->findings.push_back(
-            {"leftover_copy", 0, copy,
-             "a save was not completed, the version before it is in \"" + copy + "\""});
-    }
-}
-
 // Goes through the web that was read.
 void check_cells(CheckedFile *file) {
     std::string first_unnumbered;
@@ -91,7 +80,6 @@ void check_file(const char *name, CheckedFile *file) {
     web_read_observe(hear);
     file->status = web_load(name);
     web_read_observe(nullptr);
-    note_leftover_copy(file);
     if (file->status == k_exit_done) {
         file->blocks_used = blocks_in_use();
         file->blocks_left = blocks_free();

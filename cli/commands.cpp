@@ -133,11 +133,17 @@ CellHandle find_cell(const CommandLine &line) {
 
 int command_new(const CommandLine &line) {
     host_name_file(line.file.c_str());
-    if (!line.force && !is_standard_stream(line.file.c_str()) && file_exists(line.file.c_str())) {
-        return refuse("file exists");
+    const char *name = line.file.c_str();
+    int status = line.force ? web_lock(name) : web_claim(name);
+    if (status != k_exit_done) {
+        return status;
     }
     web_reset("home");
-    return web_save(line.file.c_str());
+    status = web_save(name);
+    if (status != k_exit_done && !line.force) {
+        web_give_up(name);
+    }
+    return status;
 }
 
 int command_list(const CommandLine &line) {
@@ -168,10 +174,12 @@ int command_show(const CommandLine &line) {
 
 int command_set(const CommandLine &line) {
     int status = new_text_take(line);
-    if (status != k_exit_done) {
-        return status;
+    if (status == k_exit_done) {
+        status = web_lock(line.file.c_str());
     }
-    status = web_load(line.file.c_str());
+    if (status == k_exit_done) {
+        status = web_load(line.file.c_str());
+    }
     if (status != k_exit_done) {
         return status;
     }
@@ -189,7 +197,10 @@ int command_set(const CommandLine &line) {
 }
 
 int command_rm(const CommandLine &line) {
-    const int status = web_load(line.file.c_str());
+    int status = web_lock(line.file.c_str());
+    if (status == k_exit_done) {
+        status = web_load(line.file.c_str());
+    }
     if (status != k_exit_done) {
         return status;
     }
@@ -205,7 +216,10 @@ int command_rm(const CommandLine &line) {
 }
 
 int command_convert(const CommandLine &line) {
-    const int status = web_load(line.file.c_str());
+    int status = web_lock(line.out_file.c_str());
+    if (status == k_exit_done) {
+        status = web_load(line.file.c_str());
+    }
     return status == k_exit_done ? web_save(line.out_file.c_str()) : status;
 }
 

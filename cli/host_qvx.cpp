@@ -96,6 +96,10 @@ bool ask_yes_no(const char *, const char *) {
     return false;
 }
 
+bool ask_no_yes(const char *, const char *) {
+    return false;
+}
+
 bool ask_save_changes(const char *, const char *) {
     return false;
 }
@@ -180,7 +184,7 @@ void output_began(bool) {}
 
 void output_ended() {}
 
-// ---- Files (by path: cli/files_posix.cpp, shell/files.cpp) --------------------------------------
+// ---- Files (by path: platform/) -----------------------------------------------------------------
 
 const char *file_read_mode() {
     return "rb";

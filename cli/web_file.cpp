@@ -6,22 +6,30 @@
 #include "core/host.h"
 #include "core/recovery.h"
 #include "file/document.h"
-#include "file/safe_save.h"
+#include "file/save.h"
 #include "file/web_reader.h"
 #include "file/web_writer.h"
+#include "platform/lock.h"
 #include "report/output.h"
 
 #include <cstring>
 #include <filesystem>
+#include <string>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// The file being read or written and what became of it. Not locals: reading allocates.
+constexpr uint32_t k_lock_milliseconds = 10000;
+
+// The web at hand and what became of it. Not locals: reading and writing allocate.
 struct WebFile {
     FILE *file;
     int result;
+    const char *path;  // to save to
+    bool will_save;
+    Fingerprint last;       // of the file that was read to be saved again
+    std::string last_path;  // and its path
 };
 
 WebFile web_file;
@@ -34,33 +42,35 @@ void write_body(void *) {
     web_file.result = web_write(web_file.file);
 }
 
+void save_body(void *) {
+    const bool same = web_file.last_path == web_file.path;
+    web_file.result = save_web_file(web_file.path, same && !web_read_was_whole(), &web_file.last);
+}
+
 fs::path path_of(const char *utf8) {
     return {reinterpret_cast<const char8_t *>(utf8)};
 }
 
-// Writes the web to the open file. Returns the exit status; the code is in web_file.result.
-int write_web() {
-    if (recovery_run(write_body, nullptr) < 0) {
+// Runs one of the two bodies that write; the exit status.
+int run_writing(void (*body)(void *)) {
+    if (recovery_run(body, nullptr) < 0) {
         program_recover();
-        web_file.result = k_out_of_memory;
         return k_exit_memory;
     }
     return web_file.result < 0 ? k_exit_failed : k_exit_done;
 }
 
-int save_over(const char *name) {
-    web_file.file = safe_save_open(name);
-    if (web_file.file == nullptr) {
+int lock_status(LockResult result) {
+    switch (result) {
+    case LockResult::held:
+        return k_exit_done;
+    case LockResult::busy:
+        host_message(("in use by " + lock_holder()).c_str());
+        return k_exit_failed;
+    default:
         report_error(k_cannot_open_web);
         return k_exit_failed;
     }
-    int status = write_web();
-    if (safe_save_close(web_file.file, web_file.result, false) < 0) {
-        status = status == k_exit_done ? k_exit_failed : status;
-        safe_save_undo();
-    }
-    web_file.file = nullptr;
-    return status;
 }
 
 }  // namespace
@@ -69,20 +79,55 @@ bool is_standard_stream(const char *name) {
     return std::strcmp(name, "-") == 0;
 }
 
-bool file_exists(const char *name) {
+bool same_file(const char *one, const char *other) {
     std::error_code error;
-    return fs::exists(fs::symlink_status(path_of(name), error));
+    return fs::equivalent(path_of(one), path_of(other), error);
+}
+
+int web_lock(const char *name) {
+    host_name_file(name);
+    web_file.will_save = true;
+    if (is_standard_stream(name)) {
+        return k_exit_done;
+    }
+    const LockResult result = lock_file(name, k_lock_milliseconds);
+    return result == LockResult::missing ? k_exit_done : lock_status(result);
+}
+
+int web_claim(const char *name) {
+    host_name_file(name);
+    if (is_standard_stream(name)) {
+        return k_exit_done;
+    }
+    const char *successor = file_successor(name);
+    std::error_code error;
+    const bool taken = *successor != 0 && fs::exists(path_of(successor), error);
+    const LockResult result = taken ? LockResult::busy : lock_new_file(name);
+    if (result == LockResult::busy) {
+        host_message("file exists");
+        return k_exit_refused;
+    }
+    return lock_status(result);
+}
+
+void web_give_up(const char *name) {
+    std::error_code error;
+    fs::remove(path_of(name), error);
 }
 
 int web_load(const char *name) {
     host_name_file(name);
     const bool is_stdin = is_standard_stream(name);
-    web_file.file = is_stdin ? stdin : file_open(name, file_read_mode());
+    web_file.file = is_stdin ? stdin : open_web_file(name, file_read_mode());
     if (web_file.file == nullptr) {
         report_error(k_cannot_open_web);
         return k_exit_failed;
     }
     const bool abandoned = recovery_run(read_body, nullptr) < 0;
+    if (web_file.will_save && !is_stdin) {
+        web_file.last = fingerprint_of(web_file.file);
+        web_file.last_path = name;
+    }
     if (!is_stdin) {
         std::fclose(web_file.file);
     }
@@ -92,14 +137,19 @@ int web_load(const char *name) {
         return k_exit_memory;
     }
     output_reset();
-    return web_read_failed() ? k_exit_failed : k_exit_done;
+    return web_file.result < 0 || web_read_failed() ? k_exit_failed : k_exit_done;
 }
 
 int web_save(const char *name) {
     host_name_file(name);
     if (is_standard_stream(name)) {
         web_file.file = stdout;
-        return write_web();
+        return run_writing(write_body);
     }
-    return save_over(name);
+    if (web_file.last_path == name && web_file_changed(name, web_file.last)) {
+        host_message("changed by another program meanwhile, nothing was written");
+        return k_exit_refused;
+    }
+    web_file.path = name;
+    return run_writing(save_body);
 }

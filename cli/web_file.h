@@ -5,13 +5,24 @@
 
 bool is_standard_stream(const char *name);
 
-// True when there is something of that name, be it a file or not.
-bool file_exists(const char *name);
+// True when both paths lead to one file that exists, however they are spelled.
+bool same_file(const char *one, const char *other);
+
+// Keeps other runs of qvx from changing the file until this one ends; called before a web is read
+// that will be written again. Waits up to ten seconds for another run. A file that is not there,
+// and a standard stream, need no lock.
+int web_lock(const char *name);
+
+// The same for a file that does not exist yet: makes it, empty. Refused when anything is there.
+int web_claim(const char *name);
+
+// Removes the empty file of a web_claim() whose web was not saved.
+void web_give_up(const char *name);
 
 // Replaces the web by what the file holds, with the trail empty and the home cell current.
 int web_load(const char *name);
 
-// Writes the web. A file that was there before stays beside the new one, as PATH~, until the new
-// one is complete, and is put back when it cannot be completed. A file that was not there is
-// removed again.
+// Writes the web, replacing the file in one step. A file that was read from the same path, but not
+// whole, is kept beside it. When another program has changed the file since it was read, nothing is
+// written.
 int web_save(const char *name);

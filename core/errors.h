@@ -16,6 +16,9 @@ constexpr ErrorCode k_bad_cellname_in_file = -44;  // has no message of its own
 // Result of a document operation whose file dialog the user cancelled.
 constexpr int k_cancelled = 1;
 
+// Result of one whose user would not save over what another program made of the file.
+constexpr int k_left_alone = 2;
+
 // The message of a code; "Unexpected Error!" for one that has none (above 0, below -20).
 const char *error_message(ErrorCode code);
 

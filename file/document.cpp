@@ -5,9 +5,8 @@
 #include "core/host.h"
 #include "core/recovery.h"
 #include "core/strings.h"
-#include "file/safe_save.h"
+#include "file/save.h"
 #include "file/web_reader.h"
-#include "file/web_writer.h"
 #include "report/output.h"
 #include "web/cells.h"
 #include "web/trail.h"
@@ -29,8 +28,9 @@ static struct Document {
     char name[k_path_max + 1];  // the result of doc_display_name()
     char question[k_path_max + 64];
     char title[k_title_name_max * k_character_max + 32];
-    FILE *file;      // open only while a web is read or written
-    bool keep_copy;  // the file at the save path could not be read whole
+    FILE *file;        // open only while a web is read
+    bool keep_old;     // the file at the save path could not be read whole
+    Fingerprint last;  // of the file at the save path as it was read or written last
 } document;
 
 // Copies at most k_path_max characters.
@@ -71,7 +71,8 @@ void adopt_path(const char *path) {
 
 void forget_file() {
     close_file();
-    document.keep_copy = false;
+    document.keep_old = false;
+    document.last.known = false;
     document.current_path[0] = 0;
     document.display_name[0] = 0;
     document.save_path[0] = 0;
@@ -79,18 +80,19 @@ void forget_file() {
     set_web_changed(false);
 }
 
-// What could not be read whole stays beside the first save over it.
+// False when the user would rather keep what another program made of the file.
+bool may_save_over() {
+    return !web_file_changed(document.save_path, document.last) ||
+           ask_no_yes("The file was changed by another program. Save over it?", k_product_name);
+}
+
 int save_to_path() {
-    document.file = safe_save_open(document.save_path);
-    if (document.file == nullptr) {
-        return report_error(k_cannot_open_web);
+    if (!may_save_over()) {
+        return k_left_alone;
     }
-    int code = web_write(document.file);
-    FILE *file = document.file;
-    document.file = nullptr;
-    code = safe_save_close(file, code, document.keep_copy);
+    int code = save_web_file(document.save_path, document.keep_old, &document.last);
     if (code == 0) {
-        document.keep_copy = false;
+        document.keep_old = false;
     }
     set_web_changed(false);
     return code;
@@ -102,30 +104,27 @@ int save_under_new_path() {
     if (!ask_save_path(document.open_path, sizeof document.open_path, document.display_name)) {
         return k_cancelled;
     }
+    if (strcmp(document.open_path, document.save_path) != 0) {
+        document.keep_old = false;
+        document.last.known = false;
+    }
     adopt_path(document.open_path);
-    document.keep_copy = false;
     int code = save_to_path();
     show_status_message(code == 0 ? "Saved" : "Not Saved");
     return code;
 }
 
 void read_file(void *) {
-    int code = web_read(document.file);
-    document.keep_copy = code < 0 || !web_read_was_whole();
+    web_read(document.file);
+    document.keep_old = !web_read_was_whole();
+    document.last = fingerprint_of(document.file);
 }
 
-// Opens the file that the user means by document.open_path: its copy, when the last save was cut
-// short and the user wants that.
-FILE *open_for_reading() {
-    if (copy_is_better(document.open_path)) {
-        strcpy(document.question, "The last save of ");
-        strcat(document.question, doc_display_name(document.open_path));
-        strcat(document.question, " was cut short. Open the copy from before?");
-        if (ask_yes_no(document.question, k_product_name)) {
-            return file_open(copy_path_of(document.open_path), "rb");
-        }
-    }
-    return file_open(document.open_path, file_read_mode());
+// A file that could not be read whole is lost to the next save, but for the copy that this keeps.
+void warn_of_damage() {
+    strcpy(document.question, document.display_name);
+    strcat(document.question, " could not be read whole. Saving will keep the old file beside it.");
+    show_warning(document.question, k_product_name);
 }
 
 // A web that does not fit is given back whole; the user is left with a new one.
@@ -167,9 +166,12 @@ void store_body(void *) {
     store_text_pane_keep_flag();
 }
 
+// A user who keeps another program's file keeps the changes too.
 int finish_command(int code) {
     refresh_current_view();
-    set_web_changed(false);
+    if (code != k_left_alone) {
+        set_web_changed(false);
+    }
     return code;
 }
 
@@ -215,8 +217,8 @@ void doc_start(const char *command_line) {
 }
 
 int doc_new() {
-    if (web_changed() && doc_confirm_save()) {
-        doc_save();
+    if (web_changed() && doc_confirm_save() && doc_save() == k_left_alone) {
+        return k_left_alone;
     }
     forget_file();
     web_reset(k_home);
@@ -235,7 +237,7 @@ int doc_open(const char *path) {
     if (code != 0) {
         return code;
     }
-    document.file = open_for_reading();
+    document.file = open_web_file(document.open_path, file_read_mode());
     if (document.file == nullptr) {
         return report_error(k_cannot_open_web);
     }
@@ -247,6 +249,9 @@ int doc_open(const char *path) {
     close_file();
     set_web_changed(false);
     refresh_views();
+    if (document.keep_old) {
+        warn_of_damage();
+    }
     return 0;
 }
 
@@ -276,8 +281,10 @@ int doc_command_new() {
     }
     store_text_pane_keep_flag();
     int code = doc_new();
-    output_reset();
-    trail_reset();
+    if (code != k_left_alone) {
+        output_reset();
+        trail_reset();
+    }
     return finish_command(code);
 }
 
@@ -294,7 +301,9 @@ int doc_command_open_path(const char *path) {
     if (code == 0) {
         trail_reset();
     }
-    output_reset();
+    if (code != k_left_alone) {
+        output_reset();
+    }
     return finish_command(code);
 }
 
@@ -374,4 +383,5 @@ void save_and_exit() {
 
 void document_recover() {
     close_file();
+    save_web_file_recover();
 }

@@ -1,7 +1,8 @@
 // The document: which file the web belongs to, and New, Open, Save and Save As.
 //
-// Operations return 0 when done, 1 when the user cancelled a file dialog, or a negative ErrorCode
-// that has been shown.
+// Operations return 0 when done, 1 when the user cancelled a file dialog, 2 when another program
+// has changed the file and the user would not save over it, or a negative ErrorCode that has been
+// shown. After 2 nothing has happened and the web still counts as changed.
 #pragma once
 
 #include <cstdint>
@@ -59,5 +60,5 @@ bool store_text_pane_or_say();
 // are closed and given back, the views refreshed, "OUT OF MEMORY" shown.
 void program_recover();
 
-// Closes the web file. Part of recovery.
+// Lets go of the web file. Part of recovery.
 void document_recover();

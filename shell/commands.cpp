@@ -47,7 +47,8 @@ void show_fresh_web() {
 }
 
 void on_file_new(const Command &) {
-    if (doc_command_new() != k_output_in_use) {
+    int code = doc_command_new();
+    if (code != k_output_in_use && code != k_left_alone) {
         show_fresh_web();
     }
 }

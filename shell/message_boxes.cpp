@@ -32,6 +32,10 @@ bool ask_yes_no(const char *text, const char *caption) {
     return show_box(text, caption, MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
+bool ask_no_yes(const char *text, const char *caption) {
+    return show_box(text, caption, MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION) == IDYES;
+}
+
 bool ask_save_changes(const char *text, const char *caption) {
     return show_box(text, caption, MB_YESNOCANCEL | MB_ICONQUESTION) == IDYES;
 }

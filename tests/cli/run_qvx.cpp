@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include <fcntl.h>
+#include <grp.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -41,17 +42,30 @@ void redirect(int stream, const std::string &path, int flags) {
     close(file);
 }
 
-[[noreturn]] void become_qvx(const std::vector<std::string> &arguments, long file_limit) {
+constexpr unsigned k_nobody = 65534;
+
+struct Start {
+    const std::vector<std::string> &arguments;
+    long file_limit;
+    bool as_nobody;
+};
+
+[[noreturn]] void become_qvx(const Start &start) {
     redirect(0, stream_path("stdin"), O_RDONLY);
     redirect(1, stream_path("stdout"), O_WRONLY | O_CREAT | O_TRUNC);
     redirect(2, stream_path("stderr"), O_WRONLY | O_CREAT | O_TRUNC);
-    if (file_limit > 0) {
-        const rlimit limit{static_cast<rlim_t>(file_limit), static_cast<rlim_t>(file_limit)};
+    if (start.file_limit > 0) {
+        const auto size = static_cast<rlim_t>(start.file_limit);
+        const rlimit limit{size, size};
         setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_IGN);
     }
+    if (start.as_nobody && geteuid() == 0 &&
+        (setgroups(0, nullptr) != 0 || setgid(k_nobody) != 0 || setuid(k_nobody) != 0)) {
+        _exit(126);
+    }
     std::vector<char *> argv{const_cast<char *>(QVX_PATH)};
-    for (const std::string &argument : arguments) {
+    for (const std::string &argument : start.arguments) {
         argv.push_back(const_cast<char *>(argument.c_str()));
     }
     argv.push_back(nullptr);
@@ -59,20 +73,39 @@ void redirect(int stream, const std::string &path, int flags) {
     _exit(127);
 }
 
-}  // namespace
-
-Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input,
-                long file_limit) {
-    write_file(stream_path("stdin"), input);
+Outcome run_to_end(const Start &start) {
     const pid_t child = fork();
     if (child == 0) {
-        become_qvx(arguments, file_limit);
+        become_qvx(start);
     }
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
             file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
+}
+
+}  // namespace
+
+Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input,
+                long file_limit) {
+    write_file(stream_path("stdin"), input);
+    return run_to_end({arguments, file_limit, false});
+}
+
+Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments, long file_limit) {
+    write_file(stream_path("stdin"), "");
+    return run_to_end({arguments, file_limit, true});
+}
+
+void run_and_kill_qvx(const std::vector<std::string> &arguments, unsigned microseconds) {
+    const pid_t child = fork();
+    if (child == 0) {
+        become_qvx({arguments, 0, false});
+    }
+    usleep(microseconds);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
 }
 
 void enter_empty_folder() {

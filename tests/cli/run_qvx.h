@@ -15,6 +15,12 @@ struct Outcome {
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input = "",
                 long file_limit = 0);
 
+// The same as the user "nobody", where the test runs as root; else as whoever runs it.
+Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments, long file_limit = 0);
+
+// Starts qvx, lets it run so long and kills it.
+void run_and_kill_qvx(const std::vector<std::string> &arguments, unsigned microseconds);
+
 // Makes an empty folder the current one.
 void enter_empty_folder();
 

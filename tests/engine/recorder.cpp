@@ -177,6 +177,10 @@ bool ask_ok_cancel(const char *text, const char *caption) {
                     : ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
 }
 
+bool ask_no_yes(const char *text, const char *caption) {
+    return ask(&host().yes_no, "ask_no_yes ", text, caption);
+}
+
 bool ask_yes_no(const char *text, const char *caption) {
     return ask(&host().yes_no, "ask_yes_no ", text, caption);
 }

@@ -120,3 +120,65 @@ TEST_F(FileCommands, DroppedFileIsOpenedWhole) {
     EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
     EXPECT_EQ(pane_text(text_pane()), "dropped");
 }
+
+// Killed between the two steps in which this system replaces a file.
+TEST_F(FileCommands, AMissingFileIsTakenFromTheSaveThatWasCutOff) {
+    start();
+    const std::string web = web_of("rescued");
+    for (const bool whole : {true, false}) {
+        DeleteFileA("cut.qvx");
+        write_file("cut.qvx-new", whole ? web : web.substr(0, web.size() - 9));
+        open_dropped_file(full_path(L"cut.qvx").c_str());
+        EXPECT_EQ(pane_text(text_pane()), "rescued");
+        EXPECT_EQ(status_text(), whole ? "Ready" : "UNABLE TO OPEN WEB FILE");
+        EXPECT_EQ(GetFileAttributesA("cut.qvx-new") == INVALID_FILE_ATTRIBUTES, whole);
+        command(CMD_FILE_SAVE);
+    }
+    EXPECT_EQ(stored_text("home"), "rescued");
+    EXPECT_EQ(GetFileAttributesA("cut.qvx-new"), INVALID_FILE_ATTRIBUTES) << "swept by the save";
+    DeleteFileA("cut.qvx");
+}
+
+TEST_F(FileCommands, AReadOnlyFileAndAHardLinkStayWhatTheyAre) {
+    start_in_text(web_of("Hi"));
+    type(text_pane(), "Oh ");
+    const std::string before = file_bytes(path);
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+    command(CMD_FILE_SAVE);
+    EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
+    EXPECT_EQ(file_bytes(path), before);
+    EXPECT_NE(GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    command(CMD_FILE_SAVE);
+    const std::string after = file_bytes(path);
+    EXPECT_NE(after.find("Oh Hi"), std::string::npos);
+
+    ASSERT_TRUE(CreateHardLinkA("other_name", path.c_str(), nullptr));
+    type(text_pane(), "again ");
+    command(CMD_FILE_SAVE);
+    EXPECT_NE(file_bytes(path), after);
+    EXPECT_EQ(file_bytes("other_name"), file_bytes(path));
+    DeleteFileA("other_name");
+}
+
+TEST_F(FileCommands, AsksBeforeSavingOverAnotherProgramsChanges) {
+    start_in_text(web_of("Hi"));
+    type(text_pane(), "Oh ");
+    const std::string theirs = web_of("theirs");
+    write_file(path, theirs);
+    answer_with("The file was changed by another program. Save over it?", [](HWND box) {
+        EXPECT_TRUE(has_focus(GetDlgItem(box, IDNO)));
+        press_button(box, IDNO);
+    });
+    command(CMD_FILE_SAVE);
+    EXPECT_TRUE(web_changed());
+    EXPECT_EQ(file_bytes(path), theirs);
+    answer("Save current changes in test?", IDYES);
+    answer("The file was changed by another program. Save over it?", IDNO);
+    command(CMD_FILE_NEW);
+    EXPECT_EQ(pane_text(text_pane()), "Oh Hi");
+    EXPECT_EQ(current_view(), k_view_text);
+    answer("The file was changed by another program. Save over it?", IDYES);
+    command(CMD_FILE_SAVE);
+    EXPECT_NE(file_bytes(path).find("Oh Hi"), std::string::npos);
+}

@@ -1,0 +1,133 @@
+#include "file/save.h"
+
+#include "core/errors.h"
+#include "core/host.h"
+#include "file/web_writer.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr const char *k_web_end = "</eof>";
+constexpr long k_web_end_bytes = 6;
+
+// FNV-1a.
+constexpr uint32_t k_checksum_start = 2166136261U;
+constexpr uint32_t k_checksum_factor = 16777619U;
+
+static struct Save {
+    char message[512];
+    uint8_t bytes[2048];
+} save;
+
+// A web file that ends in its end mark was written whole.
+bool is_whole(const char *path) {
+    FILE *file = file_open(path, "rb");
+    if (file == nullptr) {
+        return false;
+    }
+    char end[k_web_end_bytes];
+    bool whole = fseek(file, -k_web_end_bytes, SEEK_END) == 0 &&
+                 fread(end, 1, sizeof end, file) == sizeof end &&
+                 memcmp(end, k_web_end, sizeof end) == 0;
+    fclose(file);
+    return whole;
+}
+
+// Says that `what`, which is kept in a file of its own, is there. A path that does not fit is shown
+// from its end, where the name is.
+void say_kept(const char *what) {
+    const char *path = file_kept_path();
+    size_t length = strlen(path);
+    size_t before = strlen(what);
+    size_t room = sizeof save.message - before - 1;
+    const char *shown = length > room ? path + (length - room) : path;
+    memcpy(save.message, what, before);
+    strcpy(save.message + before, shown);
+    show_warning(save.message, k_product_name);
+}
+
+// Null when there is nothing to save over, or what is there could not be kept.
+FILE *begin(const char *path, bool keep_old) {
+    if (keep_old && !file_keep(path, ".bad")) {
+        return nullptr;
+    }
+    return file_replace_begin(path);
+}
+
+int finish() {
+    if (file_replace_finish()) {
+        return 0;
+    }
+    int code = report_error(k_cannot_write_web);
+    if (*file_kept_path() != 0) {
+        say_kept("The file as it was is kept in ");
+    }
+    return code;
+}
+
+}  // namespace
+
+FILE *open_web_file(const char *path, const char *mode) {
+    FILE *file = file_open(path, mode);
+    if (file != nullptr) {
+        return file;
+    }
+    const char *successor = file_successor(path);
+    if (*successor != 0 && is_whole(successor) && file_move(successor, path)) {
+        return file_open(path, mode);
+    }
+    return file_open(path, mode);  // for its reason
+}
+
+Fingerprint fingerprint_of(FILE *file) {
+    Fingerprint print = {false, 0, k_checksum_start};
+    if (fflush(file) != 0 || fseek(file, 0, SEEK_SET) != 0) {
+        return print;
+    }
+    for (;;) {
+        size_t n = fread(save.bytes, 1, sizeof save.bytes, file);
+        for (size_t i = 0; i < n; ++i) {
+            print.checksum = (print.checksum ^ save.bytes[i]) * k_checksum_factor;
+        }
+        print.length += static_cast<uint32_t>(n);
+        if (n == 0) {
+            break;
+        }
+    }
+    print.known = ferror(file) == 0;
+    clearerr(file);  // of a device that can only be written
+    return print;
+}
+
+bool web_file_changed(const char *path, const Fingerprint &last) {
+    FILE *file = last.known ? file_open(path, "rb") : nullptr;
+    if (file == nullptr) {
+        return false;
+    }
+    Fingerprint now = fingerprint_of(file);
+    fclose(file);
+    return now.known && (now.length != last.length || now.checksum != last.checksum);
+}
+
+int save_web_file(const char *path, bool keep_old, Fingerprint *written) {
+    FILE *file = begin(path, keep_old);
+    if (file == nullptr) {
+        return report_error(k_cannot_open_web);
+    }
+    int code = web_write(file);
+    if (code < 0) {
+        file_replace_abandon();
+        return code;
+    }
+    Fingerprint print = fingerprint_of(file);
+    code = finish();
+    if (code == 0) {
+        *written = print;
+    }
+    return code;
+}
+
+void save_web_file_recover() {
+    file_replace_abandon();
+}

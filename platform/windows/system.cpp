@@ -1,0 +1,287 @@
+// Files where the system takes UTF-16 and '\' separates folders.
+#include "platform/system.h"
+
+#include "core/host.h"
+#include "shell/text_conversion.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+const char k_path_separator = '\\';
+
+namespace {
+
+constexpr const char *k_next_suffix = "-new";
+constexpr DWORD k_wide_path_max = k_system_path_max;
+constexpr DWORD k_share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// Somebody who looks into every new file holds it for a moment.
+constexpr int k_tries = 50;
+constexpr DWORD k_try_milliseconds = 20;
+
+static struct WidePaths {
+    wchar_t one[k_wide_path_max];
+    wchar_t other[k_wide_path_max];
+} wide;
+
+constexpr struct {
+    DWORD code;
+    int reason;
+} k_reasons[] = {
+    {ERROR_FILE_NOT_FOUND, ENOENT},
+    {ERROR_PATH_NOT_FOUND, ENOENT},
+    {ERROR_INVALID_NAME, ENOENT},
+    {ERROR_ACCESS_DENIED, EACCES},
+    {ERROR_SHARING_VIOLATION, EACCES},
+    {ERROR_WRITE_PROTECT, EROFS},
+    {ERROR_DISK_FULL, ENOSPC},
+    {ERROR_HANDLE_DISK_FULL, ENOSPC},
+    {ERROR_FILE_EXISTS, EEXIST},
+    {ERROR_ALREADY_EXISTS, EEXIST},
+    {ERROR_FILENAME_EXCED_RANGE, ENAMETOOLONG},
+};
+
+bool fail_as_system() {
+    DWORD code = GetLastError();
+    errno = EIO;
+    for (const auto &row : k_reasons) {
+        if (row.code == code) {
+            errno = row.reason;
+        }
+    }
+    return false;
+}
+
+// Null for a path that is too long, which is never cut.
+const wchar_t *wide_path(const char *path, wchar_t *to = wide.one) {
+    if (strlen(path) >= k_system_path_max) {
+        errno = ENAMETOOLONG;
+        return nullptr;
+    }
+    utf16_copy(to, k_wide_path_max, path);
+    return to;
+}
+
+FILE *stream_of(HANDLE file, const char *mode, int flags) {
+    if (file == INVALID_HANDLE_VALUE) {
+        fail_as_system();
+        return nullptr;
+    }
+    int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file), flags | _O_BINARY);
+    return _fdopen(descriptor, mode);
+}
+
+HANDLE handle_of(FILE *file) {
+    return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+}
+
+bool is_transient(DWORD code) {
+    return code == ERROR_SHARING_VIOLATION || code == ERROR_ACCESS_DENIED ||
+           code == ERROR_USER_MAPPED_FILE;
+}
+
+// A file that is read at this moment lets itself be replaced; one that is being looked through by
+// something else may not.
+bool put_over(const wchar_t *next, const wchar_t *target) {
+    for (int i = 0; i < k_tries; ++i) {
+        if (ReplaceFileW(target, next, nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                         nullptr)) {
+            return true;
+        }
+        if (!is_transient(GetLastError())) {
+            break;
+        }
+        Sleep(k_try_milliseconds);
+    }
+    return MoveFileExW(next, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+// Who may read and write the file at `model`; null when it cannot be asked.
+PSECURITY_DESCRIPTOR rights_of(const wchar_t *model) {
+    alignas(void *) static char rights[2048];
+    DWORD size = 0;
+    return GetFileSecurityW(model, DACL_SECURITY_INFORMATION, rights, sizeof rights, &size)
+               ? rights
+               : nullptr;
+}
+
+HANDLE create_new(const wchar_t *name, SECURITY_ATTRIBUTES *security) {
+    return CreateFileW(name, GENERIC_READ | GENERIC_WRITE, 0, security, CREATE_NEW,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+bool final_path(HANDLE file, char *target) {
+    DWORD length = GetFinalPathNameByHandleW(file, wide.other, k_wide_path_max, 0);
+    if (length == 0 || length >= k_wide_path_max || utf8_size(wide.other) >= k_system_path_max) {
+        errno = ENAMETOOLONG;
+        return false;
+    }
+    utf8_copy(target, k_system_path_max, wide.other);
+    return true;
+}
+
+FileKind kind_of_open(HANDLE file, DWORD attributes, char *target) {
+    BY_HANDLE_FILE_INFORMATION about = {};
+    if (GetFileType(file) != FILE_TYPE_DISK || !GetFileInformationByHandle(file, &about)) {
+        return FileKind::device;
+    }
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && !final_path(file, target)) {
+        return FileKind::refused;
+    }
+    return about.nNumberOfLinks > 1 ? FileKind::shared : FileKind::plain;
+}
+
+}  // namespace
+
+// Others may replace the file while it is read.
+FILE *file_open(const char *path, const char *mode) {
+    const wchar_t *name = wide_path(path);
+    if (name == nullptr) {
+        return nullptr;
+    }
+    if (*mode != 'r') {
+        wchar_t wide_mode[8];
+        utf16_copy(wide_mode, 8, mode);
+        return _wfopen(name, wide_mode);
+    }
+    bool writes = strchr(mode, '+') != nullptr;
+    HANDLE file = CreateFileW(name, writes ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
+                              k_share_all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return stream_of(file, mode, writes ? _O_RDWR : _O_RDONLY);
+}
+
+const char *file_successor(const char *path) {
+    static char next[k_system_path_max];
+    return system_next_path(next, path) ? next : "";
+}
+
+bool file_move(const char *from, const char *to) {
+    const wchar_t *name = wide_path(from);
+    const wchar_t *new_name = wide_path(to, wide.other);
+    if (name == nullptr || new_name == nullptr) {
+        return false;
+    }
+    return MoveFileExW(name, new_name, MOVEFILE_WRITE_THROUGH) || fail_as_system();
+}
+
+FileKind system_look(const char *path, char *target) {
+    const wchar_t *name = wide_path(path);
+    if (name == nullptr) {
+        return FileKind::refused;
+    }
+    strcpy(target, path);
+    DWORD attributes = GetFileAttributesW(name);
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        fail_as_system();
+        return errno == ENOENT ? FileKind::missing : FileKind::refused;
+    }
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        errno = EACCES;
+        return FileKind::refused;
+    }
+    HANDLE file = CreateFileW(name, GENERIC_READ | GENERIC_WRITE, k_share_all, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        fail_as_system();
+        return FileKind::refused;
+    }
+    FileKind kind = kind_of_open(file, attributes, target);
+    CloseHandle(file);
+    return kind;
+}
+
+// Attributes come from the old file when the new one takes its place. What a program that was
+// killed left at the path is removed; another one's next version is waited for.
+FILE *system_create(const char *path, const char *model, bool exactly) {
+    const wchar_t *model_name = model != nullptr ? wide_path(model, wide.other) : nullptr;
+    const wchar_t *name = wide_path(path);
+    if (name == nullptr) {
+        return nullptr;
+    }
+    SECURITY_ATTRIBUTES security = {sizeof security, nullptr, FALSE};
+    security.lpSecurityDescriptor = model_name != nullptr ? rights_of(model_name) : nullptr;
+    HANDLE file = create_new(name, &security);
+    for (int i = 0; exactly && i < k_tries && file == INVALID_HANDLE_VALUE; ++i) {
+        if (GetLastError() != ERROR_FILE_EXISTS) {
+            break;
+        }
+        if (!DeleteFileW(name)) {
+            Sleep(k_try_milliseconds);
+        }
+        file = create_new(name, &security);
+    }
+    return stream_of(file, "w+b", _O_RDWR);
+}
+
+FILE *system_create_temporary(char *path) {
+    wchar_t folder[MAX_PATH + 1];
+    wchar_t name[MAX_PATH + 1];
+    if (GetTempPathW(MAX_PATH + 1, folder) == 0 || GetTempFileNameW(folder, L"qvx", 0, name) == 0) {
+        fail_as_system();
+        return nullptr;
+    }
+    utf8_copy(path, k_system_path_max, name);
+    HANDLE file = CreateFileW(name, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    return stream_of(file, "w+b", _O_RDWR);
+}
+
+bool system_next_path(char *next, const char *target) {
+    size_t length = strlen(target);
+    size_t suffix_length = strlen(k_next_suffix);
+    if (length + suffix_length >= k_system_path_max) {
+        errno = ENAMETOOLONG;
+        return false;
+    }
+    memcpy(next, target, length);
+    memcpy(next + length, k_next_suffix, suffix_length + 1);
+    return true;
+}
+
+// One that is still being written cannot be removed.
+void system_sweep(const char *target) {
+    const char *next = file_successor(target);
+    if (*next != 0) {
+        system_remove(next);
+    }
+}
+
+bool system_to_disk(FILE *file) {
+    if (fflush(file) != 0) {
+        return false;
+    }
+    return FlushFileBuffers(handle_of(file)) || fail_as_system();
+}
+
+bool system_make_room(FILE *, long) {
+    return true;
+}
+
+bool system_cut(FILE *file, long length) {
+    if (fflush(file) != 0) {
+        return false;
+    }
+    return (SetFilePointer(handle_of(file), length, nullptr, FILE_BEGIN) !=
+                INVALID_SET_FILE_POINTER &&
+            SetEndOfFile(handle_of(file))) ||
+           fail_as_system();
+}
+
+bool system_put_over(const char *next, const char *target) {
+    const wchar_t *target_name = wide_path(target, wide.other);
+    const wchar_t *next_name = wide_path(next);
+    if (target_name == nullptr || next_name == nullptr) {
+        return false;
+    }
+    return put_over(next_name, target_name) || fail_as_system();
+}
+
+bool system_remove(const char *path) {
+    const wchar_t *name = wide_path(path);
+    return name != nullptr && (DeleteFileW(name) || fail_as_system());
+}

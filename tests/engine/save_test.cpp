@@ -1,0 +1,294 @@
+// Saving: the path names a whole web at every moment, what could not be read whole is kept, and
+// another program's changes are not written over unasked.
+#include "tests/engine/engine_test.h"
+#include "tests/engine/web_files.h"
+
+#include "core/byte_stream.h"
+#include "file/document.h"
+#include "file/save.h"
+#include "platform/system.h"
+#include "web/cell_ops.h"
+#include "web/cell_text.h"
+#include "web/cells.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using Save = EngineTest;
+
+// The linker puts these before the platform's functions of the same names. Each is a step that the
+// system may refuse: the step that finds the countdown at 0 fails; negative: none.
+namespace {
+
+int steps_until_refusal = -1;
+bool refused_once = false;
+
+bool refused() {
+    if (steps_until_refusal != 0) {
+        steps_until_refusal -= steps_until_refusal > 0 ? 1 : 0;
+        return false;
+    }
+    steps_until_refusal = -1;
+    refused_once = true;
+    errno = EIO;
+    return true;
+}
+
+}  // namespace
+
+extern "C" {
+FILE *__real_system_create(const char *path, const char *model, bool exactly);
+FILE *__real_system_create_temporary(char *path);
+bool __real_system_to_disk(FILE *file);
+bool __real_system_make_room(FILE *file, long length);
+bool __real_system_cut(FILE *file, long length);
+bool __real_system_put_over(const char *next, const char *target);
+
+FILE *__wrap_system_create(const char *path, const char *model, bool exactly) {
+    return refused() ? nullptr : __real_system_create(path, model, exactly);
+}
+
+FILE *__wrap_system_create_temporary(char *path) {
+    return refused() ? nullptr : __real_system_create_temporary(path);
+}
+
+bool __wrap_system_to_disk(FILE *file) {
+    return !refused() && __real_system_to_disk(file);
+}
+
+bool __wrap_system_make_room(FILE *file, long length) {
+    return !refused() && __real_system_make_room(file, length);
+}
+
+bool __wrap_system_cut(FILE *file, long length) {
+    return !refused() && __real_system_cut(file, length);
+}
+
+bool __wrap_system_put_over(const char *next, const char *target) {
+    return !refused() && __real_system_put_over(next, target);
+}
+}
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char *k_question =
+    "ask_no_yes The file was changed by another program. Save over it?|Quorvane";
+
+std::string whole_web(const std::string &text) {
+    return cell_file("home", text) + "</eof>";
+}
+
+// Everything in the scratch folder whose name begins like this path's, the path itself apart.
+std::vector<std::string> beside(const std::string &path) {
+    std::vector<std::string> found;
+    for (const fs::directory_entry &entry : fs::directory_iterator(fs::path(path).parent_path())) {
+        const std::string name = entry.path().string();
+        if (name.starts_with(path) && name != path) {
+            found.push_back(name.substr(path.size()));
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+// A path of this test's own with nothing there, nor beside it.
+std::string fresh_path(const std::string &name) {
+    const std::string path = scratch_path(name);
+    fs::remove(path);
+    for (const std::string &suffix : beside(path)) {
+        fs::remove(path + suffix);
+    }
+    return path;
+}
+
+std::string open_fresh(const std::string &name, const std::string &bytes) {
+    const std::string path = fresh_path(name);
+    make_file(path, bytes);
+    EXPECT_EQ(doc_command_open_path(path.c_str()), 0);
+    return path;
+}
+
+long times_asked(const Log &log) {
+    return std::count(log.begin(), log.end(), k_question);
+}
+
+}  // namespace
+
+TEST_F(Save, AFailedSaveLeavesTheOldFileAndNothingElse) {
+    const std::string path = open_fresh("failed.qvx", whole_web("before"));
+    type_text("after");
+    // The first failing write is the engine's; the second way fails behind it, at the disk.
+    byte_stream_fail_write_after(0);
+    EXPECT_EQ(doc_save(), -4);
+    byte_stream_fail_write_after(-1);
+    EXPECT_EQ(host().status, "UNABLE TO WRITE TO WEB FILE");
+    EXPECT_EQ(file_bytes(path), whole_web("before"));
+    EXPECT_EQ(beside(path), Names());
+    EXPECT_EQ(doc_command_save(), 0);
+    EXPECT_EQ(file_bytes(path), written_web());
+    EXPECT_EQ(beside(path), Names());
+}
+
+// One step after the other is refused: the file is the old or the new one, and where a save into
+// the file itself failed half way, the message names where the old bytes are.
+TEST_F(Save, EveryStepThatTheSystemRefuses) {
+    for (const bool linked : {false, true}) {
+        int failed = 0;
+        bool done = false;
+        for (int step = 0; !done; ++step) {
+            SCOPED_TRACE((linked ? "linked " : "plain ") + std::to_string(step));
+            const std::string path = open_fresh("steps.qvx", whole_web("before"));
+            const std::string other = fresh_path("another_name");
+            if (linked) {
+                fs::create_hard_link(path, other);
+            }
+            type_text("after");
+            take_log();
+            refused_once = false;
+            steps_until_refusal = step;
+            const int code = doc_command_save();
+            steps_until_refusal = -1;
+            done = !refused_once;
+            EXPECT_EQ(file_bytes(path), code == 0 ? written_web() : whole_web("before"));
+            EXPECT_TRUE(code == 0 || code == -3 || code == -4);
+            EXPECT_TRUE(code == 0 || !done);
+            EXPECT_EQ(fs::hard_link_count(path), linked ? 2U : 1U);
+            const Names strays = beside(path);
+            if (!strays.empty()) {
+                EXPECT_EQ(strays, Names{"-old"});
+                EXPECT_EQ(file_bytes(path + "-old"), whole_web("before"));
+                const std::string line = "warning The file as it was is kept in " + path;
+                const Log log = take_log();
+                EXPECT_EQ(std::count(log.begin(), log.end(), line + "-old|Quorvane"), 1);
+            }
+            failed += code != 0 ? 1 : 0;
+        }
+        EXPECT_GE(failed, linked ? 4 : 1);
+    }
+}
+
+TEST_F(Save, WhatCouldNotBeReadWholeIsKeptOnce) {
+    const struct {
+        std::string bytes;
+        bool read_error;
+        const char *status;
+    } rows[] = {
+        {"<cname>1</cname></eof>", false, "Bad Input File"},
+        {whole_web("before"), true, "UNABLE TO READ FROM WEB FILE"},
+        {cell_file("home", "no end"), false, "The end of this file is missing"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.status);
+        const std::string path = fresh_path("damaged.qvx");
+        make_file(path, row.bytes);
+        make_file(path + ".bad", "of an earlier day");
+        byte_stream_fail_read_after(row.read_error ? 0 : -1);
+        take_log();
+        ASSERT_EQ(doc_command_open_path(path.c_str()), 0);
+        byte_stream_fail_read_after(-1);
+        EXPECT_EQ(host().status, row.status);
+        const std::string warning = std::string("warning ") + doc_current_display_name() +
+                                    " could not be read whole. Saving will keep the old file "
+                                    "beside it.|Quorvane";
+        const Log log = take_log();
+        EXPECT_EQ(std::count(log.begin(), log.end(), warning), 1);
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(doc_command_save(), 0);
+            EXPECT_EQ(file_bytes(path), written_web());
+            EXPECT_EQ(beside(path), (Names{".bad", ".bad2"}));
+        }
+        EXPECT_EQ(file_bytes(path + ".bad"), "of an earlier day");
+        EXPECT_EQ(file_bytes(path + ".bad2"), row.bytes);
+    }
+}
+
+TEST_F(Save, AWebSavedElsewhereLeavesTheDamagedFileAlone) {
+    const std::string path = open_fresh("elsewhere.qvx", cell_file("home", "cut"));
+    const std::string other = fresh_path("other_place.qvx");
+    host().save_paths = {other};
+    EXPECT_EQ(doc_command_save_as(), 0);
+    EXPECT_EQ(file_bytes(path), cell_file("home", "cut"));
+    EXPECT_EQ(beside(path), Names());
+    EXPECT_EQ(beside(other), Names());
+}
+
+TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
+    const std::string path = open_fresh("shared.qvx", whole_web("before"));
+    const std::string theirs = whole_web("theirs");
+    take_log();
+    type_text("mine");
+    make_file(path, theirs);
+
+    // No: nothing is written, and what is unsaved still counts as such, whoever wanted to save.
+    const std::function<int()> ways[] = {doc_command_save, doc_command_new,
+                                         [&] { return doc_command_open_path(path.c_str()); }};
+    for (const auto &way : ways) {
+        host().yes_no = {false};
+        host().save_changes = {true};
+        EXPECT_EQ(way(), 2);
+        EXPECT_TRUE(web_changed());
+        EXPECT_EQ(file_bytes(path), theirs);
+        EXPECT_EQ(text_of("home"), "mine");
+        EXPECT_EQ(doc_save_path(), path);
+    }
+    host().save_changes = {true};
+    EXPECT_EQ(run_until_end(save_and_exit), std::nullopt);
+    EXPECT_EQ(times_asked(take_log()), 4);
+
+    host().yes_no = {true};
+    EXPECT_EQ(doc_command_save(), 0);
+    EXPECT_EQ(times_asked(take_log()), 1);
+    EXPECT_EQ(file_bytes(path), written_web());
+
+    // What the program wrote itself, or what has gone, is no reason to ask; nor is another name.
+    type_text("again");
+    EXPECT_EQ(doc_command_save(), 0);
+    fs::remove(path);
+    EXPECT_EQ(doc_command_save(), 0);
+    EXPECT_EQ(file_bytes(path), written_web());
+    make_file(path, theirs);
+    host().save_paths = {fresh_path("mine.qvx")};
+    EXPECT_EQ(doc_command_save_as(), 0);
+    EXPECT_EQ(times_asked(take_log()), 0);
+    EXPECT_EQ(file_bytes(path), theirs);
+}
+
+// The program is killed while it saves, again and again: the file is the web before or after, and
+// the next save leaves nothing beside it.
+TEST_F(Save, AKilledSaveLosesNothing) {
+    const std::string path = fresh_path("killed.qvx");
+    for (int i = 0; i < 300; ++i) {
+        make_cell(("cell" + std::to_string(i)).c_str(), std::string(300, 'x'));
+    }
+    make_cell("stamp", "0");
+    std::string before = "0";
+    host().save_paths = {path};
+    ASSERT_EQ(doc_save(), 0);
+    uint32_t cut = 0;
+    for (uint32_t round = 1; round <= 200; ++round) {
+        std::string after = std::to_string(round);
+        cell_replace_text(cell_lookup("stamp"), after.data(), static_cast<uint32_t>(after.size()));
+        pid_t child = fork();
+        if (child == 0) {
+            doc_save();
+            _exit(0);
+        }
+        usleep((round * 37) % 1500);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        cut += beside(path).empty() ? 0U : 1U;
+        ASSERT_EQ(doc_open(path.c_str()), 0) << round;
+        ASSERT_TRUE(text_of("stamp") == before || text_of("stamp") == after) << round;
+        ASSERT_EQ(text_of("cell299"), std::string(300, 'x'));
+        before = text_of("stamp");
+    }
+    EXPECT_GT(cut, 0U);  // or nothing was tried
+    EXPECT_EQ(doc_save(), 0);
+    EXPECT_EQ(beside(path), Names());
+}
