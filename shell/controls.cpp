@@ -67,8 +67,8 @@ void create_navigation(HWND parent) {
     };
     controls.navigation = CreateToolbarEx(
         parent,
-        static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NORESIZE |
-                           CCS_NOPARENTALIGN | CCS_NODIVIDER),
+        static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS |
+                           CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER),
         CTL_NAVIGATION, BAR_IMAGE_COUNT, program_instance(), RES_BAR_IMAGES, buttons, 2,
         BAR_IMAGE_WIDTH, BAR_IMAGE_HEIGHT, BAR_IMAGE_WIDTH, BAR_IMAGE_HEIGHT, sizeof(TBBUTTON));
     SendMessageW(controls.navigation, TB_SETINDENT,

@@ -120,3 +120,13 @@ TEST_F(FileCommands, DroppedFileIsOpenedWhole) {
     EXPECT_EQ(status_text(), "UNABLE TO OPEN WEB FILE");
     EXPECT_EQ(pane_text(text_pane()), "dropped");
 }
+
+TEST_F(FileCommands, OpeningOffersNoReadOnlyBox) {
+    start();
+    answer_with("Open", [](HWND dialog) {
+        HWND box = GetDlgItem(dialog, chx1);
+        EXPECT_TRUE(box == nullptr || !IsWindowVisible(box));
+        press_button(dialog, IDCANCEL);
+    });
+    command(CMD_FILE_OPEN);
+}
