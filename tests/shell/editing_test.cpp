@@ -179,3 +179,25 @@ TEST_F(Editing, ControlAndTheWheelZoomBothPanesWithinTheOptionsRange) {
     EXPECT_EQ(zooms(), "-10 -10 -10");
     EXPECT_EQ(status_text(), "OUTPUT IN USE");
 }
+
+TEST_F(Editing, ZoomingKeepsTheLineAtTheTop) {
+    start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));
+    const auto first_line = [] {
+        return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
+    };
+    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
+    for (const int notches : {4, -6, 30}) {
+        turn_wheel(text_pane(), notches);
+        UpdateWindow(text_pane());
+        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+        EXPECT_EQ(first_line(), 100) << notches;
+    }
+    show_tab(2);
+    turn_wheel(console_pane(), -10);
+    run_for(100);
+    show_tab(1);
+    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+    EXPECT_EQ(first_line(), 100) << "zoomed while hidden";
+    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
+}

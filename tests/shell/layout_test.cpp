@@ -153,7 +153,7 @@ TEST_F(Layout, PictureButtonsSayWhatTheyDo) {
     EXPECT_EQ(tip_of(navigation_buttons(), CMD_BACK), L"Back (Alt+Left)");
     EXPECT_EQ(tip_of(navigation_buttons(), CMD_FOLLOW), L"Follow (Alt+Right)");
     EXPECT_EQ(tip_of(menu_bar(), CMD_REPORT), L"Run the report");
-    EXPECT_EQ(tip_of(menu_bar(), CMD_SPARE_BUTTON), L"Without a function");
+    EXPECT_EQ(tip_of(menu_bar(), CMD_SPARE_BUTTON), L"Does nothing");
     EXPECT_EQ(tip_of(menu_bar(), STR_MENU_FILE), L"");
 }
 
