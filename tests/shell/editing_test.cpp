@@ -163,7 +163,7 @@ TEST_F(Editing, BothPanesUndoAndRedoByKey) {
     }
 }
 
-TEST_F(Editing, ControlAndTheWheelZoomBothPanesWithinTheOptionsRange) {
+TEST_F(Editing, TheWheelAndTheNumberPadZoomBothPanesWithinTheOptionsRange) {
     start_in_text(web_of("some text"));
     turn_wheel(text_pane(), 3);
     EXPECT_EQ(zooms(), "3 3 3");
@@ -171,6 +171,10 @@ TEST_F(Editing, ControlAndTheWheelZoomBothPanesWithinTheOptionsRange) {
     EXPECT_EQ(zooms(), "20 20 20");
     show_tab(2);
     turn_wheel(console_pane(), -40);
+    EXPECT_EQ(zooms(), "-10 -10 -10");
+    press_with_control(console_pane(), VK_ADD);
+    EXPECT_EQ(zooms(), "-9 -9 -9");
+    press_with_control(console_pane(), VK_SUBTRACT);
     EXPECT_EQ(zooms(), "-10 -10 -10");
     EXPECT_FALSE(web_changed());
     busy_set(true);
