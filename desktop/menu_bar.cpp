@@ -1,5 +1,7 @@
 #include "desktop/menu_bar.h"
 
+#include "resources/resource.h"
+
 #include <aygshell.h>
 
 namespace {
@@ -254,6 +256,14 @@ void set_up_bar(HINSTANCE instance, int bitmap, int image_count) {
         SetWindowLongPtrW(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(bar_proc)));
 }
 
+// A button without such a string has no tip.
+void tell_tip(NMTTDISPINFOW *tip) {
+    tip->lpszText = tip->szText;
+    tip->szText[0] = 0;
+    LoadStringW(GetModuleHandleW(nullptr), STR_TIP + static_cast<UINT>(tip->hdr.idFrom),
+                tip->szText, sizeof tip->szText / sizeof *tip->szText);
+}
+
 }  // namespace
 
 HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int image_count) {
@@ -270,7 +280,7 @@ HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int i
     menu_bar.bar =
         CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
                         WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
-                            CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER,
+                            TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER,
                         0, 0, 0, 0, parent, nullptr, instance, nullptr);
     if (!menu_bar.bar) {
         menu_bar_destroyed();
@@ -305,7 +315,11 @@ void menu_bar_destroyed() {
     menu_bar = {};
 }
 
-bool menu_bar_notify(const NMHDR *header, LRESULT *result) {
+bool menu_bar_notify(NMHDR *header, LRESULT *result) {
+    if (header->code == TTN_GETDISPINFOW) {
+        tell_tip(reinterpret_cast<NMTTDISPINFOW *>(header));
+        return true;
+    }
     if (!menu_bar.bar || header->hwndFrom != menu_bar.bar) {
         return false;
     }

@@ -14,8 +14,9 @@ HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int i
 void menu_bar_place();
 void menu_bar_destroyed();
 
-// True when the notification is the bar's own and done with, with the result to return.
-bool menu_bar_notify(const NMHDR *header, LRESULT *result);
+// True when the notification is the bar's own, or one about the tool tips of any tool bar, and done
+// with, with the result to return.
+bool menu_bar_notify(NMHDR *header, LRESULT *result);
 
 // For WM_MENUSELECT.
 void menu_bar_item_selected(WPARAM wparam, LPARAM lparam);

@@ -3,6 +3,7 @@
 #include "desktop/drop.h"
 #include "desktop/frame.h"
 #include "desktop/menu_bar.h"
+#include "desktop/tabs.h"
 #include "resources/resource.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 
 #include <commctrl.h>
 #include <ole2.h>
-#include <uxtheme.h>
 
 namespace {
 
@@ -145,7 +145,7 @@ void on_child_created(HWND child) {
     if (lstrcmpW(name, L"Scintilla") == 0) {
         drop_register(child);
     } else if (lstrcmpW(name, WC_TABCONTROLW) == 0) {
-        SetWindowTheme(child, L"", L"");  // the themes have no look for tabs along the bottom
+        tabs_hook(child);
     }
 }
 
@@ -166,7 +166,7 @@ bool handle_before_program(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     case WM_SIZE:
         return !on_size(window, wparam);
     case WM_NOTIFY:
-        return menu_bar_notify(reinterpret_cast<const NMHDR *>(lparam), result);
+        return menu_bar_notify(reinterpret_cast<NMHDR *>(lparam), result);
     case WM_DROPFILES:
         on_drop_files(reinterpret_cast<HDROP>(wparam));
         return true;

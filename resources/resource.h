@@ -34,6 +34,7 @@
 #define CMD_PASTE 25
 #define CMD_DELETE 26
 #define CMD_UNDO 27
+#define CMD_REDO 28  // a key alone
 #define CMD_FIND 30
 #define CMD_SETTINGS 33
 #define CMD_ZOOM 34
@@ -149,3 +150,10 @@
 #define STR_MENU_EDIT 171
 #define STR_MENU_CELL 172
 #define STR_MENU_HELP 173
+
+// What a tool bar's button says of itself, by its command.
+#define STR_TIP 300
+#define STR_TIP_REPORT (STR_TIP + CMD_REPORT)
+#define STR_TIP_SPARE_BUTTON (STR_TIP + CMD_SPARE_BUTTON)
+#define STR_TIP_BACK (STR_TIP + CMD_BACK)
+#define STR_TIP_FOLLOW (STR_TIP + CMD_FOLLOW)

@@ -10,7 +10,7 @@ mingw=x86_64-w64-mingw32
 packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev nlohmann-json3-dev)
 packages_arm=(g++-arm-linux-gnueabi qemu-user googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
-packages_wine=(wine wine64 fonts-wine xvfb xdotool imagemagick)
+packages_wine=(wine wine64 fonts-wine fonts-dejavu-extra xvfb xdotool imagemagick)
 packages_check=(clang-format clang-tidy)
 packages_bench=(libbenchmark-dev libexpat1-dev libxml2-dev libpugixml-dev valgrind x11-utils)
 
@@ -163,7 +163,7 @@ place_scintilla() {
 
 # Makes the private prefix and exports what Wine needs to know about it. Sets $wine.
 set_up_wine() {
-    local state=3 # counts the versions of what is set up below
+    local state=4 # counts the versions of what is set up below
     export WINEPREFIX=$build/wine WINEARCH=win64 WINEDEBUG=-all \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
     # Wine writes file names as the locale can; without one it refuses all but plain letters.
@@ -179,12 +179,14 @@ set_up_wine() {
     } >"$build/wine.log" 2>&1 || die "Wine could not be set up (see build/wine.log)."
 }
 
-# Debian's Wine does not look where Debian puts its fonts. Tahoma goes there as its outlines alone.
+# Debian's Wine does not look where Debian puts its fonts. Its Tahoma stays away: the bold letters
+# are drawn as bitmaps of other widths than measured up to 9 points, and thin above. wine.reg puts
+# DejaVu Sans Condensed in its place, which is as narrow and all outlines.
 link_wine_fonts() {
     local fonts=$WINEPREFIX/drive_c/windows/Fonts
-    dpkg -L fonts-wine | grep -E '/fonts/[^/]+\.(ttf|fon)$' | xargs -I{} ln -sf {} "$fonts/"
-    python3 scripts/outline_font.py "$(readlink -f "$fonts/tahoma.ttf")" "$fonts/tahoma.new" &&
-        mv -f "$fonts/tahoma.new" "$fonts/tahoma.ttf"
+    rm -f "$fonts"/tahoma*.ttf
+    dpkg -L fonts-wine | grep -E '/fonts/[^/]+\.(ttf|fon)$' | grep -v '/tahoma' |
+        xargs -I{} ln -sf {} "$fonts/"
 }
 
 has_display() { [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; }

@@ -15,6 +15,7 @@
 #include "shell/scintilla.h"
 #include "shell/text_pane.h"
 #include "web/cell_ops.h"
+#include "web/options.h"
 #include "web/trail.h"
 
 namespace {
@@ -87,7 +88,7 @@ constexpr struct {
     UINT message;
 } k_editing[] = {
     {CMD_UNDO, SCI_UNDO},   {CMD_CUT, SCI_CUT},      {CMD_COPY, SCI_COPY},
-    {CMD_PASTE, SCI_PASTE}, {CMD_DELETE, SCI_CLEAR},
+    {CMD_PASTE, SCI_PASTE}, {CMD_DELETE, SCI_CLEAR}, {CMD_REDO, SCI_REDO},
 };
 
 void on_editing(const Command &command) {
@@ -110,14 +111,17 @@ void on_find(const Command &) {
     }
 }
 
-void on_zoom(const Command &) {
-    if (refused_while_busy() || !open_zoom_dialog()) {
-        return;
-    }
+void follow_zoom_option() {
     store_text_pane(1);
     apply_zoom();
     relayout();
     refresh_current_view();
+}
+
+void on_zoom(const Command &) {
+    if (!refused_while_busy() && open_zoom_dialog()) {
+        follow_zoom_option();
+    }
 }
 
 void on_settings(const Command &) {
@@ -235,6 +239,7 @@ constexpr struct {
     {CMD_FILE_SAVE, on_file_save},
     {CMD_FILE_SAVE_AS, on_file_save_as},
     {CMD_UNDO, on_editing},
+    {CMD_REDO, on_editing},
     {CMD_CUT, on_editing},
     {CMD_COPY, on_editing},
     {CMD_PASTE, on_editing},
@@ -272,6 +277,20 @@ LRESULT run_command(HWND window, WORD id, LPARAM lparam, WORD notification) {
         }
     }
     return 0;
+}
+
+// The panes tell about the zoom that they are given here too, which is the option's by then.
+void pane_zoomed(HWND pane) {
+    int32_t zoom = static_cast<int32_t>(sci(pane, SCI_GETZOOM));
+    if (zoom == option_zoom()) {
+        return;
+    }
+    if (refused_while_busy()) {
+        apply_zoom();
+        return;
+    }
+    set_option_zoom(zoom);
+    follow_zoom_option();
 }
 
 void open_web_path(const char *path) {

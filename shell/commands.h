@@ -7,5 +7,9 @@
 // control that tells something, whose identifier is then the command.
 LRESULT run_command(HWND window, WORD command, LPARAM lparam, WORD notification);
 
+// A pane was zoomed by its own means, the wheel or a key: the zoom option follows, and with it the
+// other pane.
+void pane_zoomed(HWND pane);
+
 // File Open with the path given. Allocates; may leave through the recovery point.
 void open_web_path(const char *path);

@@ -16,6 +16,7 @@
 static struct Controls {
     HWND menu_bar;
     HWND navigation;
+    int32_t indent;  // of the navigation buttons
 } controls;
 
 namespace {
@@ -67,12 +68,12 @@ void create_navigation(HWND parent) {
     };
     controls.navigation = CreateToolbarEx(
         parent,
-        static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NORESIZE |
-                           CCS_NOPARENTALIGN | CCS_NODIVIDER),
+        static_cast<DWORD>(WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS |
+                           CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER),
         CTL_NAVIGATION, BAR_IMAGE_COUNT, program_instance(), RES_BAR_IMAGES, buttons, 2,
         BAR_IMAGE_WIDTH, BAR_IMAGE_HEIGHT, BAR_IMAGE_WIDTH, BAR_IMAGE_HEIGHT, sizeof(TBBUTTON));
-    SendMessageW(controls.navigation, TB_SETINDENT,
-                 static_cast<WPARAM>(layout_slot(k_layout_bar_indent)), 0);
+    controls.indent = 0;
+    indent_navigation_buttons(layout_slot(k_layout_bar_indent));
 }
 
 void insert_tab(HWND tabs, WPARAM index, const wchar_t *text) {
@@ -134,6 +135,10 @@ HWND navigation_buttons() {
 
 // A tool bar takes a new indent only when it works its buttons' places out again.
 void indent_navigation_buttons(int32_t indent) {
+    if (indent == controls.indent) {
+        return;
+    }
+    controls.indent = indent;
     SendMessageW(controls.navigation, TB_SETINDENT, static_cast<WPARAM>(indent), 0);
     SendMessageW(controls.navigation, TB_SETBITMAPSIZE, 0, static_cast<LPARAM>(k_image_size));
 }

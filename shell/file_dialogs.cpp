@@ -28,7 +28,7 @@ OPENFILENAMEW prepare(const char *path) {
     choice.nFilterIndex = 1;
     choice.lpstrFile = dialogs.path;
     choice.nMaxFile = k_conversion_units;
-    choice.Flags = OFN_NOCHANGEDIR;
+    choice.Flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
     return choice;
 }
 

@@ -19,7 +19,7 @@ HFONT make_font(const wchar_t *face, int tenths, bool bold, bool screen) {
     int per_inch = screen ? pixels_per_inch() : k_points_per_inch;
     constexpr int k_unit = 10 * k_points_per_inch;
     LOGFONTW font = {};
-    font.lfHeight = -((tenths * per_inch + k_unit - 1) / k_unit);  // rounded up
+    font.lfHeight = -(tenths * per_inch / k_unit + 1);  // half a pixel more, then rounded
     font.lfWeight = bold ? FW_BOLD : FW_DONTCARE;
     font.lfCharSet = DEFAULT_CHARSET;
     wcsncpy(font.lfFaceName, face, LF_FACESIZE - 1);

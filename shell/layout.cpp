@@ -9,10 +9,7 @@
 
 #include <aygshell.h>
 
-static struct LayoutState {
-    LayoutTable table;
-    int32_t indent;  // of the navigation buttons, as last sent
-} layout;
+static struct LayoutState { LayoutTable table; } layout;
 
 namespace {
 
@@ -26,13 +23,9 @@ void move(HWND window, LayoutSlot left, LayoutSlot top, LayoutSlot width, Layout
 
 // The buttons stay behind the box however wide it is.
 void indent_buttons() {
-    int32_t indent = layout_slot(k_layout_width) == k_handheld_width
-                         ? layout_slot(k_layout_bar_indent)
-                         : layout_slot(k_layout_box_width) + k_buttons_gap;
-    if (indent != layout.indent) {
-        layout.indent = indent;
-        indent_navigation_buttons(indent);
-    }
+    indent_navigation_buttons(layout_slot(k_layout_width) == k_handheld_width
+                                  ? layout_slot(k_layout_bar_indent)
+                                  : layout_slot(k_layout_box_width) + k_buttons_gap);
 }
 
 void place(HWND pane, bool shown, int32_t inset) {

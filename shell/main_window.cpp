@@ -10,6 +10,7 @@
 #include "shell/commands.h"
 #include "shell/controls.h"
 #include "shell/layout.h"
+#include "shell/menu_items.h"
 #include "shell/pane_input.h"
 #include "shell/pane_styles.h"
 #include "shell/scintilla.h"
@@ -80,6 +81,8 @@ LRESULT on_text_pane(const NMHDR *header) {
         post_hot_spot_click(static_cast<uint32_t>(header->idFrom), event->position);
     } else if (header->code == SCN_STYLENEEDED) {
         style_pane(header->hwndFrom, event->position);
+    } else if (header->code == SCN_ZOOM) {
+        pane_zoomed(header->hwndFrom);
     }
     return 0;
 }
@@ -128,6 +131,12 @@ LRESULT on_command(HWND window, UINT, WPARAM wparam, LPARAM lparam) {
     return run_command(window, LOWORD(wparam), lparam, HIWORD(wparam));
 }
 
+// The system menu has no items of the program's.
+LRESULT on_menu_opening(HWND, UINT, WPARAM wparam, LPARAM) {
+    grey_dead_items(reinterpret_cast<HMENU>(wparam));
+    return 0;
+}
+
 LRESULT on_destroy(HWND, UINT, WPARAM, LPARAM) {
     PostQuitMessage(0);
     return 0;
@@ -150,6 +159,7 @@ constexpr struct {
     {WM_ACTIVATE, on_activate},
     {k_message_activation, on_activation_request},
     {WM_DESTROY, on_destroy},
+    {WM_INITMENUPOPUP, on_menu_opening},
     {k_message_hot_spot, on_hot_spot},
     {k_message_recover, on_recover},
 };

@@ -100,6 +100,7 @@ LRESULT CALLBACK console_pane_proc(HWND window, UINT message, WPARAM wparam, LPA
 
 // Scintilla gives many letters a meaning with Ctrl; here only the accelerators do.
 void clear_letter_keys(HWND pane) {
+    sci(pane, SCI_CLEARCMDKEY, SCK_INSERT);  // would switch to typing over
     for (LRESULT letter = 'A'; letter <= 'Z'; ++letter) {
         sci(pane, SCI_CLEARCMDKEY, letter | SCMOD_CTRL << 16);
         sci(pane, SCI_CLEARCMDKEY, letter | (SCMOD_CTRL | SCMOD_SHIFT) << 16);

@@ -10,6 +10,8 @@
 #include <map>
 #include <utility>
 
+#include <aygshell.h>
+
 namespace {
 
 constexpr WORD k_enter_key = 1;  // no command: the key, pressed in the pane
@@ -174,6 +176,44 @@ constexpr Row k_without_a_selection[] = {
      "asks Enter New Cellname"},
     {CMD_FOLLOW, "cell fresh, cells 4", "cell zeta", "cell zeta", "cell zeta"},
 };
+
+// The grey items of a pop-up as it opens.
+std::string grey_items(WPARAM button) {
+    HMENU popup = reinterpret_cast<HMENU>(
+        SendMessageW(menu_bar(), SHCMBM_GETSUBMENU, 0, static_cast<LPARAM>(button)));
+    SendMessageW(main_window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), 0);
+    std::string grey;
+    for (int i = 0; i < GetMenuItemCount(popup); ++i) {
+        const UINT state = GetMenuState(popup, static_cast<UINT>(i), MF_BYPOSITION);
+        if ((state & MF_SEPARATOR) == 0 && (state & MF_GRAYED) != 0) {
+            char text[32] = "";
+            GetMenuStringA(popup, static_cast<UINT>(i), text, sizeof text, MF_BYPOSITION);
+            grey += text;
+        }
+    }
+    return grey;
+}
+
+TEST_F(Commands, ThatCanDoNothingAreGreyInTheirMenu) {
+    start(web_of(""));
+    for (const PaneIndex pane : {k_pane_box, k_pane_text, k_pane_list, k_pane_console}) {
+        const bool text = pane == k_pane_text || pane == k_pane_console;
+        SCOPED_TRACE(pane);
+        prepare(pane, true);
+        EXPECT_EQ(grey_items(STR_MENU_EDIT), text ? "" : "Select AllCut&Copy&Paste&Undo");
+        EXPECT_EQ(grey_items(STR_MENU_FILE), "");
+        EXPECT_EQ(grey_items(STR_MENU_CELL), "");
+        command(CMD_BACK);
+        EXPECT_EQ(grey_items(STR_MENU_CELL), "&Delete");
+        select(active_pane_window(), 0, 0);
+        sci(active_pane_window(), SCI_EMPTYUNDOBUFFER);
+        OpenClipboard(main_window());
+        EmptyClipboard();
+        CloseClipboard();
+        EXPECT_EQ(grey_items(STR_MENU_EDIT),
+                  text ? "Cut&Copy&Paste&Undo" : "Select AllCut&Copy&Paste&Undo");
+    }
+}
 
 TEST_F(Commands, DoWhatTheActivePaneCallsFor) {
     start(web_of(""));

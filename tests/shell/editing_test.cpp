@@ -1,5 +1,34 @@
 // Typing, the clipboard and undo in the panes.
+#include "core/busy.h"
 #include "tests/shell/shell_test.h"
+#include "web/options.h"
+
+namespace {
+
+void press_with_control(HWND window, WPARAM key) {
+    BYTE keys[256] = {};
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+    press(window, key);
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
+}
+
+void turn_wheel(HWND window, int notches) {
+    const int way = notches < 0 ? -WHEEL_DELTA : WHEEL_DELTA;
+    for (int turned = 0; turned != notches * WHEEL_DELTA; turned += way) {
+        PostMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, static_cast<WORD>(way)), 0);
+    }
+    run();
+}
+
+// Zoom as "option text console".
+std::string zooms() {
+    return std::to_string(option_zoom()) + " " + std::to_string(sci(text_pane(), SCI_GETZOOM)) +
+           " " + std::to_string(sci(console_pane(), SCI_GETZOOM));
+}
+
+}  // namespace
 
 struct Editing : ShellTest {};
 
@@ -114,5 +143,65 @@ TEST_F(Editing, PanesComeBackAsTheyWereLeft) {
         sci(text_pane(), SCI_ENSUREVISIBLE, 299);
         EXPECT_EQ(first_line(), 100) << time_away;
     }
+    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
+}
+
+TEST_F(Editing, BothPanesUndoAndRedoByKey) {
+    start();
+    for (const int tab : {1, 2}) {
+        show_tab(tab);
+        HWND pane = active_pane_window();
+        type(pane, "abc");
+        press_with_control(pane, 'Z');
+        EXPECT_EQ(pane_text(pane), "");
+        press_with_control(pane, 'Y');
+        EXPECT_EQ(pane_text(pane), "abc");
+        press(pane, VK_INSERT);
+        sci(pane, SCI_GOTOPOS, 0);
+        type(pane, "x");
+        EXPECT_EQ(pane_text(pane), "xabc") << "typed over";
+    }
+}
+
+TEST_F(Editing, TheWheelAndTheNumberPadZoomBothPanesWithinTheOptionsRange) {
+    start_in_text(web_of("some text"));
+    turn_wheel(text_pane(), 3);
+    EXPECT_EQ(zooms(), "3 3 3");
+    turn_wheel(text_pane(), 30);
+    EXPECT_EQ(zooms(), "20 20 20");
+    show_tab(2);
+    turn_wheel(console_pane(), -40);
+    EXPECT_EQ(zooms(), "-10 -10 -10");
+    press_with_control(console_pane(), VK_ADD);
+    EXPECT_EQ(zooms(), "-9 -9 -9");
+    press_with_control(console_pane(), VK_SUBTRACT);
+    EXPECT_EQ(zooms(), "-10 -10 -10");
+    EXPECT_FALSE(web_changed());
+    busy_set(true);
+    turn_wheel(console_pane(), 1);
+    busy_set(false);
+    EXPECT_EQ(zooms(), "-10 -10 -10");
+    EXPECT_EQ(status_text(), "OUTPUT IN USE");
+}
+
+TEST_F(Editing, ZoomingKeepsTheLineAtTheTop) {
+    start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));
+    const auto first_line = [] {
+        return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
+    };
+    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
+    for (const int notches : {4, -6, 30}) {
+        turn_wheel(text_pane(), notches);
+        UpdateWindow(text_pane());
+        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+        EXPECT_EQ(first_line(), 100) << notches;
+    }
+    show_tab(2);
+    turn_wheel(console_pane(), -10);
+    run_for(100);
+    show_tab(1);
+    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+    EXPECT_EQ(first_line(), 100) << "zoomed while hidden";
     EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
 }

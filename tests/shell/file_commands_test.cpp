@@ -182,3 +182,13 @@ TEST_F(FileCommands, AsksBeforeSavingOverAnotherProgramsChanges) {
     command(CMD_FILE_SAVE);
     EXPECT_NE(file_bytes(path).find("Oh Hi"), std::string::npos);
 }
+
+TEST_F(FileCommands, OpeningOffersNoReadOnlyBox) {
+    start();
+    answer_with("Open", [](HWND dialog) {
+        HWND box = GetDlgItem(dialog, chx1);
+        EXPECT_TRUE(box == nullptr || !IsWindowVisible(box));
+        press_button(dialog, IDCANCEL);
+    });
+    command(CMD_FILE_OPEN);
+}

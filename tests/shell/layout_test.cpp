@@ -1,6 +1,7 @@
 // The layout table, and where it puts the controls.
 #include "shell/layout.h"
 
+#include "shell/fonts.h"
 #include "shell/status_line.h"
 #include "tests/shell/shell_test.h"
 
@@ -31,6 +32,29 @@ RECT button_place(int index) {
     SendMessageW(navigation_buttons(), TB_GETITEMRECT, static_cast<WPARAM>(index),
                  as_lparam(&rect));
     return rect;
+}
+
+LONG height_of(HFONT font) {
+    LOGFONTW description = {};
+    GetObjectW(font, sizeof description, &description);
+    return description.lfHeight;
+}
+
+LONG font_height(HWND window) {
+    return height_of(reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+}
+
+// What a tool bar's tool tip says about one of its buttons.
+std::wstring tip_of(HWND bar, WORD command) {
+    wchar_t text[80] = L"";
+    TTTOOLINFOW tool = {};
+    tool.cbSize = sizeof tool;
+    tool.hwnd = bar;
+    tool.uId = command;
+    tool.lpszText = text;
+    SendMessageW(reinterpret_cast<HWND>(SendMessageW(bar, TB_GETTOOLTIPS, 0, 0)), TTM_GETTEXTW, 80,
+                 as_lparam(&tool));
+    return text;
 }
 
 struct Layout : ShellTest {};
@@ -111,6 +135,26 @@ TEST_F(Layout, TabsReadInFull) {
     }
     ReleaseDC(tabs, context);
     EXPECT_EQ(SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0), 3);
+}
+
+// At 96 pixels an inch; half a pixel more, and halves away from zero.
+TEST_F(Layout, FontsHaveTheirHeights) {
+    start();
+    EXPECT_EQ(font_height(pane_window(k_pane_box)), -13);
+    EXPECT_EQ(font_height(pane_window(k_pane_list)), -13);
+    EXPECT_EQ(font_height(pane_window(k_pane_tabs)), -11);
+    HFONT font = make_font(L"Tahoma", 94, false, false);
+    EXPECT_EQ(height_of(font), -10);
+    DeleteObject(font);
+}
+
+TEST_F(Layout, PictureButtonsSayWhatTheyDo) {
+    start();
+    EXPECT_EQ(tip_of(navigation_buttons(), CMD_BACK), L"Back (Alt+Left)");
+    EXPECT_EQ(tip_of(navigation_buttons(), CMD_FOLLOW), L"Follow (Alt+Right)");
+    EXPECT_EQ(tip_of(menu_bar(), CMD_REPORT), L"Run the report");
+    EXPECT_EQ(tip_of(menu_bar(), CMD_SPARE_BUTTON), L"Does nothing");
+    EXPECT_EQ(tip_of(menu_bar(), STR_MENU_FILE), L"");
 }
 
 }  // namespace
