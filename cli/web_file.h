@@ -8,7 +8,9 @@ bool is_standard_stream(const char *name);
 // True when there is something of that name, be it a file or not.
 bool file_exists(const char *name);
 
-// Replaces the web by what the file holds, with the trail empty and the home cell current.
+// Replaces the web by what the file holds, with the trail empty and the home cell current. Done
+// means that the file was opened; web_read_failed() and web_read_was_whole() say how much of it was
+// read.
 int web_load(const char *name);
 
 // Writes the web. A file that was there before stays beside the new one, as PATH~, until the new

@@ -27,6 +27,7 @@ add_library(quorvane_engine OBJECT
     report/reports.cpp
     file/document.cpp
     file/program_recovery.cpp
+    file/read_watch.cpp
     file/safe_save.cpp
     file/web_reader.cpp
     file/web_tags.cpp

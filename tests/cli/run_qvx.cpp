@@ -41,9 +41,10 @@ void redirect(int stream, const std::string &path, int flags) {
     close(file);
 }
 
-[[noreturn]] void become_qvx(const std::vector<std::string> &arguments, long file_limit) {
+[[noreturn]] void become_qvx(const std::vector<std::string> &arguments, const std::string &output,
+                             long file_limit) {
     redirect(0, stream_path("stdin"), O_RDONLY);
-    redirect(1, stream_path("stdout"), O_WRONLY | O_CREAT | O_TRUNC);
+    redirect(1, output, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY);
     redirect(2, stream_path("stderr"), O_WRONLY | O_CREAT | O_TRUNC);
     if (file_limit > 0) {
         const rlimit limit{static_cast<rlim_t>(file_limit), static_cast<rlim_t>(file_limit)};
@@ -59,20 +60,39 @@ void redirect(int stream, const std::string &path, int flags) {
     _exit(127);
 }
 
+int status_of_qvx(const std::vector<std::string> &arguments, const std::string &output,
+                  long file_limit) {
+    const pid_t child = fork();
+    if (child == 0) {
+        become_qvx(arguments, output, file_limit);
+    }
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
 }  // namespace
 
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input,
                 long file_limit) {
     write_file(stream_path("stdin"), input);
-    const pid_t child = fork();
-    if (child == 0) {
-        become_qvx(arguments, file_limit);
+    const int status = status_of_qvx(arguments, stream_path("stdout"), file_limit);
+    return {status, file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
+}
+
+Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments) {
+    write_file(stream_path("stdin"), "");
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+        return {-1, "", "no terminal"};
     }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
-            file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
+    const int status = status_of_qvx(arguments, ptsname(terminal), 0);
+    std::string bytes(4096, '\0');
+    const ssize_t n = read(terminal, bytes.data(), bytes.size());
+    close(terminal);
+    bytes.resize(static_cast<size_t>(n < 0 ? 0 : n));
+    return {status, bytes, file_bytes(stream_path("stderr"))};
 }
 
 void enter_empty_folder() {

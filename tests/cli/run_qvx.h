@@ -15,6 +15,10 @@ struct Outcome {
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input = "",
                 long file_limit = 0);
 
+// The same with a terminal for standard output, which has room for some 4,000 bytes and turns line
+// feeds into CR LF.
+Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments);
+
 // Makes an empty folder the current one.
 void enter_empty_folder();
 
