@@ -8,15 +8,19 @@
 struct Finding {
     std::string kind;  // a word for machines
     uint32_t line;     // in the file, from 1; 0 when the finding belongs to no line
-    std::string text;  // the tag, entity or name in question
+    std::string text;  // the tag, entity, name or text in question
     std::string message;
 };
 
 struct CheckedFile {
     std::string name;
-    int status;    // of reading; the counts hold only for k_exit_done
-    bool refused;  // for a name that is no cellname
-    std::vector<Finding> findings;
+    int status;                     // of reading; the counts hold only for k_exit_done
+    bool refused;                   // for a name that is no cellname
+    bool whole;                     // every word of the file is in the web
+    std::string error;              // why it could not be read; "" when it could
+    std::string reason;             // the system's, where it has one
+    std::vector<Finding> findings;  // by lines
+    std::vector<Finding> notes;     // of what opens unchanged but reaches a limit
     uint32_t cells;
     uint32_t blocks_used;
     uint32_t blocks_left;

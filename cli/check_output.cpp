@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/shown.h"
 
 #include <nlohmann/json.hpp>
 
@@ -11,51 +12,58 @@
 
 namespace {
 
-// The bytes of a file, fit for a terminal and for one line.
-std::string printable(const std::string &bytes) {
-    constexpr char k_hex[] = "0123456789abcdef";
-    std::string shown;
-    for (const char ch : bytes) {
-        const auto byte = static_cast<unsigned char>(ch);
-        if (byte < 0x20 || byte == 0x7F) {
-            shown += {'\\', 'x', k_hex[byte >> 4], k_hex[byte & 15]};
-        } else {
-            shown += ch;
-        }
-    }
-    return shown;
+std::string count_of(uint32_t count, const char *thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-std::string as_text(const CheckedFile &file) {
+std::string as_lines(const std::string &name, const std::vector<Finding> &findings) {
     std::string lines;
-    for (const Finding &finding : file.findings) {
-        lines += file.name + ":";
+    for (const Finding &finding : findings) {
+        lines += name + ":";
         if (finding.line != 0) {
             lines += std::to_string(finding.line) + ":";
         }
         lines += " " + printable(finding.message) + "\n";
     }
+    return lines;
+}
+
+std::string as_text(const CheckedFile &file) {
+    std::string lines = as_lines(file.name, file.findings) + as_lines(file.name, file.notes);
     if (file.status == k_exit_done) {
-        lines += file.name + ": " + std::to_string(file.cells) + " cells, " +
-                 std::to_string(file.blocks_used) + " blocks used, " +
+        lines += file.name + ": " + count_of(file.cells, "cell") + ", " +
+                 count_of(file.blocks_used, "block") + " used, " +
                  std::to_string(file.blocks_left) + " left\n";
     }
     return lines;
 }
 
-nlohmann::ordered_json as_json(const CheckedFile &file) {
-    nlohmann::ordered_json findings = nlohmann::ordered_json::array();
-    for (const Finding &finding : file.findings) {
+nlohmann::ordered_json as_json(const std::vector<Finding> &findings) {
+    nlohmann::ordered_json entries = nlohmann::ordered_json::array();
+    for (const Finding &finding : findings) {
         nlohmann::ordered_json entry{{"kind", finding.kind}};
         if (finding.line != 0) {
             entry["line"] = finding.line;
         }
         entry["text"] = finding.text;
         entry["message"] = finding.message;
-        findings.push_back(entry);
+        entries.push_back(entry);
     }
-    nlohmann::ordered_json document{
-        {"file", file.name}, {"status", check_status(file)}, {"findings", findings}};
+    return entries;
+}
+
+nlohmann::ordered_json as_json(const CheckedFile &file) {
+    nlohmann::ordered_json document{{"file", file.name},
+                                    {"status", check_status(file)},
+                                    {"whole", file.whole},
+                                    {"findings", as_json(file.findings)},
+                                    {"notes", as_json(file.notes)}};
+    if (!file.error.empty()) {
+        document["error"] = file.error;
+    }
+    if (!file.reason.empty()) {
+        document["reason"] = file.reason;
+    }
     if (file.status == k_exit_done) {
         document["cells"] = file.cells;
         document["blocks_used"] = file.blocks_used;

@@ -3,11 +3,14 @@
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
 #include "cli/new_text.h"
+#include "cli/platform.h"
+#include "cli/shown.h"
 #include "cli/web_file.h"
 #include "core/errors.h"
 #include "core/host.h"
 #include "core/names.h"
 #include "core/text.h"
+#include "file/web_reader.h"
 #include "report/output.h"
 #include "report/reports.h"
 #include "web/cell_text.h"
@@ -45,11 +48,33 @@ int misuse(const char *message) {
     return k_exit_failed;
 }
 
-// Prints every byte of a text; the text reader would end at 0xFF and 0xFE.
-void print_text(BlockHandle head) {
-    for (BlockHandle h = head; h != 0; h = block_next(h)) {
-        const uint8_t *block = block_ptr(h);
-        host_print(reinterpret_cast<const char *>(block + k_block_payload_at), block_used(h));
+// Loads a web that is only looked at: what of it can be read is good enough, unless reading failed.
+int load_to_read(const std::string &name) {
+    const int status = web_load(name.c_str());
+    return status == k_exit_done && web_read_failed() ? k_exit_failed : status;
+}
+
+// Loads a web that is going to be written to `target`, which would lose what was not read.
+int load_to_write(const CommandLine &line, const std::string &target) {
+    int status = web_lock(target.c_str());
+    if (status == k_exit_done) {
+        status = web_load(line.file.c_str());
+    }
+    if (status != k_exit_done || web_read_was_whole() || line.force) {
+        return status;
+    }
+    return refuse(("cannot be read whole, and writing would lose the rest: see qvx check " +
+                   line.file + ", or use --force")
+                      .c_str());
+}
+
+// `escaped` for a terminal, which must not take a name for orders.
+void print_name(BlockHandle name, bool escaped) {
+    if (escaped) {
+        const std::string shown = printable(text_bytes(name));
+        host_print(shown.data(), static_cast<uint32_t>(shown.size()));
+    } else {
+        print_bytes(name);
     }
 }
 
@@ -80,14 +105,15 @@ int store_text(CellHandle cell) {
     return k_exit_done;
 }
 
-// The report goes to this path, or to the console for "-".
+// The report goes to the path that was asked for, or to the console: a web may come from anybody,
+// and is not to name the file that is written over.
 int direct_report(const CommandLine &line) {
-    if (line.output.empty()) {
-        return k_exit_done;
-    }
-    if (is_standard_stream(line.output.c_str())) {
+    if (!line.has_output || is_standard_stream(line.output.c_str())) {
         set_option_odest(k_output_console);
         return k_exit_done;
+    }
+    if (line.output.empty()) {
+        return misuse("--output is empty");
     }
     host_name_file(line.output.c_str());
     if (!output_set_path(line.output.c_str())) {
@@ -110,7 +136,7 @@ int apply_report_options(const CommandLine &line) {
     }
     if (line.all) {
         set_option_rall(1);
-    } else if (line.has_selection || !line.cell.empty()) {
+    } else if (line.has_selection || line.has_cell) {
         set_option_rall(0);
     }
     host_select(line.selection.c_str());
@@ -127,6 +153,13 @@ CellHandle find_cell(const CommandLine &line) {
         host_message("no such cell");
     }
     return cell;
+}
+
+// The file has all that there is to set; standard output has not.
+bool changes_nothing(const CommandLine &line, CellHandle cell) {
+    const bool has_new_text = line.has_text || line.has_text_file;
+    return !is_standard_stream(line.file.c_str()) &&
+           (!has_new_text || new_text_equals(cell_text(cell)));
 }
 
 }  // namespace
@@ -147,20 +180,22 @@ int command_new(const CommandLine &line) {
 }
 
 int command_list(const CommandLine &line) {
-    const int status = web_load(line.file.c_str());
+    const int status = load_to_read(line.file);
     if (status != k_exit_done) {
         return status;
     }
+    const bool escaped = !line.zero && output_is_terminal();
+    const char end = line.zero ? '\0' : '\n';
     CellHandle cell = live_from(index_first(index_root()));
     for (; cell != 0; cell = live_from(index_next(cell))) {
-        print_text(cell_name(cell));
-        host_print("\n", 1);
+        print_name(cell_name(cell), escaped);
+        host_print(&end, 1);
     }
     return k_exit_done;
 }
 
 int command_show(const CommandLine &line) {
-    const int status = web_load(line.file.c_str());
+    const int status = load_to_read(line.file);
     if (status != k_exit_done) {
         return status;
     }
@@ -168,25 +203,25 @@ int command_show(const CommandLine &line) {
     if (cell == 0) {
         return k_exit_refused;
     }
-    print_text(cell_text(cell));
+    print_lines(cell_text(cell), line.newline != 0 ? line.newline : k_native_newline);
     return k_exit_done;
 }
 
 int command_set(const CommandLine &line) {
     int status = new_text_take(line);
     if (status == k_exit_done) {
-        status = web_lock(line.file.c_str());
-    }
-    if (status == k_exit_done) {
-        status = web_load(line.file.c_str());
+        status = load_to_write(line, line.file);
     }
     if (status != k_exit_done) {
         return status;
     }
     CellHandle cell = cell_lookup(line.cell.c_str());
+    if (cell != 0 && changes_nothing(line, cell)) {
+        return k_exit_done;
+    }
     if (cell == 0) {
         if (!name_can_be_saved(line.cell.c_str())) {
-            return misuse("Bad cell name supplied");
+            return refuse("Bad cell name supplied");
         }
         cell = cell_create(index_root_address(), line.cell.c_str());
     }
@@ -197,10 +232,7 @@ int command_set(const CommandLine &line) {
 }
 
 int command_rm(const CommandLine &line) {
-    int status = web_lock(line.file.c_str());
-    if (status == k_exit_done) {
-        status = web_load(line.file.c_str());
-    }
+    const int status = load_to_write(line, line.file);
     if (status != k_exit_done) {
         return status;
     }
@@ -216,19 +248,16 @@ int command_rm(const CommandLine &line) {
 }
 
 int command_convert(const CommandLine &line) {
-    int status = web_lock(line.out_file.c_str());
-    if (status == k_exit_done) {
-        status = web_load(line.file.c_str());
-    }
+    const int status = load_to_write(line, line.out_file);
     return status == k_exit_done ? web_save(line.out_file.c_str()) : status;
 }
 
 int command_report(const CommandLine &line) {
-    int status = web_load(line.file.c_str());
+    int status = load_to_read(line.file);
     if (status != k_exit_done) {
         return status;
     }
-    if (!line.cell.empty()) {
+    if (line.has_cell) {
         const CellHandle cell = find_cell(line);
         if (cell == 0) {
             return k_exit_refused;

@@ -12,7 +12,9 @@ struct CommandLine {
     std::string file;      // the web
     std::string out_file;  // convert: where to
     std::string cell;
-    bool force = false;  // new: over an existing file
+    bool force = false;  // new: over an existing file; else: with a web that was not read whole
+
+    bool zero = false;  // list: NUL behind each name
 
     // set
     bool has_text = false;
@@ -20,14 +22,16 @@ struct CommandLine {
     std::string text;
     std::string text_file;
 
-    // report; false, empty or 0 where the web's own option holds
+    // report; false or 0 where the web's own option holds
     std::string format;
     std::string selection;
     std::string output;
     uint8_t type = 0;     // ReportType
-    uint8_t newline = 0;  // Newline
+    uint8_t newline = 0;  // Newline; show, too
+    bool has_cell = false;
     bool has_format = false;
     bool has_selection = false;
+    bool has_output = false;
     bool all = false;
 
     // check

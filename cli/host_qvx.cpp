@@ -8,12 +8,19 @@
 #include "web/options.h"
 #include "web/trail.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
 constexpr ErrorCode k_cannot_write_output = -9;
+
+// The messages that are about a file function that failed.
+constexpr ErrorCode k_file_errors[] = {k_cannot_open_web, k_cannot_write_web, k_cannot_read_web,
+                                       k_cannot_open_output, k_cannot_write_output};
 
 struct Host {
     const char *file;       // named in messages
@@ -21,10 +28,34 @@ struct Host {
     uint8_t newline;        // of the console; 0: bytes as they come
     char last;              // byte that came to the console last
     bool warned_low;        // of running short on blocks
-    bool output_failed;
+    int output_error;       // errno of the first byte that standard output lost; 0 is none
+    bool holds_messages;
+    const char *held_message;
+    const char *held_reason;
 };
 
-Host host{"", "", 0, 0, false, false};
+Host host{"", "", 0, 0, false, 0, false, "", ""};
+
+bool is_file_error(const char *text) {
+    return std::any_of(std::begin(k_file_errors), std::end(k_file_errors),
+                       [text](ErrorCode code) { return text == error_message(code); });
+}
+
+void print_message(const char *text, const char *reason) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "qvx: %s%s%s%s%s\n", host.file, *host.file == 0 ? "" : ": ", text,
+                 *reason == 0 ? "" : ": ", reason);
+}
+
+const char *reason_of(int error) {
+    return error == 0 ? "" : std::strerror(error);
+}
+
+void note_lost_output(bool lost) {
+    if (lost && host.output_error == 0) {
+        host.output_error = errno != 0 ? errno : EIO;
+    }
+}
 
 // Keeps a byte of console output back as the newline mode says.
 bool console_drops(char ch, char before) {
@@ -42,11 +73,35 @@ bool console_drops(char ch, char before) {
 
 void host_name_file(const char *name) {
     host.file = name;
+    errno = 0;
 }
 
 void host_message(const char *text) {
-    std::fflush(stdout);
-    std::fprintf(stderr, *host.file == 0 ? "qvx: %s%s\n" : "qvx: %s: %s\n", host.file, text);
+    print_message(text, "");
+}
+
+void host_file_message(const char *text) {
+    print_message(text, reason_of(errno));
+}
+
+void host_hold_messages(bool hold) {
+    host.holds_messages = hold;
+    if (hold) {
+        host.held_message = "";
+        host.held_reason = "";
+    }
+}
+
+void host_print_held() {
+    print_message(host.held_message, host.held_reason);
+}
+
+const char *host_held_message() {
+    return host.held_message;
+}
+
+const char *host_held_reason() {
+    return host.held_reason;
 }
 
 void host_select(const char *text) {
@@ -58,22 +113,29 @@ void host_console_newline(uint8_t mode) {
 }
 
 void host_print(const char *bytes, uint32_t count) {
-    host.output_failed |= std::fwrite(bytes, 1, count, stdout) != count;
+    note_lost_output(std::fwrite(bytes, 1, count, stdout) != count);
 }
 
 bool host_finish_output() {
-    host.output_failed |= std::fflush(stdout) != 0;
-    if (host.output_failed) {
+    note_lost_output(std::fflush(stdout) != 0);
+    if (host.output_error != 0) {
         host_name_file("standard output");
-        host_message(error_message(k_cannot_write_output));
+        print_message(error_message(k_cannot_write_output), reason_of(host.output_error));
     }
-    return !host.output_failed;
+    return host.output_error == 0;
 }
 
 // ---- Messages and questions ---------------------------------------------------------------------
 
+// A reason is a static string of the C library.
 void show_status_message(const char *text) {
-    host_message(text);
+    const char *reason = is_file_error(text) ? reason_of(errno) : "";
+    if (host.holds_messages) {
+        host.held_message = text;
+        host.held_reason = reason;
+    } else {
+        print_message(text, reason);
+    }
 }
 
 void set_resting_status(const char *) {}

@@ -9,6 +9,17 @@ void host_name_file(const char *name);
 // Prints "qvx: FILE: MESSAGE" on standard error.
 void host_message(const char *text);
 
+// The same for what a file function that has just failed leads to, with the system's reason behind
+// it: "qvx: FILE: MESSAGE: REASON".
+void host_file_message(const char *text);
+
+// While held, the engine's messages are not printed but kept, the last of them with its reason.
+// Both are "" when there was none since holding began, and stand until it begins anew.
+void host_hold_messages(bool hold);
+void host_print_held();
+const char *host_held_message();
+const char *host_held_reason();
+
 // What the engine finds selected in the active pane; the string is kept, not copied.
 void host_select(const char *text);
 

@@ -70,6 +70,31 @@ CLI::App *add_cell_command(CLI::App *app, const char *name, const char *descript
     return command;
 }
 
+void add_force(CLI::App *command) {
+    command->add_flag("--force", run.line.force,
+                      "Go on with a web that cannot be read whole; its file is kept as FILE.bad");
+}
+
+void add_newline(CLI::App *command, const char *description) {
+    command->add_option("--newline", run.newline, description)
+        ->check(CLI::IsMember(&k_newline_words));
+}
+
+void add_list(CLI::App *app) {
+    add_web_command(app, "list", "Print the cells' names, in the web's order", command_list)
+        ->add_flag("-0,--null", run.line.zero, "End names with NUL instead of a line end");
+}
+
+void add_show(CLI::App *app) {
+    CLI::App *show = add_cell_command(app, "show", "Print a cell's text", command_show);
+    add_newline(show, k_native_newline == k_newline_lf ? "Line ends (without it: lf)"
+                                                       : "Line ends (without it: crlf)");
+    show->callback([] {
+        run.function = command_show;
+        run.line.newline = value_of(k_newline_words, run.newline);
+    });
+}
+
 void add_set(CLI::App *app) {
     CLI::App *set = add_cell_command(
         app, "set", "Create a cell or replace its text (without --text and --file: create only)",
@@ -78,6 +103,7 @@ void add_set(CLI::App *app) {
     set->add_option("--file", run.line.text_file, "A file with the new text, or -")
         ->type_name("PATH")
         ->excludes(text);
+    add_force(set);
     set->callback([set] {
         run.function = command_set;
         run.line.has_text = set->count("--text") != 0;
@@ -96,18 +122,21 @@ void add_report_cells(CLI::App *report) {
 }
 
 void add_report(CLI::App *app) {
-    CLI::App *report =
-        add_web_command(app, "report", "Write a report, as the web's options say", command_report);
+    CLI::App *report = add_web_command(
+        app, "report", "Write a report, of the kind that the web's options say", command_report);
     report->add_option("--type", run.type, "The kind of report")
         ->check(CLI::IsMember(&k_type_words));
     report->add_option("--format", run.line.format, "Format of a fmt report: \\N name, \\T text");
     add_report_cells(report);
-    report->add_option("--output", run.line.output, "The file to write, or - for standard output")
+    report
+        ->add_option("--output", run.line.output,
+                     "The file to write (without it, or for -: standard output)")
         ->type_name("PATH");
-    report->add_option("--newline", run.newline, "Line ends")
-        ->check(CLI::IsMember(&k_newline_words));
+    add_newline(report, "Line ends (without it: in a file as the web says, else as they come)");
     report->callback([report] {
         run.function = command_report;
+        run.line.has_cell = report->count("--cell") != 0;
+        run.line.has_output = report->count("--output") != 0;
         run.line.has_format = report->count("--format") != 0;
         run.line.has_selection = report->count("--select") != 0;
         run.line.type = value_of(k_type_words, run.type);
@@ -115,13 +144,52 @@ void add_report(CLI::App *app) {
     });
 }
 
+// ---- Names in brackets
+// ----------------------------------------------------------------------------- Where several
+// values may come, the parser takes "[a,b]" for two. A guard in front of it makes it one; it is
+// taken away again behind the parser.
+
+constexpr char k_guard = '\1';
+
+void guard_brackets(std::vector<std::string> *arguments) {
+    if (arguments->empty() || arguments->front() != "check") {
+        return;
+    }
+    for (std::string &argument : *arguments) {
+        if (argument.starts_with('[') || argument.starts_with(k_guard)) {
+            argument.insert(argument.begin(), k_guard);
+        }
+    }
+}
+
+void take_guards_away(std::vector<std::string> *names) {
+    for (std::string &name : *names) {
+        if (name.starts_with(k_guard)) {
+            name.erase(0, 1);
+        }
+    }
+}
+
+void add_check(CLI::App *app) {
+    CLI::App *check = add_command(
+        app, "check", "Say what opening a file would lose, change or not reach", command_check);
+    check->add_option("files", run.line.files, "The web files, or -")
+        ->type_name("FILE")
+        ->required();
+    check->add_flag("--json", run.line.json, "Print the findings as JSON");
+    check->callback([] {
+        run.function = command_check;
+        take_guards_away(&run.line.files);
+    });
+}
+
 void add_commands(CLI::App *app) {
     add_web_command(app, "new", "Make a web with an empty home cell", command_new)
         ->add_flag("--force", run.line.force, "Overwrite an existing file");
-    add_web_command(app, "list", "Print the cells' names, in the web's order", command_list);
-    add_cell_command(app, "show", "Print a cell's text", command_show);
+    add_list(app);
+    add_show(app);
     add_set(app);
-    add_cell_command(app, "rm", "Delete a cell", command_rm);
+    add_force(add_cell_command(app, "rm", "Delete a cell", command_rm));
     CLI::App *convert =
         add_command(app, "convert", "Read a web and write it again", command_convert);
     convert->add_option("in", run.line.file, "The web file to read, or -")
@@ -130,13 +198,9 @@ void add_commands(CLI::App *app) {
     convert->add_option("out", run.line.out_file, "The web file to write, or -")
         ->type_name("FILE")
         ->required();
+    add_force(convert);
     add_report(app);
-    CLI::App *check = add_command(
-        app, "check", "Say what opening a file would lose, change or not reach", command_check);
-    check->add_option("files", run.line.files, "The web files, or -")
-        ->type_name("FILE")
-        ->required();
-    check->add_flag("--json", run.line.json, "Print the findings as JSON");
+    add_check(app);
 }
 
 // What the program does before it opens its first web.
@@ -179,6 +243,7 @@ int parse_and_run(std::vector<std::string> arguments) {
         "- is standard input or output. Exit status: 0 done, 1 nothing found, findings or "
         "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory.");
     add_commands(&app);
+    guard_brackets(&arguments);
     std::reverse(arguments.begin(), arguments.end());
     try {
         app.parse(std::move(arguments));

@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/shown.h"
 #include "cli/web_file.h"
 #include "core/block_arena.h"
 #include "core/errors.h"
@@ -23,20 +24,25 @@ int refuse_with(const char *message, int status) {
     return status;
 }
 
+int fail_with(const char *message) {
+    host_file_message(message);
+    return k_exit_failed;
+}
+
 // Reads on while there is a chance that the arena takes what came so far: a file may be endless.
 int read_from(FILE *file) {
     char bytes[1024];
     size_t n = 0;
     while ((n = std::fread(bytes, 1, sizeof bytes, file)) > 0) {
         if (std::memchr(bytes, 0, n) != nullptr) {
-            return refuse_with("a text cannot hold NUL characters", k_exit_failed);
+            return refuse_with("a text cannot hold NUL characters", k_exit_refused);
         }
         text.bytes.append(bytes, n);
         if (text.bytes.size() > k_arena_chars) {
             return refuse_with(error_message(k_out_of_memory), k_exit_memory);
         }
     }
-    return std::ferror(file) == 0 ? k_exit_done : refuse_with("cannot be read", k_exit_failed);
+    return std::ferror(file) == 0 ? k_exit_done : fail_with("cannot be read");
 }
 
 }  // namespace
@@ -56,7 +62,7 @@ int new_text_take(const CommandLine &line) {
     }
     FILE *file = file_open(name, "rb");
     if (file == nullptr) {
-        return refuse_with("cannot be opened", k_exit_failed);
+        return fail_with("cannot be opened");
     }
     const int status = read_from(file);
     std::fclose(file);
@@ -69,6 +75,22 @@ const char *new_text_bytes() {
 
 uint32_t new_text_size() {
     return static_cast<uint32_t>(text.bytes.size());
+}
+
+bool new_text_equals(BlockHandle head) {
+    const std::string there = text_bytes(head);
+    size_t at = 0;
+    char before = 0;
+    for (const char ch : text.bytes) {
+        if (ch == '\n' && before != '\r') {
+            at += at < there.size() && there[at] == '\r' ? 1u : 0u;
+        }
+        if (at >= there.size() || there[at++] != ch) {
+            return false;
+        }
+        before = ch;
+    }
+    return at == there.size();
 }
 
 uint32_t new_text_bare_line_feeds() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/commands.h"
+#include "core/block_arena.h"
 
 #include <cstdint>
 
@@ -11,6 +12,9 @@ int new_text_take(const CommandLine &line);
 
 const char *new_text_bytes();
 uint32_t new_text_size();
+
+// True when a text is this one already, as it is when it comes back from a file.
+bool new_text_equals(BlockHandle head);
 
 // The line feeds with no carriage return before them: a web file gives them back with one.
 uint32_t new_text_bare_line_feeds();

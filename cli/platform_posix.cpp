@@ -1,5 +1,15 @@
 #include "cli/platform.h"
 
+#include "web/options.h"
+
+#include <unistd.h>
+
+const uint8_t k_native_newline = k_newline_lf;
+
+bool output_is_terminal() {
+    return isatty(STDOUT_FILENO) != 0;
+}
+
 std::vector<std::string> program_arguments(int argc, char **argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};
 }

@@ -1,5 +1,7 @@
 #include "cli/platform.h"
 
+#include "web/options.h"
+
 #include <cstdio>
 
 #include <windows.h>
@@ -7,6 +9,8 @@
 #include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
+
+const uint8_t k_native_newline = k_newline_crlf;
 
 namespace {
 
@@ -33,6 +37,10 @@ std::vector<std::string> program_arguments(int, char **) {
     }
     LocalFree(wide);
     return arguments;
+}
+
+bool output_is_terminal() {
+    return _isatty(_fileno(stdout)) != 0;
 }
 
 void standard_streams_binary() {

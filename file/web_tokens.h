@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/block_arena.h"
-#include "file/web_reader.h"
+#include "file/read_watch.h"
 
 #include <cstdio>
 
@@ -42,7 +42,18 @@ void tokens_note_loss();
 
 bool tokens_lost_something();
 
-bool tokens_observed();
+// The line reached, from 1.
+uint32_t tokens_line();
 
-// Tells the observer, if there is one, at the line reached.
-void tokens_report(ReadFinding finding, const char *text);
+// Who is told what comes, apart from what becomes of it (file/read_watch.cpp).
+struct ReadWatch {
+    void (*found)(ReadFinding finding, const char *text);
+    void (*begin)();
+    void (*opening)(int tag);  // the token text is dropped
+    void (*closing)(int tag);  // of another element than the web; not applied yet
+    void (*end)();             // the token text is dropped
+};
+
+// Sets the watch; null is none.
+void tokens_set_watch(const ReadWatch *watch);
+const ReadWatch *tokens_watch();

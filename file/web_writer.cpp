@@ -4,6 +4,7 @@
 #include "core/byte_stream.h"
 #include "core/text.h"
 #include "file/web_tags.h"
+#include "file/written_names.h"
 #include "web/cells.h"
 #include "web/value.h"
 
@@ -107,14 +108,14 @@ int write_options() {
     return code == 0 ? web_write_close_tag(k_tag_opts) : code;
 }
 
-// At most 48 characters of the name.
 int write_name(CellHandle cell) {
+    const char *shorter = written_name(cell);
+    if (shorter != nullptr) {
+        return write_string_element(k_tag_cname, shorter);
+    }
     int code = web_write_open_tag(k_tag_cname);
-    uint32_t left = k_cellname_max;
-    for (BlockHandle h = cell_name(cell); h != 0 && left > 0 && code == 0; h = block_next(h)) {
-        uint32_t n = block_used(h) < left ? block_used(h) : left;
-        code = write_bytes(text_block_chars(h), n);
-        left -= n;
+    if (code == 0) {
+        code = write_text(cell_name(cell));
     }
     return code == 0 ? web_write_close_tag(k_tag_cname) : code;
 }
@@ -150,6 +151,7 @@ int write_cell(CellHandle cell) {
 
 int web_write(FILE *file) {
     byte_output_bind(&writer.bytes, file);
+    written_names_begin();
     int code = write_options();
     for (CellHandle cell = live_from(index_first(index_root())); cell != 0 && code == 0;
          cell = live_from(index_next(cell))) {

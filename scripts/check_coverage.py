@@ -7,7 +7,7 @@ import sys
 COMPLETE = """
     core/block_arena.cpp core/text.cpp core/names.cpp web/cell_text.cpp web/index.cpp web/links.cpp
     web/option_tags.cpp file/web_tags.cpp file/web_tokens.cpp file/web_reader.cpp
-    file/web_writer.cpp report/output.cpp
+    file/web_writer.cpp file/written_names.cpp report/output.cpp
 """.split()
 AIM = 95
 

@@ -46,13 +46,14 @@ constexpr unsigned k_nobody = 65534;
 
 struct Start {
     const std::vector<std::string> &arguments;
+    std::string output;
     long file_limit;
     bool as_nobody;
 };
 
 [[noreturn]] void become_qvx(const Start &start) {
     redirect(0, stream_path("stdin"), O_RDONLY);
-    redirect(1, stream_path("stdout"), O_WRONLY | O_CREAT | O_TRUNC);
+    redirect(1, start.output, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY);
     redirect(2, stream_path("stderr"), O_WRONLY | O_CREAT | O_TRUNC);
     if (start.file_limit > 0) {
         const auto size = static_cast<rlim_t>(start.file_limit);
@@ -73,7 +74,7 @@ struct Start {
     _exit(127);
 }
 
-Outcome run_to_end(const Start &start) {
+int run_to_end(const Start &start) {
     const pid_t child = fork();
     if (child == 0) {
         become_qvx(start);
@@ -81,27 +82,45 @@ Outcome run_to_end(const Start &start) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
-            file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+Outcome run_into_file(const std::vector<std::string> &arguments, const std::string &input,
+                      long file_limit, bool as_nobody) {
+    write_file(stream_path("stdin"), input);
+    const int status = run_to_end({arguments, stream_path("stdout"), file_limit, as_nobody});
+    return {status, file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
 }
 
 }  // namespace
 
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input,
                 long file_limit) {
-    write_file(stream_path("stdin"), input);
-    return run_to_end({arguments, file_limit, false});
+    return run_into_file(arguments, input, file_limit, false);
 }
 
-Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments, long file_limit) {
+Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments) {
+    return run_into_file(arguments, "", 0, true);
+}
+
+Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments) {
     write_file(stream_path("stdin"), "");
-    return run_to_end({arguments, file_limit, true});
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
+        return {-1, "", "no terminal"};
+    }
+    const int status = run_to_end({arguments, ptsname(terminal), 0, false});
+    std::string bytes(4096, '\0');
+    const ssize_t n = read(terminal, bytes.data(), bytes.size());
+    close(terminal);
+    bytes.resize(static_cast<size_t>(n < 0 ? 0 : n));
+    return {status, bytes, file_bytes(stream_path("stderr"))};
 }
 
 void run_and_kill_qvx(const std::vector<std::string> &arguments, unsigned microseconds) {
     const pid_t child = fork();
     if (child == 0) {
-        become_qvx({arguments, 0, false});
+        become_qvx({arguments, stream_path("stdout"), 0, false});
     }
     usleep(microseconds);
     kill(child, SIGKILL);

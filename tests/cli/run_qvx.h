@@ -16,10 +16,14 @@ Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &in
                 long file_limit = 0);
 
 // The same as the user "nobody", where the test runs as root; else as whoever runs it.
-Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments, long file_limit = 0);
+Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments);
 
 // Starts qvx, lets it run so long and kills it.
 void run_and_kill_qvx(const std::vector<std::string> &arguments, unsigned microseconds);
+
+// The same with a terminal for standard output, which has room for some 4,000 bytes and turns line
+// feeds into CR LF.
+Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments);
 
 // Makes an empty folder the current one.
 void enter_empty_folder();

@@ -5,6 +5,7 @@
 
 #include "core/byte_stream.h"
 #include "core/text.h"
+#include "file/read_watch.h"
 #include "file/web_reader.h"
 #include "file/web_tokens.h"
 #include "web/cells.h"
@@ -31,6 +32,12 @@ std::string option_read(const std::string &name, int tag, const std::string &tex
 
 uint32_t depth_of(CellHandle node) {
     return node == 0 ? 0 : 1 + std::max(depth_of(node_left(node)), depth_of(node_right(node)));
+}
+
+int findings;
+
+void count_finding(const ReadNote *note) {
+    findings += note->finding != ReadFinding::option ? 1 : 0;
 }
 
 }  // namespace
@@ -276,10 +283,12 @@ TEST_F(Reader, KnowsWhetherItTookInEverything) {
     };
     for (const auto &row : rows) {
         for (size_t pad : {size_t{0}, k_byte_buffer_size - row.file.size() / 2}) {
-            for (ReadObserver observer : {ReadObserver{}, ReadObserver{[](auto, auto, auto) {}}}) {
+            for (bool observed : {false, true}) {
                 host().status = "";
-                web_read_observe(observer);
+                findings = 0;
+                web_read_observe(observed ? count_finding : nullptr);
                 parse_web(std::string(pad, '\n') + row.file);
+                EXPECT_TRUE(row.whole || findings != 0 || !observed) << row.file;
                 EXPECT_EQ(web_read_was_whole(), row.whole) << row.file << pad;
                 EXPECT_EQ(web_read_failed(), row.message == "Bad Input File") << row.file;
                 EXPECT_EQ(host().status, row.message) << row.file;

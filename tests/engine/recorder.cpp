@@ -5,6 +5,7 @@
 #include "core/recovery.h"
 #include "core/text.h"
 #include "file/document.h"
+#include "file/read_watch.h"
 #include "file/web_reader.h"
 #include "report/output.h"
 #include "web/cell_ops.h"

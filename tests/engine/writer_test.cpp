@@ -16,6 +16,7 @@
 #include "web/value.h"
 
 #include <random>
+#include <set>
 
 using namespace std::string_literals;
 using Writer = EngineTest;
@@ -91,6 +92,35 @@ TEST_F(Writer, LeavesEmptyFieldsOutAndCutsNames) {
     EXPECT_EQ(written_cells(), "\n<cell>\n<cname>home</cname></cell>\n<cell>\n<cname>" +
                                    name.substr(0, 48) + "</cname></cell>" +
                                    "\n<cell>\n<cname>number</cname>\n<val>0.12</val></cell></eof>");
+}
+
+// Of names that are alike in what is written of them the first keeps it, and the others become
+// different from it, from each other and from every name that is there.
+TEST_F(RoundTrip, NamesThatBeginAlikeStayDifferentCells) {
+    const std::string n44(44, 'n');
+    const Names names = {n44 + "_001",  n44 + "0001",   n44 + "0001a",      n44 + "0001b",
+                         n44 + "0004x", n44 + "mmmm",   n44 + "mmmm1",      n44 + "MMMM2",
+                         n44 + "mm m3", n44 + "mm_m3x", "b" + n44 + "mmm1", "b" + n44 + "mmm2"};
+    for (const std::string &name : names) {
+        make_cell(name.c_str(), name);
+    }
+    refresh_views();
+    ASSERT_EQ(cell_names().size(), names.size() + 1);
+    cell_delete(make_cell((n44 + "mmmm0").c_str()));
+    ASSERT_EQ(read_web(written_web()), 0);
+    EXPECT_TRUE(web_read_was_whole());
+    const std::string settled = written_web();
+    ASSERT_EQ(read_web(settled), 0);
+    EXPECT_EQ(written_web(), settled);
+    std::multiset<std::string> texts;
+    for (const std::string &name : cell_names()) {
+        EXPECT_LE(name.size(), k_cellname_max);
+        texts.insert(text_of(name.c_str()));
+    }
+    texts.erase("");
+    EXPECT_EQ(texts, std::multiset<std::string>(names.begin(), names.end()));
+    EXPECT_EQ(text_of((n44 + "mmmm").c_str()), n44 + "mmmm");
+    EXPECT_EQ(text_of((n44 + "0001").c_str()), n44 + "0001");
 }
 
 TEST_F(Writer, OptionsOutsideTheirListsAreEmptyElements) {

@@ -53,6 +53,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     Names names = cell_names();
     if (!is_settled(names)) {
         read_and_check(written_web(), true);
+        require(cell_names().size() == names.size(), "fewer cells");
         names = cell_names();
     }
     const std::string first = written_web();

@@ -1,0 +1,189 @@
+#include "file/read_watch.h"
+
+#include "core/names.h"
+#include "core/text.h"
+#include "file/web_reader.h"
+#include "file/web_tags.h"
+#include "file/web_tokens.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr uint32_t k_text_max = 4095;  // characters of a text that a note has
+
+static struct Watch {
+    ReadObserver observer;
+    int open;  // the element that waits for its closing tag; 0 is none
+    uint32_t open_line;
+    bool named;               // a cell has been begun
+    bool given[k_tag_count];  // the fields of the cell so far, and the options of the web
+    char text[k_text_max + 1];
+} watch;
+
+void note(ReadFinding finding, int tag, uint32_t line, const char *text) {
+    ReadNote made = {finding, tag, line, text};
+    watch.observer(&made);
+}
+
+void note_here(ReadFinding finding, const char *text) {
+    note(finding, 0, tokens_line(), text);
+}
+
+void note_tag(ReadFinding finding, int tag, uint32_t line) {
+    note(finding, tag, line, web_tag_name(tag));
+}
+
+// The token text as far as it goes into a note.
+const char *taken_text() {
+    text_copy_out(watch.text, token_text(), k_text_max);
+    return watch.text;
+}
+
+bool groups(int tag) {
+    return tag == k_tag_eof || tag == k_tag_cell || tag == k_tag_opts;
+}
+
+bool is_field(int tag) {
+    return tag == k_tag_text || tag == k_tag_val || tag == k_tag_script;
+}
+
+// One field has two names.
+int field_of(int tag) {
+    return tag == k_tag_form ? +k_tag_script : tag;
+}
+
+uint32_t line_ends_in(const char *s) {
+    uint32_t count = 0;
+    for (; *s != 0; ++s) {
+        count += *s == '\n' ? 1U : 0U;
+    }
+    return count;
+}
+
+// The token text is dropped, at the line where it begins.
+void note_dropped_text() {
+    if (text_is_blank(token_text())) {
+        return;
+    }
+    const char *text = taken_text();
+    text += strspn(text, " \t\r\n");
+    note(ReadFinding::text_outside, 0, tokens_line() - line_ends_in(text), text);
+}
+
+// An element ends here whose closing tag did not come.
+void note_unclosed() {
+    if (watch.open != 0) {
+        note_tag(ReadFinding::unclosed_element, watch.open, watch.open_line);
+        watch.open = 0;
+    } else {
+        note_dropped_text();
+    }
+}
+
+void hear_opening(int tag) {
+    note_unclosed();
+    if (!groups(tag)) {
+        watch.open = tag;
+        watch.open_line = tokens_line();
+    }
+}
+
+void hear_name() {
+    const char *name = taken_text();
+    memset(watch.given, 0, k_tag_odest);
+    watch.named = true;
+    if (!cellname_valid(name)) {
+        note_here(ReadFinding::bad_name, name);
+        return;
+    }
+    if (text_size(token_text()) > k_cellname_max) {
+        note_here(ReadFinding::long_name, name);
+    }
+    if (strpbrk(name, "\r\n") != nullptr) {
+        note_here(ReadFinding::line_end_in_name, name);
+    }
+    if (web_read_has_name(token_text())) {
+        note_here(ReadFinding::duplicate_name, name);
+    }
+}
+
+void hear_field(int tag) {
+    if (!watch.named) {
+        if (!text_is_blank(token_text())) {
+            note_tag(ReadFinding::element_before_name, tag, tokens_line());
+        }
+        return;
+    }
+    if (watch.given[tag]) {
+        note_tag(ReadFinding::field_given_again, tag, tokens_line());
+    }
+    watch.given[tag] = true;
+}
+
+void hear_option(int tag) {
+    if (watch.given[tag]) {
+        note_tag(ReadFinding::option_given_again, tag, tokens_line());
+    }
+    watch.given[tag] = true;
+    note(ReadFinding::option, tag, tokens_line(), taken_text());
+}
+
+// An element may be closed by another one's tag, whose it then is.
+void hear_closing(int tag) {
+    if (groups(tag)) {
+        note_unclosed();
+        return;
+    }
+    if (watch.open != 0 && field_of(watch.open) != field_of(tag)) {
+        note_tag(ReadFinding::unclosed_element, watch.open, watch.open_line);
+    }
+    watch.open = 0;
+    if (tag == k_tag_cname) {
+        hear_name();
+    } else if (is_field(field_of(tag))) {
+        hear_field(field_of(tag));
+    } else {
+        hear_option(tag);
+    }
+}
+
+// Blanks and line ends behind the end mark belong to no web and hurt none.
+void hear_bytes_after_end() {
+    for (;;) {
+        int c = web_in_byte();
+        if (c == 0 && tokens_ended()) {
+            return;
+        }
+        if (c == 0 || strchr(" \t\r\n", c) == nullptr) {
+            note_here(ReadFinding::bytes_after_end, "");
+            return;
+        }
+    }
+}
+
+void hear_end() {
+    note_unclosed();
+    if (!tokens_ran_out()) {
+        hear_bytes_after_end();
+    } else if (!tokens_ended()) {
+        note_here(ReadFinding::nul_byte, "");
+    } else if (tokens_had_tag() && !tokens_failed()) {
+        note_here(ReadFinding::no_end_mark, "");
+    }
+}
+
+void hear_begin() {
+    watch.open = 0;
+    watch.named = false;
+    memset(watch.given, 0, sizeof watch.given);
+}
+
+constexpr ReadWatch k_watch = {note_here, hear_begin, hear_opening, hear_closing, hear_end};
+
+}  // namespace
+
+void web_read_observe(ReadObserver observer) {
+    watch.observer = observer;
+    tokens_set_watch(observer != nullptr ? &k_watch : nullptr);
+}
