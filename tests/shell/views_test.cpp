@@ -29,22 +29,51 @@ TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     }
 }
 
+// Another window of the machine's, in front of the program's for a moment.
+static void leave_and_come_back() {
+    HWND other = CreateWindowExW(0, L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                 nullptr, nullptr, nullptr);
+    SetForegroundWindow(other);
+    run();
+    EXPECT_TRUE(has_focus(other));
+    SetForegroundWindow(main_window());
+    run();
+    DestroyWindow(other);
+}
+
+static void minimise_and_restore() {
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    run();
+    EXPECT_TRUE(IsIconic(main_window()));
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    run();
+    EXPECT_FALSE(IsIconic(main_window()));
+}
+
 TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
     start();
     show_tab(1);
-    HWND other = CreateWindowExW(0, L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
-                                 nullptr, nullptr, nullptr);
-    for (const int show : {SW_SHOW, SW_MINIMIZE}) {
-        ShowWindow(main_window(), show);
-        SetForegroundWindow(other);
-        run();
-        EXPECT_TRUE(has_focus(other));
-        SetForegroundWindow(main_window());
-        ShowWindow(main_window(), SW_RESTORE);
-        run();
-        EXPECT_TRUE(has_focus(text_pane()));
-        SetFocus(main_window());  // as some systems do with a window that is restored
-        EXPECT_TRUE(has_focus(text_pane()));
-    }
-    DestroyWindow(other);
+    leave_and_come_back();
+    EXPECT_TRUE(has_focus(text_pane()));
+    SetFocus(main_window());  // as some systems do with a window that is restored
+    EXPECT_TRUE(has_focus(text_pane()));
+    press(GetFocus(), VK_TAB);
+    minimise_and_restore();
+    EXPECT_TRUE(has_focus(cellname_edit()));
+    leave_and_come_back();
+    EXPECT_TRUE(has_focus(cellname_edit()));
+}
+
+// What is typed would go unseen into the text of the cell.
+TEST_F(Views, FocusComesBackToNoPaneThatIsOutOfSight) {
+    start_in_text(web_of("Hi"));
+    leave_and_come_back();
+    show_tab(0);
+    minimise_and_restore();
+    EXPECT_TRUE(has_focus(pane_window(k_pane_list)));
+    type(GetFocus(), "unseen");
+    EXPECT_EQ(pane_text(text_pane()), "Hi");
+    set_active_pane(k_pane_text);  // a late report of a pane that has gone
+    focus_active_pane();
+    EXPECT_TRUE(has_focus(pane_window(k_pane_list)));
 }
