@@ -40,6 +40,13 @@ void add_entry(CellHandle cell) {
     }
 }
 
+// Some systems draw the selection of a field that has no focus, as if it had.
+void select_all() {
+    if (GetFocus() == box.edit) {
+        SendMessageW(box.edit, EM_SETSEL, 0, -1);
+    }
+}
+
 void show_current() {
     cellname_box_show(current_cell() != 0 ? cell_name_string(current_cell()) : "");
 }
@@ -104,6 +111,9 @@ bool handle_first(UINT message, WPARAM wparam) {
         return take_key(wparam);
     case WM_CHAR:
         return wparam == '\r' || wparam == VK_ESCAPE;
+    case WM_LBUTTONDOWN:
+        SetFocus(box.edit);  // first, so that the press then puts the caret where it points
+        return false;
     case WM_SETFOCUS:
         set_active_pane(k_pane_box);
         return false;
@@ -116,7 +126,7 @@ bool handle_first(UINT message, WPARAM wparam) {
 // dropped when the box is left, but waits while the user is in another program.
 void follow_focus(UINT message, WPARAM other) {
     if (message == WM_SETFOCUS && cellname_box_is_current()) {
-        SendMessageW(box.edit, EM_SETSEL, 0, -1);
+        select_all();
     } else if (message == WM_KILLFOCUS && other != 0) {
         show_current();
     }
@@ -165,7 +175,7 @@ HWND cellname_edit() {
 
 void cellname_box_show(const char *name) {
     SetWindowTextW(box.window, to_utf16(name));
-    SendMessageW(box.edit, EM_SETSEL, 0, -1);
+    select_all();
 }
 
 // An open list goes with the trail, but not in the middle of telling about a choice.

@@ -13,7 +13,8 @@ void cellname_box_create(HWND parent);
 
 HWND cellname_edit();
 
-// Puts a name into the field and selects it, so that what is typed next replaces it.
+// Puts a name into the field. While the field has the focus all of it is selected, so that what is
+// typed next replaces it.
 void cellname_box_show(const char *name);
 void cellname_box_show_current();
 

@@ -245,6 +245,14 @@ TEST_F(CellCommands, TypingReplacesTheNameInTheBox) {
     EXPECT_EQ(box_text(), "half") << "all is selected again";
     press(cellname_edit(), VK_TAB);
     EXPECT_EQ(box_text(), "plan") << "the box is left";
+    EXPECT_EQ(SendMessageW(cellname_edit(), EM_GETSEL, 0, 0), 0) << "and looks like it";
+    const LPARAM behind = MAKELPARAM(place_of(cellname_edit()).right - 8, 6);
+    PostMessageW(cellname_edit(), WM_LBUTTONDOWN, MK_LBUTTON, behind);
+    PostMessageW(cellname_edit(), WM_LBUTTONUP, 0, behind);
+    run();
+    type(cellname_edit(), "_2");
+    EXPECT_EQ(box_text(), "plan_2") << "the mouse puts the caret where it points";
+    press(cellname_edit(), VK_TAB);
     press(GetFocus(), VK_TAB);
     type(cellname_edit(), "half");
     SendMessageW(cellname_edit(), WM_KILLFOCUS, 0, 0);  // for another program, and back
