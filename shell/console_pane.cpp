@@ -14,11 +14,6 @@
 constexpr DWORD k_insert_milliseconds = 100;
 constexpr uint32_t k_pending_max = 8192;
 
-// Output keeps its last line in the middle of the pane; the user's own caret moves the pane only
-// when it leaves it.
-constexpr LRESULT k_output_policy = CARET_STRICT | CARET_EVEN;
-constexpr LRESULT k_resting_policy = CARET_EVEN;
-
 static struct ConsolePane {
     uint32_t position;  // where the pending bytes go
     uint32_t count;
@@ -41,10 +36,8 @@ void console_show_pending() {
     sci_text(console, SCI_REPLACETARGET, state.count, state.pending);
     sci(console, SCI_SETUNDOCOLLECTION, 1);
     sci(console, SCI_EMPTYUNDOBUFFER);
-    sci(console, SCI_SETYCARETPOLICY, k_output_policy);
     sci(console, SCI_GOTOPOS, at + state.count);
     pane_scroll_to_caret(console);
-    sci(console, SCI_SETYCARETPOLICY, k_resting_policy);
     state.count = 0;
     state.inserted_at = GetTickCount();
 }
