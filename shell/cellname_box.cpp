@@ -70,8 +70,8 @@ void fill_list() {
     }
 }
 
-// Before a key walks the list from the current cell, which is its first entry. False
-// where the trail may not be walked.
+// Before a key walks the list from the current cell, which is its first entry. False where the
+// trail may not be walked.
 bool prepare_walk() {
     if (refused_while_busy()) {
         return false;
