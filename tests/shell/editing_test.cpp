@@ -102,23 +102,6 @@ TEST_F(Editing, CaretIsInViewWhenAHiddenPaneIsShown) {
     EXPECT_TRUE(caret_is_in_view());
 }
 
-TEST_F(Editing, PanesComeBackAsTheyWereLeft) {
-    start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));  // lines that wrap
-    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
-    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
-    const auto first_line = [] {
-        return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
-    };
-    for (const DWORD time_away : {0U, 300U}) {  // in which the pane may put its lines together
-        show_tab(0);
-        run_for(time_away);
-        show_tab(1);
-        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
-        EXPECT_EQ(first_line(), 100) << time_away;
-    }
-    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
-}
-
 TEST_F(Editing, OutputEndsInTheMiddleOfTheConsoleAndTheCaretMovesItNoFurther) {
     start();
     const std::string lines = times(100, "a line\n");
@@ -136,4 +119,21 @@ TEST_F(Editing, OutputEndsInTheMiddleOfTheConsoleAndTheCaretMovesItNoFurther) {
         press(console_pane(), VK_UP);
         EXPECT_EQ(top(), expected);
     }
+}
+
+TEST_F(Editing, PanesComeBackAsTheyWereLeft) {
+    start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));  // lines that wrap
+    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
+    const auto first_line = [] {
+        return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
+    };
+    for (const DWORD time_away : {0U, 300U}) {  // in which the pane may put its lines together
+        show_tab(0);
+        run_for(time_away);
+        show_tab(1);
+        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+        EXPECT_EQ(first_line(), 100) << time_away;
+    }
+    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
 }
