@@ -1,6 +1,4 @@
 // Typing, the clipboard and undo in the panes.
-#include "core/host.h"
-#include "shell/console_pane.h"
 #include "tests/shell/shell_test.h"
 
 struct Editing : ShellTest {};
@@ -100,25 +98,6 @@ TEST_F(Editing, CaretIsInViewWhenAHiddenPaneIsShown) {
     command(CMD_CELL_NEXT);
     show_tab(1);
     EXPECT_TRUE(caret_is_in_view());
-}
-
-TEST_F(Editing, OutputEndsInTheMiddleOfTheConsoleAndTheCaretMovesItNoFurther) {
-    start();
-    const std::string lines = times(100, "a line\n");
-    const auto top = [] { return sci(console_pane(), SCI_GETFIRSTVISIBLELINE); };
-    LRESULT expected = 0;
-    for (const int tab : {1, 2}) {  // out of sight, and in it
-        show_tab(tab);
-        console_clear();
-        console_insert(0, lines.data(), static_cast<uint32_t>(lines.size()));
-        console_show_pending();
-        show_tab(2);
-        expected = expected != 0 ? expected : top();
-        EXPECT_GT(expected, 101 - sci(console_pane(), SCI_LINESONSCREEN));
-        EXPECT_EQ(top(), expected) << "tab " << tab;
-        press(console_pane(), VK_UP);
-        EXPECT_EQ(top(), expected);
-    }
 }
 
 TEST_F(Editing, PanesComeBackAsTheyWereLeft) {

@@ -1,5 +1,7 @@
 // Views, the pane that has the focus, and the Tab key.
+#include "core/host.h"
 #include "shell/cellname_box.h"
+#include "shell/console_pane.h"
 #include "tests/shell/shell_test.h"
 
 struct Views : ShellTest {};
@@ -76,4 +78,23 @@ TEST_F(Views, FocusComesBackToNoPaneThatIsOutOfSight) {
     set_active_pane(k_pane_text);  // a late report of a pane that has gone
     focus_active_pane();
     EXPECT_TRUE(has_focus(pane_window(k_pane_list)));
+}
+
+TEST_F(Views, OutputEndsInTheMiddleOfTheConsoleAndTheCaretMovesItNoFurther) {
+    start();
+    const std::string lines = times(100, "a line\n");
+    const auto top = [] { return sci(console_pane(), SCI_GETFIRSTVISIBLELINE); };
+    LRESULT expected = 0;
+    for (const int tab : {1, 2}) {  // out of sight, and in it
+        show_tab(tab);
+        console_clear();
+        console_insert(0, lines.data(), static_cast<uint32_t>(lines.size()));
+        console_show_pending();
+        show_tab(2);
+        expected = expected != 0 ? expected : top();
+        EXPECT_GT(expected, 101 - sci(console_pane(), SCI_LINESONSCREEN));
+        EXPECT_EQ(top(), expected) << "tab " << tab;
+        press(console_pane(), VK_UP);
+        EXPECT_EQ(top(), expected);
+    }
 }
