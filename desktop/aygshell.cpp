@@ -29,16 +29,7 @@ BOOL WINAPI SHSipInfo(UINT action, UINT, PVOID info, UINT) {
     return TRUE;
 }
 
-BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wparam, LPARAM, SHACTIVATEINFO *record, DWORD) {
-    if (LOWORD(wparam) == WA_INACTIVE) {
-        HWND focus = GetFocus();
-        if (focus && IsChild(window, focus)) {
-            record->hwndLastFocus = focus;
-            window_remember_focus(focus);
-        }
-    } else if (HIWORD(wparam) == 0 && IsChild(window, record->hwndLastFocus)) {
-        SetFocus(record->hwndLastFocus);
-    }
+BOOL WINAPI SHHandleWMActivate(HWND, WPARAM, LPARAM, SHACTIVATEINFO *, DWORD) {
     return TRUE;
 }
 

@@ -24,7 +24,6 @@ constexpr long k_longest_side = 4000;
 struct MainWindow {
     HWND window;
     WNDPROC program;  // the program's own window procedure
-    HWND focus;       // the control that had it when the window was left
     SIZE size;        // client area before the window was minimised
     bool placing;     // the first size is being set; the program has no controls yet
     bool alt_used;    // the Alt key held down has been part of an accelerator
@@ -173,9 +172,6 @@ bool handle_before_program(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     case WM_QUERYENDSESSION:
         send_quit(window);  // the session goes on, because the user kept the program
         return true;
-    case WM_SETFOCUS:
-        return window_restore_focus();  // back from being minimised, the system gives it to the
-                                        // window
     case k_message_open_dropped:
         if (window_takes_files()) {
             open_dropped_file(main_window.dropped);
@@ -274,18 +270,6 @@ RECT window_free_area(HWND window) {
     screen.cbSize = sizeof screen;
     GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &screen);
     return screen.rcWork;
-}
-
-void window_remember_focus(HWND control) {
-    main_window.focus = control;
-}
-
-bool window_restore_focus() {
-    if (main_window.focus == nullptr || !IsChild(main_window.window, main_window.focus)) {
-        return false;
-    }
-    SetFocus(main_window.focus);
-    return true;
 }
 
 bool window_takes_files() {

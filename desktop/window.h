@@ -18,10 +18,5 @@ RECT window_free_area(HWND window);
 // Has the program open `path`, soon. False when the window takes no input now.
 bool window_open_later(const wchar_t *path);
 
-// Keeps the control that had the focus when the window was left, and gives it the focus again. The
-// second is false when there is no such control any more.
-void window_remember_focus(HWND control);
-bool window_restore_focus();
-
 // True while a dropped file may be opened.
 bool window_takes_files();

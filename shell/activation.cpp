@@ -1,5 +1,7 @@
 #include "shell/activation.h"
 
+#include "shell/views.h"
+
 #include <aygshell.h>
 
 static struct Activation { SHACTIVATEINFO record; } activation;
@@ -22,10 +24,15 @@ LRESULT on_setting_change(HWND window, UINT, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT on_activate(HWND window, UINT, WPARAM wparam, LPARAM lparam) {
-    if (LOWORD(wparam) != WA_INACTIVE) {
+    bool active = LOWORD(wparam) != WA_INACTIVE;
+    if (active) {
         activation.record.fReserved = 0;
+        activation.record.hwndLastFocus = nullptr;  // may be a pane that has gone out of sight
     }
     SHHandleWMActivate(window, wparam, lparam, &activation.record, 0);
+    if (active && HIWORD(wparam) == 0) {
+        restore_focus();
+    }
     return 0;
 }
 

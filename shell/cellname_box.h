@@ -13,7 +13,8 @@ void cellname_box_create(HWND parent);
 
 HWND cellname_edit();
 
-// Puts a name into the field.
+// Puts a name into the field. While the field has the focus all of it is selected, so that what is
+// typed next replaces it.
 void cellname_box_show(const char *name);
 void cellname_box_show_current();
 
@@ -29,3 +30,7 @@ void cellname_box_close_list();
 // For CBN_DROPDOWN and CBN_SELCHANGE.
 void cellname_box_fill_list();
 void cellname_box_list_chosen();
+
+// k_message_name_settled: the control has written its field, which gets the current name back; an
+// open list gets the trail as it is now.
+void cellname_box_settle();

@@ -1,4 +1,5 @@
-// Asks what to search for and what to put in its place; then the search bar takes over.
+// Asks what to search for and what to put in its place; then the search bar takes over. The fields
+// are those of the settings' search page, with what they may hold.
 #include "shell/dialogs.h"
 
 #include "core/busy.h"
@@ -6,39 +7,24 @@
 #include "resources/resource.h"
 #include "shell/find.h"
 #include "shell/search_bar.h"
-#include "shell/text_conversion.h"
+#include "shell/settings_page.h"
 #include "web/options.h"
 
 static struct ReplaceDialog {
     HWND window;
-    char search[k_search_max + 1];
-    char replacement[k_search_max + 1];
+    Settings draft;
 } replace_dialog;
 
 namespace {
 
 constexpr INT_PTR k_start_search = 1;  // the dialog's result
 
-void fill(HWND dialog, int control, const char *text) {
-    SendDlgItemMessageW(dialog, control, EM_LIMITTEXT, k_search_max, 0);
-    SetDlgItemTextW(dialog, control, to_utf16(text));
-}
-
-void read(HWND dialog, int control, char *text) {
-    wchar_t typed[k_search_max + 1];
-    GetDlgItemTextW(dialog, control, typed, k_search_max + 1);
-    utf8_copy(text, k_search_max + 1, typed);
-}
-
 void start(HWND dialog) {
-    replace_dialog = {};
     replace_dialog.window = dialog;
     set_search_in_progress(true);
     init_dialog(dialog, k_dialog_full_screen);
-    fill(dialog, CTL_SEARCH_TEXT, option_starg());
-    fill(dialog, CTL_REPLACE_TEXT, option_srpl());
-    SendDlgItemMessageW(dialog, CTL_SEARCH_CASE, BM_SETCHECK,
-                        option_search_case() == 1 ? BST_CHECKED : BST_UNCHECKED, 0);
+    settings_load(&replace_dialog.draft);
+    page_fill(&k_search_page, dialog, &replace_dialog.draft);
 }
 
 void end(HWND dialog, INT_PTR result) {
@@ -49,20 +35,25 @@ void end(HWND dialog, INT_PTR result) {
     EndDialog(dialog, result);
 }
 
-// The result of the dialog.
-INT_PTR take(HWND dialog) {
-    read(dialog, CTL_SEARCH_TEXT, replace_dialog.search);
-    if (replace_dialog.search[0] == 0) {
+// A search does not make the web count as changed, as the same entries in the settings do.
+void take_into_force() {
+    set_option_starg(replace_dialog.draft.starg);
+    set_option_srpl(replace_dialog.draft.srpl);
+    set_option_search_case(replace_dialog.draft.search_case);
+}
+
+// The dialog stays open over an entry that does not fit.
+void accept(HWND dialog) {
+    Refusal refusal;
+    if (!page_take(&k_search_page, dialog, &replace_dialog.draft, &refusal)) {
+        page_refuse(dialog, dialog, &refusal);
+    } else if (replace_dialog.draft.starg[0] == 0) {
         show_status_message("Nothing to search for");
-        return 0;
+        end(dialog, 0);
+    } else {
+        take_into_force();
+        end(dialog, k_start_search);
     }
-    read(dialog, CTL_REPLACE_TEXT, replace_dialog.replacement);
-    bool match_case =
-        SendDlgItemMessageW(dialog, CTL_SEARCH_CASE, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    set_option_starg(replace_dialog.search);
-    set_option_srpl(replace_dialog.replacement);
-    set_option_search_case(match_case ? 1 : 0);
-    return k_start_search;
 }
 
 INT_PTR CALLBACK replace_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
@@ -74,7 +65,7 @@ INT_PTR CALLBACK replace_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) 
         switch (LOWORD(wparam)) {
         case IDOK:
         case CTL_REPLACE_START:
-            end(dialog, take(dialog));
+            accept(dialog);
             return TRUE;
         case IDCANCEL:
         case CTL_REPLACE_CANCEL:

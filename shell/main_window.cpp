@@ -7,6 +7,7 @@
 #include "shell/activation.h"
 #include "shell/cell_commands.h"
 #include "shell/cell_list.h"
+#include "shell/cellname_box.h"
 #include "shell/commands.h"
 #include "shell/controls.h"
 #include "shell/layout.h"
@@ -54,6 +55,18 @@ LRESULT on_start(HWND, UINT, WPARAM, LPARAM) {
 
 LRESULT on_name_entered(HWND, UINT, WPARAM, LPARAM) {
     enter_box_name();
+    return 0;
+}
+
+LRESULT on_name_settled(HWND, UINT, WPARAM, LPARAM) {
+    cellname_box_settle();
+    return 0;
+}
+
+// The system gives the focus to the window itself when it comes back from being minimised, and when
+// a control goes that had it.
+LRESULT on_focus(HWND, UINT, WPARAM, LPARAM) {
+    restore_focus();
     return 0;
 }
 
@@ -162,6 +175,8 @@ constexpr struct {
     {WM_INITMENUPOPUP, on_menu_opening},
     {k_message_hot_spot, on_hot_spot},
     {k_message_recover, on_recover},
+    {k_message_name_settled, on_name_settled},
+    {WM_SETFOCUS, on_focus},
 };
 
 void run_call(void *argument) {
@@ -196,6 +211,9 @@ bool bring_other_copy_forward() {
     HWND other = FindWindowW(k_class_name, nullptr);
     if (other == nullptr) {
         return false;
+    }
+    if ((GetWindowLongW(other, GWL_STYLE) & static_cast<LONG>(WS_MINIMIZE)) != 0) {
+        ShowWindow(other, SW_RESTORE);
     }
     HWND marked = reinterpret_cast<HWND>(reinterpret_cast<ULONG_PTR>(other) | 1);
     if (!SetForegroundWindow(marked)) {

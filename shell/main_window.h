@@ -10,6 +10,7 @@ constexpr UINT k_message_start = WM_USER + 1;         // open or make the first 
 constexpr UINT k_message_name_entered = WM_USER + 2;  // Enter in the cellname box
 constexpr UINT k_message_hot_spot = WM_USER + 3;      // wParam: pane, lParam: position clicked
 constexpr UINT k_message_recover = WM_USER + 4;       // the blocks ran out in a notification
+constexpr UINT k_message_name_settled = WM_USER + 5;  // a choice in the cellname box is through
 constexpr UINT k_message_activation = WM_USER - 1;
 
 constexpr uint32_t k_start_path_max = 62;  // bytes taken of the command line

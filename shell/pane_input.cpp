@@ -83,19 +83,31 @@ bool handle_first(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     }
 }
 
+// A press brings its caret into view, and so does the release. The second press of a double click
+// would then meet other words, and so the pane stays where it is.
+LRESULT pass_on(WNDPROC previous, HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message != WM_LBUTTONDOWN && message != WM_LBUTTONUP) {
+        return CallWindowProcW(previous, window, message, wparam, lparam);
+    }
+    LRESULT top = sci(window, SCI_GETFIRSTVISIBLELINE);
+    LRESULT result = CallWindowProcW(previous, window, message, wparam, lparam);
+    sci(window, SCI_SETFIRSTVISIBLELINE, top);
+    return result;
+}
+
 // The cut that follows every change of the text pane would open an undo step inside the change.
 LRESULT CALLBACK text_pane_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_CUT || handle_first(window, message, wparam, lparam)) {
         return 0;
     }
-    return CallWindowProcW(input.text_previous, window, message, wparam, lparam);
+    return pass_on(input.text_previous, window, message, wparam, lparam);
 }
 
 LRESULT CALLBACK console_pane_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     if (handle_first(window, message, wparam, lparam)) {
         return 0;
     }
-    return CallWindowProcW(input.console_previous, window, message, wparam, lparam);
+    return pass_on(input.console_previous, window, message, wparam, lparam);
 }
 
 // Scintilla gives many letters a meaning with Ctrl; here only the accelerators do.
@@ -131,17 +143,15 @@ void hot_spot_arrived(LRESULT position) {
 void hot_spot_click(LRESULT position) {
     const char *name = word_at_position(position);
     CellHandle cell = name != nullptr ? cell_lookup(name) : CellHandle{0};
-    if (cell == 0 || refused_while_busy()) {
+    if (cell == 0 || cell == current_cell() || refused_while_busy()) {
         return;
     }
     if (active_pane() == k_pane_text) {
         hide_selection_once();
     }
-    if (cell != current_cell()) {
-        go_to_cell(cell);
-        input.just_left = true;
-        input.left_at = GetTickCount();
-    }
+    go_to_link(cell);
+    input.just_left = true;
+    input.left_at = GetTickCount();
 }
 
 const char *word_at_position(LRESULT position) {

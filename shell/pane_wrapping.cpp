@@ -20,6 +20,17 @@ Collapsed *state_of(HWND pane) {
     return pane == text_pane() ? &wrapping.text : &wrapping.console;
 }
 
+// The end of the console's output comes to the middle of the pane; the user's own caret moves the
+// console only when it leaves it.
+constexpr LRESULT k_output_policy = CARET_STRICT | CARET_EVEN;
+constexpr LRESULT k_resting_policy = CARET_EVEN;
+
+void set_console_policy(HWND pane, LRESULT policy) {
+    if (pane == console_pane()) {
+        sci(pane, SCI_SETYCARETPOLICY, policy);
+    }
+}
+
 // A pane breaks its lines when it is drawn or idle, which moves the caret's line down. Asked for a
 // line, it breaks all of them first.
 void show_caret(HWND pane) {
@@ -27,7 +38,9 @@ void show_caret(HWND pane) {
     if (caret > 0) {
         sci(pane, SCI_ENSUREVISIBLE, sci(pane, SCI_LINEFROMPOSITION, caret));
     }
+    set_console_policy(pane, k_output_policy);
     sci(pane, SCI_SCROLLCARET);
+    set_console_policy(pane, k_resting_policy);
 }
 
 }  // namespace

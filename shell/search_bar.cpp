@@ -57,6 +57,7 @@ INT_PTR on_command(WORD command) {
         close_bar();
         return TRUE;
     default:
+        focus_active_pane();  // a click on the box has brought it here
         return FALSE;
     }
 }

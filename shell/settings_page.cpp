@@ -1,5 +1,6 @@
 #include "shell/settings_page.h"
 
+#include "core/host.h"
 #include "shell/text_conversion.h"
 
 // Longer entries are refused, not cut, so that controls take more than any field holds.
@@ -138,4 +139,10 @@ bool page_take(const SettingsPage *page, HWND window, Settings *draft, Refusal *
         }
     }
     return true;
+}
+
+void page_refuse(HWND owner, HWND window, const Refusal *refusal) {
+    MessageBoxW(owner, refusal->allowed, to_utf16(k_product_name), MB_OK | MB_ICONEXCLAMATION);
+    SetFocus(GetDlgItem(window, refusal->control));
+    SendDlgItemMessageW(window, refusal->control, EM_SETSEL, 0, -1);
 }

@@ -65,6 +65,9 @@ void page_fill(const SettingsPage *page, HWND window, const Settings *draft);
 // keeps what it had for it and for what follows it.
 bool page_take(const SettingsPage *page, HWND window, Settings *draft, Refusal *refusal);
 
+// Tells the user what the entry may be, in a box over `owner`, and goes to it.
+void page_refuse(HWND owner, HWND window, const Refusal *refusal);
+
 // The pages in the order of their tabs.
 extern const SettingsPage k_report_page;
 extern const SettingsPage k_output_page;

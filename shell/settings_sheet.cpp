@@ -2,13 +2,11 @@
 // which OK brings into force and Cancel drops.
 #include "shell/dialogs.h"
 
-#include "core/host.h"
 #include "report/output.h"
 #include "shell/main_window.h"
 #include "shell/pane_styles.h"
 #include "shell/search_bar.h"
 #include "shell/settings_page.h"
-#include "shell/text_conversion.h"
 #include "shell/text_pane.h"
 
 namespace {
@@ -48,13 +46,6 @@ void open_page(HWND window, uint32_t index) {
     page_fill(page, window, &sheet.draft);
 }
 
-void refuse(HWND window, const Refusal *refusal) {
-    MessageBoxW(GetParent(window), refusal->allowed, to_utf16(k_product_name),
-                MB_OK | MB_ICONEXCLAMATION);
-    SetFocus(GetDlgItem(window, refusal->control));
-    SendDlgItemMessageW(window, refusal->control, EM_SETSEL, 0, -1);
-}
-
 // The answer to a question of the sheet is kept in the page's window.
 INT_PTR answer(HWND window, LONG_PTR value) {
     set_dialog_answer(window, value);
@@ -67,7 +58,7 @@ INT_PTR notified(HWND window, uint32_t index, UINT code) {
     switch (code) {
     case PSN_KILLACTIVE:
         if (!page_take(k_pages[index], window, &sheet.draft, &refusal)) {
-            refuse(window, &refusal);
+            page_refuse(GetParent(window), window, &refusal);
             return answer(window, TRUE);
         }
         return answer(window, FALSE);

@@ -10,6 +10,7 @@
 static struct Views {
     HWND panes[k_pane_count];
     PaneIndex active;
+    bool on_search_bar;  // the bar, which is then open, has taken the focus from the active pane
     ViewIndex current;
     ViewIndex previous;
 } views;
@@ -19,6 +20,12 @@ namespace {
 constexpr WPARAM k_box_limit = 128;  // characters typed into the cellname box
 constexpr int k_tab_list = 0;
 constexpr int k_tab_console = 2;
+
+PaneIndex pane_of(ViewIndex view) {
+    return view == k_view_list      ? k_pane_list
+           : view == k_view_console ? k_pane_console
+                                    : k_pane_text;
+}
 
 void select_tab(int tab) {
     SendMessageW(pane_window(k_pane_tabs), TCM_SETCURSEL, static_cast<WPARAM>(tab), 0);
@@ -62,6 +69,7 @@ bool active_pane_is_text() {
 }
 
 void set_active_pane(PaneIndex pane) {
+    views.on_search_bar = false;
     switch (pane) {
     case k_pane_box:
     case k_pane_console:
@@ -80,10 +88,20 @@ void set_active_pane(PaneIndex pane) {
     }
 }
 
-// Without SciLexer.dll a text pane has no window; the main window then takes the keys.
 void focus_active_pane() {
-    HWND target = search_bar() != nullptr ? search_bar() : active_pane_window();
-    SetFocus(target != nullptr ? target : main_window());
+    views.on_search_bar = search_bar() != nullptr;
+    restore_focus();
+}
+
+// Without SciLexer.dll a text pane has no window; the main window then takes the keys.
+void restore_focus() {
+    if (views.active != k_pane_box) {
+        views.active = pane_of(views.current);
+    }
+    HWND target = views.on_search_bar ? search_bar() : active_pane_window();
+    if (!IsChild(target, GetFocus())) {
+        SetFocus(target != nullptr ? target : main_window());
+    }
 }
 
 ViewIndex current_view() {

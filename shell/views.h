@@ -39,8 +39,12 @@ bool active_pane_is_text();
 // A pane reports that it took the focus.
 void set_active_pane(PaneIndex pane);
 
-// Gives the focus to the search bar when it is open, else to the active pane.
+// Gives the focus to the search bar when it is open, else to the active pane. A control of the bar
+// that has it keeps it. A pane that the view does not show never gets it: the view's own does.
 void focus_active_pane();
+
+// The main window has the focus: gives it back to the pane, or the search bar, that had it last.
+void restore_focus();
 
 ViewIndex current_view();
 ViewIndex previous_view();

@@ -60,11 +60,10 @@ void show_existing(CellHandle cell) {
 }
 
 // Showing a cell takes a block, and so may offer to save and exit: when that came to nothing, the
-// list has been filled anew and has the cell.
+// list has been filled anew and has the cell, which came without an item.
 void show_created(CellHandle cell) {
-    ListItem item_before = cell_list_item(cell);
     follow_by_name(cell);
-    if (cell_list_item(cell) == item_before) {
+    if (cell_list_item(cell) == 0) {
         cell_list_add(cell);
     } else {
         cell_list_select_current();
@@ -146,15 +145,23 @@ void select_if_any(CellHandle cell) {
     }
 }
 
-// The newest trail entry whose name, as the views show it, is ops.name; or 0.
-CellHandle find_trail_entry() {
+// The newest trail entry of that name, as the views show it; or 0.
+CellHandle find_trail_entry(const char *name) {
     trail_walk_start();
-    for (CellHandle entry = trail_walk_next(); entry != 0; entry = trail_walk_next()) {
-        if (strcmp(cell_name_string(entry), ops.name) == 0) {
-            return entry;
-        }
+    CellHandle entry = trail_walk_next();
+    while (entry != 0 && strcmp(cell_name_string(entry), name) != 0) {
+        entry = trail_walk_next();
     }
-    return 0;
+    return entry;
+}
+
+bool is_on_trail(CellHandle cell) {
+    trail_walk_start();
+    CellHandle entry = trail_walk_next();
+    while (entry != 0 && entry != cell) {
+        entry = trail_walk_next();
+    }
+    return entry != 0;
 }
 
 void show_and_select(CellHandle cell) {
@@ -165,14 +172,19 @@ void show_and_select(CellHandle cell) {
 }  // namespace
 
 CellHandle go_to_cell(CellHandle cell) {
-    if (cell == 0 || cell == current_cell() || refused_while_busy()) {
+    if (!is_live_cell(cell) || cell == current_cell() || refused_while_busy()) {
         return current_cell();
     }
     leave_pane();
     trail_push(current_cell());
-    show_as_current(cell);
-    cell_list_select_current();
+    show_and_select(cell);
     return cell;
+}
+
+void go_to_link(CellHandle cell) {
+    if (is_live_cell(cell) && cell != current_cell() && !refused_while_busy()) {
+        show_existing(cell);
+    }
 }
 
 void go_to_name(const char *name) {
@@ -311,20 +323,19 @@ void forward() {
 }
 
 void jump_to_trail_entry(const char *name) {
-    if (refused_while_busy()) {
-        return;
-    }
-    copy_string(ops.name, name, k_cellname_max);
-    CellHandle entry = find_trail_entry();
-    bool to_home = entry == 0 && strcmp(ops.name, "home") == 0;
-    if (entry == 0 && !to_home) {
+    CellHandle entry = find_trail_entry(name);
+    jump_to_trail_cell(entry == 0 && strcmp(name, "home") == 0 ? index_root() : entry);
+}
+
+void jump_to_trail_cell(CellHandle cell) {
+    if (refused_while_busy() || cell == 0 || (cell != index_root() && !is_on_trail(cell))) {
         return;
     }
     leave_pane();
-    for (CellHandle popped = trail_pop(); popped != 0 && popped != entry;) {
+    for (CellHandle popped = trail_pop(); popped != 0 && popped != cell;) {
         popped = trail_pop();
     }
-    show_and_select(to_home ? index_root() : entry);
+    show_and_select(cell);
 }
 
 void cell_ops_recover() {

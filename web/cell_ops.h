@@ -8,9 +8,12 @@
 
 #include "core/block_arena.h"
 
-// Go to a cell; the trail remembers the one left. Nothing happens for the current cell. Returns the
-// cell.
+// Go to a cell; the trail remembers the one left. Nothing happens for the current cell, and for a
+// handle of no live cell. Returns the cell that is current afterwards.
 CellHandle go_to_cell(CellHandle cell);
+
+// The same where the user took the way by name: what was stepped back from is forgotten.
+void go_to_link(CellHandle cell);
 
 // Go to the cell of that name, or create it (asking first when the user wants to be asked).
 // Creating it here does not make the web count as changed.
@@ -40,6 +43,9 @@ void forward();
 // Back to the newest trail entry of exactly that name, leaving the entries passed on the forward
 // ring; "home" is always found.
 void jump_to_trail_entry(const char *name);
+
+// The same by cell; the home cell is always found, a cell that is not on the trail never.
+void jump_to_trail_cell(CellHandle cell);
 
 // The step of previous_cell() that cell_delete() needs: the current cell is about to go and is not
 // stored.

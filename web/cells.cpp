@@ -42,6 +42,7 @@ void release_name_and_node(CellHandle node) {
 
 // A cell that was deleted may hold stale handles in these.
 void clear_fields(CellHandle cell) {
+    cell_set_list_item(cell, 0);
     cell_set_text(cell, 0);
     cell_set_first_aux(cell, 0);
     cell_set_second_aux(cell, 0);
@@ -157,7 +158,6 @@ void web_reset(const char *cellname) {
     current_cell_clear();
     if (home != 0) {
         clear_fields(home);
-        cell_set_list_item(home, 0);
         index_link(home, &web.root);
         cell_numbers_rebuild();
     } else {

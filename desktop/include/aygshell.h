@@ -14,8 +14,8 @@ extern "C" {
 
 // ---- Activation ---------------------------------------------------------------------------------
 
-// One for each top-level window, zeroed by its owner before use. hwndLastFocus is the control that
-// gets the focus back on activation.
+// One for each top-level window, zeroed by its owner before use. On the handheld hwndLastFocus is
+// the control that gets the focus back on activation.
 typedef struct SHACTIVATEINFO {
     DWORD cbSize;
     HWND hwndLastFocus;
@@ -25,8 +25,7 @@ typedef struct SHACTIVATEINFO {
     UINT fReserved : 29;
 } SHACTIVATEINFO;
 
-// For WM_ACTIVATE: keeps the control that has the focus when the window is left and gives the focus
-// back when the window is entered again.
+// For WM_ACTIVATE. The program gives the focus back itself, so that there is nothing to do here.
 BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wparam, LPARAM lparam, SHACTIVATEINFO *record,
                                DWORD flags);
 

@@ -1,4 +1,4 @@
-// The main window's frame: sizes, closing, activation.
+// The main window's frame: sizes and closing.
 #include "desktop_test.h"
 
 #include "resources/resource.h"
@@ -54,15 +54,6 @@ TEST_F(DesktopTest, CloseButtonAsksAndCloseMessageCloses) {
     EXPECT_TRUE(IsWindow(window));
     SendMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_FALSE(IsWindow(window));
-}
-
-TEST_F(DesktopTest, FocusComesBackToTheControlThatHadIt) {
-    open_window();
-    SetFocus(pane);
-    SendMessageW(window, WM_ACTIVATE, WA_INACTIVE, 0);
-    SetFocus(window);
-    SendMessageW(window, WM_ACTIVATE, WA_ACTIVE, 0);
-    EXPECT_EQ(GetFocus(), pane);
 }
 
 }  // namespace

@@ -50,6 +50,7 @@ std::vector<Row> rows() {
     const Log deleted = {k_delete, "show bent", "list_select bent", "list_remove beta"};
     return {
         {"cell", [] { go_to_cell(cell_lookup("alpha")); }, shown("alpha")},
+        {"link", [] { go_to_link(cell_lookup("alpha")); }, shown("alpha")},
         {"name", to("  1ALPHA"), shown("alpha")},
         {"name declined", to("x!"), {k_create + "x!"}, false},
         {"name agreed", to("x!"), asked(k_create + "x!", made("x!"))},
@@ -73,6 +74,8 @@ std::vector<Row> rows() {
         {"forward", forward, asked("store 1", shown("gamma"))},
         {"jump", jump("home"), shown("home")},
         {"jump, other case", jump("Alpha")},
+        {"jump to a cell", [] { jump_to_trail_cell(index_root()); }, shown("home")},
+        {"jump, not there", [] { jump_to_trail_cell(cell_lookup("gamma")); }},
     };
 }
 

@@ -152,18 +152,21 @@ void step(Model *m, std::mt19937 *random, uint32_t *lost) {
     case 8:
         if (!m->trail.empty()) {
             std::string to = m->trail[(*random)() % m->trail.size()];
-            jump_to_trail_entry(name_string(cell_lookup(to.c_str())).c_str());
+            CellHandle cell = cell_lookup(to.c_str());
+            agree ? jump_to_trail_entry(name_string(cell).c_str()) : jump_to_trail_cell(cell);
             while (pop_trail(m) != to) {
             }
             m->current = to;
         }
         break;
-    default:
-        go_to_cell(cell_lookup(typed.c_str()));
+    default: {
+        CellHandle node = index_find(index_root(), typed.c_str());  // a deleted cell's, too
+        agree ? static_cast<void>(go_to_cell(node)) : go_to_link(node);
         if (there && name != m->current) {
-            go(m, name);
+            (agree ? go : follow)(m, name);
         }
         break;
+    }
     }
 }
 

@@ -130,6 +130,9 @@ void at_pump(uint32_t n, const std::function<void()> &run) {
 }
 
 std::string check_cell_list() {
+    if (!host().faults.empty()) {
+        return host().faults.front();
+    }
     std::vector<CellHandle> cells = live_cells();
     for (CellHandle c : cells) {
         auto item = host().items.find(cell_list_item(c));
@@ -281,10 +284,11 @@ static void select_current_item() {
 }
 
 ListItem cell_list_insert_item(CellHandle cell) {
-    ListItem item = ++host().last_item;
-    host().items[item] = cell;
-    cell_set_list_item(cell, item);
-    return item;
+    if (!host().items.insert({cell, cell}).second) {
+        host().faults.push_back("a cell stands twice in the cell list");
+    }
+    cell_set_list_item(cell, cell);
+    return cell;
 }
 
 void cell_list_fill() {

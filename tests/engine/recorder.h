@@ -30,8 +30,8 @@ struct Recorder {
     std::deque<std::string> cellnames, open_paths, save_paths;
 
     TextPane pane;
-    std::map<ListItem, CellHandle> items;  // of the cell list, by token
-    ListItem last_item, selected_item;
+    std::map<ListItem, CellHandle> items;  // of the cell list; a token is the handle, as in shell/
+    ListItem selected_item;
     std::string console;
     std::vector<uint32_t> console_pieces;  // byte counts of the insertions since the last clear
     std::string selected_text;             // in the active pane

@@ -1,6 +1,7 @@
 // New cell, follow, Enter in the cellname box and its list, by the pane that has the focus.
 #include "shell/cell_commands.h"
 
+#include "report/output.h"
 #include "shell/cellname_box.h"
 #include "shell/text_conversion.h"
 #include "tests/shell/shell_test.h"
@@ -110,11 +111,32 @@ std::string list_entries() {
     return all;
 }
 
+bool list_is_open() {
+    return SendMessageW(pane_window(k_pane_box), CB_GETDROPPEDSTATE, 0, 0) != 0;
+}
+
+// Chooses an entry of the open list with the mouse.
 void choose(WPARAM entry) {
-    HWND box = pane_window(k_pane_box);
-    SendMessageW(box, CB_SETCURSEL, entry, 0);
-    SendMessageW(main_window(), WM_COMMAND, MAKEWPARAM(CTL_CELLNAME_BOX, CBN_SELCHANGE),
-                 as_lparam(box));
+    COMBOBOXINFO info = {};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetComboBoxInfo(pane_window(k_pane_box), &info));
+    RECT rect;
+    SendMessageW(info.hwndList, LB_GETITEMRECT, entry, as_lparam(&rect));
+    const LPARAM point = MAKELPARAM(rect.left + 4, (rect.top + rect.bottom) / 2);
+    PostMessageW(info.hwndList, WM_MOUSEMOVE, 0, point);
+    PostMessageW(info.hwndList, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(info.hwndList, WM_LBUTTONUP, 0, point);
+    run();
+}
+
+void open_list() {
+    SetFocus(pane_window(k_pane_box));
+    press(cellname_edit(), VK_F4);
+    ASSERT_TRUE(list_is_open());
+}
+
+std::string shown_cell() {
+    return box_text() + "|" + current_name();
 }
 
 TEST_F(CellCommands, TheListShowsTheTrailAndJumps) {
@@ -122,23 +144,121 @@ TEST_F(CellCommands, TheListShowsTheTrailAndJumps) {
     for (const char *name : {"a", "b", "c"}) {
         go_to_name(name);
     }
-    HWND box = pane_window(k_pane_box);
-    const auto is_open = [=] { return SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) != 0; };
-    SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
+    open_list();
     EXPECT_EQ(list_entries(), "c b a home");
     choose(0);
-    EXPECT_EQ(current_name(), "c") << "the current cell";
+    EXPECT_EQ(shown_cell(), "c|c") << "the current cell";
+    open_list();
     choose(2);
-    EXPECT_EQ(current_name(), "a");
-    EXPECT_EQ(box_text(), "a");
-    EXPECT_TRUE(is_open());
+    EXPECT_EQ(shown_cell(), "a|a");
+    command(CMD_FOLLOW);
+    EXPECT_EQ(current_name(), "c") << "the cell that was left can be gone forward to";
+    open_list();
+    command(CMD_CELL_NEXT);
+    EXPECT_EQ(list_entries(), "home a home") << "an open list goes with the trail";
     command(CMD_BACK);
-    EXPECT_FALSE(is_open());
-    EXPECT_EQ(current_name(), "home");
-    SendMessageW(box, CB_SHOWDROPDOWN, TRUE, 0);
+    EXPECT_FALSE(list_is_open());
+    EXPECT_EQ(shown_cell(), "a|a");
+    command(CMD_BACK);
+    open_list();
     EXPECT_EQ(list_entries(), "home");
     press(cellname_edit(), VK_RETURN);
-    EXPECT_FALSE(is_open());
+    EXPECT_FALSE(list_is_open());
+}
+
+// The list that was opened earlier holds what the trail was then.
+TEST_F(CellCommands, KeysWalkTheTrailAsItIsNow) {
+    start(web_of("", cell_of("alpha", "") + cell_of("beans", "")));
+    go_to_name("alpha");
+    go_to_name("beans");
+    open_list();
+    press(cellname_edit(), VK_F4);
+    EXPECT_FALSE(list_is_open());
+    command(CMD_BACK);
+    EXPECT_EQ(shown_cell(), "alpha|alpha");
+    press(cellname_edit(), VK_UP);
+    EXPECT_EQ(shown_cell(), "alpha|alpha") << "nothing stands before the current cell";
+    press(cellname_edit(), VK_DOWN);
+    EXPECT_EQ(shown_cell(), "home|home");
+    for (const char *name : {"beans", "alpha"}) {
+        go_to_name(name);
+    }
+    for (HWND window : {cellname_edit(), pane_window(k_pane_box)}) {
+        PostMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+        run();
+        EXPECT_EQ(shown_cell(), "alpha|alpha") << "the wheel";
+    }
+    press(cellname_edit(), VK_NEXT);
+    EXPECT_EQ(shown_cell(), "home|home") << "the oldest entry";
+    go_to_name("alpha");
+    type(cellname_edit(), "be");
+    answer_with("Delete current cell?", [](HWND dialog) {
+        EXPECT_EQ(shown_cell(), "alpha|alpha") << "the cell that the question is about";
+        press_button(dialog, IDCANCEL);
+    });
+    command(CMD_CELL_DELETE);
+}
+
+TEST_F(CellCommands, AChoiceThatMovesNothingLeavesTheCurrentName) {
+    start(web_of("", cell_of("alpha", "") + cell_of("beans", "")));
+    go_to_name("alpha");
+    go_to_name("beans");
+    open_list();
+    ASSERT_EQ(output_open(), 0);
+    choose(1);
+    EXPECT_EQ(status_text(), "OUTPUT IN USE");
+    EXPECT_EQ(shown_cell(), "beans|beans");
+    press(cellname_edit(), VK_DOWN);
+    EXPECT_EQ(shown_cell(), "beans|beans");
+    output_close();
+}
+
+TEST_F(CellCommands, ANameInOtherBytesCanBeChosen) {
+    start(web_of("", cell_of("caf\xE9", "") + cell_of("plan", "")));
+    go_to_cell(index_first(index_root()));
+    ASSERT_EQ(current_name(), "caf\xE9");
+    for (const bool by_key : {false, true}) {
+        go_to_name("plan");
+        open_list();
+        by_key ? press(cellname_edit(), VK_DOWN) : choose(1);
+        EXPECT_EQ(current_name(), "caf\xE9");
+        EXPECT_EQ(box_text(), "caf\xC3\xA9");
+    }
+}
+
+TEST_F(CellCommands, TypingReplacesTheNameInTheBox) {
+    start(web_of("", cell_of("in_pointers", "") + cell_of("keys", "") + cell_of("plan", "")));
+    go_to_name("in_pointers");
+    press(GetFocus(), VK_TAB);
+    ASSERT_TRUE(has_focus(cellname_edit()));
+    type(cellname_edit(), "keys");
+    press(cellname_edit(), VK_RETURN);
+    EXPECT_EQ(shown_cell(), "keys|keys");
+    command(CMD_BACK);
+    type(cellname_edit(), "plan");
+    press(cellname_edit(), VK_RETURN);
+    EXPECT_EQ(shown_cell(), "plan|plan") << "behind a jump";
+    type(cellname_edit(), "half");
+    press(cellname_edit(), VK_ESCAPE);
+    EXPECT_EQ(box_text(), "plan");
+    type(cellname_edit(), "half");
+    EXPECT_EQ(box_text(), "half") << "all is selected again";
+    press(cellname_edit(), VK_TAB);
+    EXPECT_EQ(box_text(), "plan") << "the box is left";
+    EXPECT_EQ(SendMessageW(cellname_edit(), EM_GETSEL, 0, 0), 0) << "and looks like it";
+    const LPARAM behind = MAKELPARAM(place_of(cellname_edit()).right - 8, 6);
+    PostMessageW(cellname_edit(), WM_LBUTTONDOWN, MK_LBUTTON, behind);
+    PostMessageW(cellname_edit(), WM_LBUTTONUP, 0, behind);
+    run();
+    type(cellname_edit(), "_2");
+    EXPECT_EQ(box_text(), "plan_2") << "the mouse puts the caret where it points";
+    press(cellname_edit(), VK_TAB);
+    press(GetFocus(), VK_TAB);
+    type(cellname_edit(), "half");
+    SendMessageW(cellname_edit(), WM_KILLFOCUS, 0, 0);  // for another program, and back
+    SendMessageW(cellname_edit(), WM_SETFOCUS, 0, 0);
+    type(cellname_edit(), "way");
+    EXPECT_EQ(box_text(), "halfway");
 }
 
 }  // namespace

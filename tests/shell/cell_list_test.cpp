@@ -1,9 +1,11 @@
 // The cell list: its items, and choosing them with the mouse and the keys.
 #include "shell/cell_list.h"
 
+#include "core/block_arena.h"
 #include "core/host.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
+#include "web/trail.h"
 
 #include <cstring>
 
@@ -58,6 +60,46 @@ TEST_F(CellList, HasACellOnceThatWasMadeWhileQuittingAsked) {
     command(CMD_QUIT);
     EXPECT_EQ(item_count(), 2);
     EXPECT_EQ(selected_item(), "plan");
+}
+
+// The offer to save and exit, taken up in the middle of bringing a deleted name back, fills the
+// list from within.
+TEST_F(CellList, HasANameOnceThatCameBackWhileSavingFailed) {
+    start(web_of("Hi", cell_of("plan", "old")));
+    command(CMD_CELL_NEXT);
+    answer("Delete current cell?", IDOK);
+    command(CMD_CELL_DELETE);
+    const CellHandle dead = index_find(index_root(), "plan");
+    while (blocks_free() > 100) {
+        block_alloc(k_block_plain);
+    }
+    answer("Short On Memory--Save And Exit?", IDOK);
+    answer_with("Save current changes in test?", [this](HWND dialog) {
+        DeleteFileA(path.c_str());
+        CreateDirectoryA(path.c_str(), nullptr);
+        answer_always("Short On Memory", IDCANCEL);
+        press_button(dialog, IDYES);
+    });
+    new_cell("plan");
+    RemoveDirectoryA(path.c_str());
+    EXPECT_EQ(current_cell(), dead) << "the record of the name serves again";
+    EXPECT_EQ(item_count(), 2);
+    EXPECT_EQ(selected_item(), "plan");
+}
+
+TEST_F(CellList, AnItemOfNoLiveCellLeadsNowhere) {
+    start(web_of("Hi", cell_of("plan", "")));
+    command(CMD_CELL_NEXT);
+    const CellHandle dead = current_cell();
+    answer("Delete current cell?", IDOK);
+    command(CMD_CELL_DELETE);
+    NMTREEVIEWW change = {};
+    change.hdr = {list(), CTL_CELL_LIST, TVN_SELCHANGEDW};
+    change.action = TVC_BYMOUSE;
+    change.itemNew.lParam = dead;
+    SendMessageW(main_window(), WM_NOTIFY, CTL_CELL_LIST, as_lparam(&change));
+    EXPECT_EQ(current_name(), "home");
+    EXPECT_EQ(pane_text(text_pane()), "Hi");
 }
 
 TEST_F(CellList, KeysStepAndNothingElseDoes) {

@@ -114,13 +114,41 @@ TEST_F(DialogTest, ReplaceDialogKeepsWhatIsSearchedFor) {
         EXPECT_EQ(text_of(GetDlgItem(dialog, CTL_SEARCH_TEXT)), "old");
         EXPECT_EQ(text_of(GetDlgItem(dialog, CTL_REPLACE_TEXT)), "new");
         EXPECT_TRUE(IsDlgButtonChecked(dialog, CTL_SEARCH_CASE));
-        fill_and_press(dialog, L"d\u00E9j\u00E0", std::wstring(60, 'r'), IDOK);
+        fill_and_press(dialog, L"d\u00E9j\u00E0", std::wstring(48, 'r'), IDOK);
     });
     command(CMD_FIND);
     EXPECT_STREQ(option_starg(), "d\xC3\xA9j\xC3\xA0");
     EXPECT_EQ(option_srpl(), std::string(k_search_max, 'r'));
     EXPECT_EQ(option_search_case(), 0);
     EXPECT_FALSE(IsDlgButtonChecked(search_bar(), CTL_NEXT_CASE));
+}
+
+// 25 letters that take two bytes each are two bytes too many.
+TEST_F(DialogTest, ReplaceRefusesTextsThatDoNotFitAndCutsNone) {
+    start_in_text(web_of(""));
+    set_option_starg("old");
+    const std::wstring fits(24, L'\u00E9');
+    const struct {
+        std::wstring search, replacement;
+        const char *refusal;
+    } rows[] = {
+        {fits + L"\u00E9", L"", "The text to search for has at most 48 characters. "},
+        {fits, fits + L"e", "The replacement has at most 48 characters. "},
+        {std::wstring(60, 's'), fits, "The text to search for has at most 48 characters. "},
+    };
+    for (const auto &row : rows) {
+        answer_with("Replace", [&](HWND dialog) {
+            fill_and_press(dialog, row.search, row.replacement, IDOK);
+            answer_with(row.refusal, [dialog](HWND box) {
+                press_button(box, IDOK);
+                press_button(dialog, CTL_REPLACE_CANCEL);
+            });
+        });
+        command(CMD_FIND);
+        EXPECT_STREQ(option_starg(), "old");
+        EXPECT_STREQ(option_srpl(), "");
+        EXPECT_FALSE(search_bar());
+    }
 }
 
 TEST_F(DialogTest, EveryWayOutOfTheReplaceDialogTakesTheBandAway) {
@@ -179,6 +207,26 @@ TEST_F(BarTest, TypingGoesOnInThePaneAndTabComesBack) {
     EXPECT_EQ(pane_text(text_pane()), "one two one two");
     press(GetFocus(), VK_TAB);
     EXPECT_TRUE(IsChild(search_bar(), GetFocus()));
+}
+
+TEST_F(BarTest, ButtonsAndPanesKeepTheFocusThatTheyHave) {
+    open_bar();
+    HWND repl = GetDlgItem(search_bar(), CTL_NEXT_REPLACE);
+    SetFocus(repl);
+    press(repl, VK_SPACE);
+    EXPECT_EQ(place(), "home 9-12") << "replaced by nothing";
+    EXPECT_TRUE(has_focus(repl));
+    for (HWND focus : {text_pane(), repl}) {
+        SetFocus(focus);
+        if (focus == repl) {
+            press(repl, VK_SPACE);
+        }
+        PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        run();
+        PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+        run();
+        EXPECT_EQ(IsChild(search_bar(), GetFocus()), focus == repl);
+    }
 }
 
 TEST_F(BarTest, StandsInItsBandUntilTheCloseCommandOrTheWindowsEnd) {

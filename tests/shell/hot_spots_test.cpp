@@ -1,4 +1,5 @@
 // Cellnames as links: how they are drawn, clicking and double-clicking them.
+#include "core/host.h"
 #include "shell/pane_input.h"
 #include "shell/pane_styles.h"
 #include "tests/shell/shell_test.h"
@@ -57,6 +58,22 @@ TEST_F(HotSpots, ClickGoesToTheCell) {
     command(CMD_BACK);
     EXPECT_EQ(current_name(), "home");
     click(text_pane(), 1);
+    EXPECT_EQ(current_name(), "home");
+}
+
+TEST_F(HotSpots, ClickGoesAsByNameAndNotToTheCellItself) {
+    start_in_text(web_of("see home or plan", cell_of("plan", "") + cell_of("later", "")));
+    go_to_name("later");
+    command(CMD_BACK);
+    select(text_pane(), 0, 3);
+    hot_spot_click(5);
+    EXPECT_FALSE(sci(text_pane(), SCI_GETSELECTIONHIDDEN));
+    EXPECT_EQ(place(), "home 0-3");
+    click(text_pane(), 13);
+    EXPECT_EQ(current_name(), "plan");
+    forward();
+    EXPECT_EQ(current_name(), "plan") << "what was stepped back from is forgotten";
+    command(CMD_BACK);
     EXPECT_EQ(current_name(), "home");
 }
 
@@ -120,4 +137,29 @@ TEST_F(HotSpots, SecondPressOfADoubleClickOnALinkIsSwallowed) {
     run();
     EXPECT_EQ(current_name(), "plan");
     EXPECT_EQ(item_count(), 2);
+}
+
+// A pane that scrolled between the two presses would select what has come under the pointer.
+TEST_F(HotSpots, DoubleClickTakesTheWordOnTheLastLineInSight) {
+    std::string lines;
+    for (int i = 100; i < 200; ++i) {
+        lines += "line word" + std::to_string(i) + "\r\n";
+    }
+    start(web_of(""));
+    set_option_dclick_create(0);
+    for (const int tab : {1, 2}) {
+        show_tab(tab);
+        HWND pane = active_pane_window();
+        sci_text(pane, SCI_SETTEXT, 0, lines.c_str());
+        for (const int below : {-1, 0}) {  // the last whole line, and the one that is cut off
+            UpdateWindow(pane);
+            sci(pane, SCI_SETFIRSTVISIBLELINE, 10);
+            UpdateWindow(pane);
+            const LRESULT line = 10 + sci(pane, SCI_LINESONSCREEN) + below;
+            double_click(pane, sci(pane, SCI_POSITIONFROMLINE, line) + 7);
+            EXPECT_EQ(sci(pane, SCI_GETFIRSTVISIBLELINE), 10) << "tab " << tab << " line " << line;
+            EXPECT_STREQ(selected_text(), ("word" + std::to_string(100 + line)).c_str());
+            selected_text_free();
+        }
+    }
 }

@@ -28,6 +28,11 @@ TEST_F(Start, OpensTheFileNamedAndASecondCopyNothing) {
     EXPECT_EQ(create_main_window(GetModuleHandleW(nullptr), L"other.qvx", SW_SHOWNORMAL), nullptr);
     run();
     EXPECT_EQ(pane_text(text_pane()), "Hi");
+    ShowWindow(main_window(), SW_MINIMIZE);
+    run();
+    EXPECT_EQ(create_main_window(GetModuleHandleW(nullptr), L"other.qvx", SW_SHOWNORMAL), nullptr);
+    run();
+    EXPECT_FALSE(IsIconic(main_window()));
     DeleteFileA("other.qvx");
 }
 

@@ -1,5 +1,7 @@
 // Views, the pane that has the focus, and the Tab key.
+#include "core/host.h"
 #include "shell/cellname_box.h"
+#include "shell/console_pane.h"
 #include "tests/shell/shell_test.h"
 
 struct Views : ShellTest {};
@@ -29,22 +31,70 @@ TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     }
 }
 
+// Another window of the machine's, in front of the program's for a moment.
+static void leave_and_come_back() {
+    HWND other = CreateWindowExW(0, L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                 nullptr, nullptr, nullptr);
+    SetForegroundWindow(other);
+    run();
+    EXPECT_TRUE(has_focus(other));
+    SetForegroundWindow(main_window());
+    run();
+    DestroyWindow(other);
+}
+
+static void minimise_and_restore() {
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    run();
+    EXPECT_TRUE(IsIconic(main_window()));
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    run();
+    EXPECT_FALSE(IsIconic(main_window()));
+}
+
 TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
     start();
     show_tab(1);
-    HWND other = CreateWindowExW(0, L"EDIT", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
-                                 nullptr, nullptr, nullptr);
-    for (const int show : {SW_SHOW, SW_MINIMIZE}) {
-        ShowWindow(main_window(), show);
-        SetForegroundWindow(other);
-        run();
-        EXPECT_TRUE(has_focus(other));
-        SetForegroundWindow(main_window());
-        ShowWindow(main_window(), SW_RESTORE);
-        run();
-        EXPECT_TRUE(has_focus(text_pane()));
-        SetFocus(main_window());  // as some systems do with a window that is restored
-        EXPECT_TRUE(has_focus(text_pane()));
+    leave_and_come_back();
+    EXPECT_TRUE(has_focus(text_pane()));
+    SetFocus(main_window());  // as some systems do with a window that is restored
+    EXPECT_TRUE(has_focus(text_pane()));
+    press(GetFocus(), VK_TAB);
+    minimise_and_restore();
+    EXPECT_TRUE(has_focus(cellname_edit()));
+    leave_and_come_back();
+    EXPECT_TRUE(has_focus(cellname_edit()));
+}
+
+// What is typed would go unseen into the text of the cell.
+TEST_F(Views, FocusComesBackToNoPaneThatIsOutOfSight) {
+    start_in_text(web_of("Hi"));
+    leave_and_come_back();
+    show_tab(0);
+    minimise_and_restore();
+    EXPECT_TRUE(has_focus(pane_window(k_pane_list)));
+    type(GetFocus(), "unseen");
+    EXPECT_EQ(pane_text(text_pane()), "Hi");
+    set_active_pane(k_pane_text);  // a late report of a pane that has gone
+    focus_active_pane();
+    EXPECT_TRUE(has_focus(pane_window(k_pane_list)));
+}
+
+TEST_F(Views, OutputEndsInTheMiddleOfTheConsoleAndTheCaretMovesItNoFurther) {
+    start();
+    const std::string lines = times(100, "a line\n");
+    const auto top = [] { return sci(console_pane(), SCI_GETFIRSTVISIBLELINE); };
+    LRESULT expected = 0;
+    for (const int tab : {1, 2}) {  // out of sight, and in it
+        show_tab(tab);
+        console_clear();
+        console_insert(0, lines.data(), static_cast<uint32_t>(lines.size()));
+        console_show_pending();
+        show_tab(2);
+        expected = expected != 0 ? expected : top();
+        EXPECT_GT(expected, 101 - sci(console_pane(), SCI_LINESONSCREEN));
+        EXPECT_EQ(top(), expected) << "tab " << tab;
+        press(console_pane(), VK_UP);
+        EXPECT_EQ(top(), expected);
     }
-    DestroyWindow(other);
 }
