@@ -216,9 +216,9 @@ TEST_F(QvxWebs, AFailedSaveLeavesTheFormerFile) {
     EXPECT_EQ(failed.status, 2);
     EXPECT_EQ(failed.err, "qvx: w.qvx: UNABLE TO WRITE TO WEB FILE: File too large\n");
     EXPECT_EQ(file_bytes("w.qvx"), k_small);
+    EXPECT_EQ(file_bytes("w.qvx~"), "somebody's");
     EXPECT_EQ(run_qvx({"set", "--force", "-", "big", "--file", "w.qvx"}, long_text, 20000).status,
               0);
-
     fs::remove("w.qvx~");
     ASSERT_EQ(run_qvx({"set", "w.qvx", "big", "--file", "-"}, long_text).status, 0);
     EXPECT_EQ(run_qvx({"convert", "w.qvx", "fresh.qvx"}, "", 20000).status, 2);
