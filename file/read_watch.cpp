@@ -5,6 +5,7 @@
 #include "file/web_reader.h"
 #include "file/web_tags.h"
 #include "file/web_tokens.h"
+#include "web/cells.h"
 
 #include <cstring>
 
@@ -89,6 +90,15 @@ void hear_opening(int tag) {
     }
 }
 
+bool is_staged(BlockHandle name) {
+    for (CellHandle cell = web_read_first_staged(); cell != 0; cell = node_right(cell)) {
+        if (text_compare(cell_name(cell), name) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void hear_name() {
     const char *name = taken_text();
     memset(watch.given, 0, k_tag_odest);
@@ -103,7 +113,7 @@ void hear_name() {
     if (strpbrk(name, "\r\n") != nullptr) {
         note_here(ReadFinding::line_end_in_name, name);
     }
-    if (web_read_has_name(token_text())) {
+    if (is_staged(token_text())) {
         note_here(ReadFinding::duplicate_name, name);
     }
 }
@@ -127,25 +137,6 @@ void hear_option(int tag) {
     }
     watch.given[tag] = true;
     note(ReadFinding::option, tag, tokens_line(), taken_text());
-}
-
-// An element may be closed by another one's tag, whose it then is.
-void hear_closing(int tag) {
-    if (groups(tag)) {
-        note_unclosed();
-        return;
-    }
-    if (watch.open != 0 && field_of(watch.open) != field_of(tag)) {
-        note_tag(ReadFinding::unclosed_element, watch.open, watch.open_line);
-    }
-    watch.open = 0;
-    if (tag == k_tag_cname) {
-        hear_name();
-    } else if (is_field(field_of(tag))) {
-        hear_field(field_of(tag));
-    } else {
-        hear_option(tag);
-    }
 }
 
 // Blanks and line ends behind the end mark belong to no web and hurt none.
@@ -173,13 +164,36 @@ void hear_end() {
     }
 }
 
+// An element may be closed by another one's tag, whose it then is.
+void hear_closing(int tag) {
+    if (tag == k_tag_eof) {
+        hear_end();
+        return;
+    }
+    if (groups(tag)) {
+        note_unclosed();
+        return;
+    }
+    if (watch.open != 0 && field_of(watch.open) != field_of(tag)) {
+        note_tag(ReadFinding::unclosed_element, watch.open, watch.open_line);
+    }
+    watch.open = 0;
+    if (tag == k_tag_cname) {
+        hear_name();
+    } else if (is_field(field_of(tag))) {
+        hear_field(field_of(tag));
+    } else {
+        hear_option(tag);
+    }
+}
+
 void hear_begin() {
     watch.open = 0;
     watch.named = false;
     memset(watch.given, 0, sizeof watch.given);
 }
 
-constexpr ReadWatch k_watch = {note_here, hear_begin, hear_opening, hear_closing, hear_end};
+constexpr ReadWatch k_watch = {note_here, hear_begin, hear_opening, hear_closing};
 
 }  // namespace
 

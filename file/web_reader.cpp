@@ -176,22 +176,6 @@ void web_discard_staged() {
     forget_staged();
 }
 
-// token_next_closing() for somebody who watches.
-int next_closing_watched(const ReadWatch *watch) {
-    int tag = web_next_token();
-    while (tag > 0) {
-        watch->opening(tag);
-        tokens_drop_text();
-        tag = web_next_token();
-    }
-    if (tag == 0) {
-        watch->end();
-    } else {
-        watch->closing(-tag);
-    }
-    return -tag;
-}
-
 // Up to the end of the web; a negative code of a tag ends it before.
 int read_elements() {
     const ReadWatch *watch = tokens_watch();
@@ -199,7 +183,10 @@ int read_elements() {
         watch->begin();
     }
     for (;;) {
-        int tag = watch == nullptr ? token_next_closing() : next_closing_watched(watch);
+        int tag = token_next_closing();
+        if (watch != nullptr) {
+            watch->closing(tag);
+        }
         if (tag == 0) {
             tokens_drop_text();
             return 0;
@@ -267,13 +254,8 @@ int web_read(FILE *file) {
     return 0;
 }
 
-bool web_read_has_name(BlockHandle name) {
-    for (StagedCell cell = staging.first; cell != 0; cell = staged_next(cell)) {
-        if (text_compare(cell_name(cell), name) == 0) {
-            return true;
-        }
-    }
-    return false;
+CellHandle web_read_first_staged() {
+    return staging.first;
 }
 
 bool web_read_failed() {

@@ -5,7 +5,7 @@
 // them. One read at a time.
 #pragma once
 
-#include "core/block_arena.h"
+#include "core/host.h"
 
 #include <cstdio>
 
@@ -35,8 +35,9 @@ int web_apply_close_tag(int tag);
 // The next byte of the file, 0 at its end; a bare LF comes as CR, LF.
 int web_in_byte();
 
-// True when a cell of this name has been read and waits for the end of the file.
-bool web_read_has_name(BlockHandle name);
+// The first cell that has been read and waits for the end of the file; the next one is its right
+// child. 0 when there is none.
+CellHandle web_read_first_staged();
 
 // Gives back staged cells and the token text. Part of recovery.
 void web_read_recover();

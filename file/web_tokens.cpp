@@ -29,10 +29,8 @@ static struct Tokens {
     bool tagged;   // the input had a tag that the web knows before it ran out
     bool lost;     // something of the input went nowhere
     uint32_t line;
+    const ReadWatch *watch;
 } tokens;
-
-// Apart, so that a program in which nobody watches has no code for it.
-static struct Watched { const ReadWatch *watch; } watched;
 
 // Which tags end a token.
 enum class Wanted : uint8_t { any_tag, closing_tag };
@@ -62,8 +60,8 @@ void append(Name *name, int c) {
 // A name that means nothing becomes text, as much of it as was kept.
 void put_name(Name *name, ReadFinding finding, ReadFinding finding_when_cut) {
     tokens.lost |= name->cut;
-    if (watched.watch != nullptr) {
-        watched.watch->found(name->cut ? finding_when_cut : finding, name->text);
+    if (tokens.watch != nullptr) {
+        tokens.watch->found(name->cut ? finding_when_cut : finding, name->text);
     }
     text_builder_put_run(name->text, name->length);
 }
@@ -142,14 +140,24 @@ void set_position(ByteInput *in, const uint8_t *p) {
     }
 }
 
-// True when the token ends with the tag that was taken; else it begins anew.
-template <Wanted wanted> bool tag_is_wanted() {
-    if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
-        return true;
+// Rare: an opening tag mostly has a line end alone before it, and nobody who listens.
+[[gnu::noinline]] void pass_opening_tag() {
+    if (tokens.watch != nullptr) {
+        tokens.watch->opening(tokens.tag_index);
     }
     if (block_used(tokens.text) != 0) {
         tokens_drop_text();
         text_builder_restart();
+    }
+}
+
+// True when the token ends with the tag that was taken; else it begins anew.
+bool tag_is_wanted(Wanted wanted) {
+    if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
+        return true;
+    }
+    if (block_used(tokens.text) != 0 || tokens.watch != nullptr) {
+        pass_opening_tag();
     }
     return false;
 }
@@ -167,7 +175,7 @@ bool end_of_input() {
 }
 
 // Takes what lies in the buffer, up to and with a tag that is wanted; true when it came to one.
-template <Wanted wanted> bool take_near(ByteInput *in) {
+bool take_near(ByteInput *in, Wanted wanted) {
     const uint8_t *p = in->bytes + in->next;
     const uint8_t *end = in->pending == 0 ? in->bytes + in->count : p;
     while (p < end) {
@@ -175,7 +183,7 @@ template <Wanted wanted> bool take_near(ByteInput *in) {
         switch (*p) {
         case '<':
             behind = take_tag(p, end);
-            if (behind != nullptr && tag_is_wanted<wanted>()) {
+            if (behind != nullptr && tag_is_wanted(wanted)) {
                 set_position(in, behind);
                 return true;
             }
@@ -184,7 +192,7 @@ template <Wanted wanted> bool take_near(ByteInput *in) {
             behind = wanted == Wanted::closing_tag ? take_line_of_tag(p, end) : nullptr;
             if (behind == nullptr) {
                 behind = take_line_end(p);
-            } else if (tag_is_wanted<wanted>()) {
+            } else if (tag_is_wanted(wanted)) {
                 set_position(in, behind);
                 return true;
             }
@@ -233,8 +241,8 @@ int read_entity() {
 bool drop_tag() {
     tokens.lost = true;
     tokens.tag.text[tokens.tag.length] = 0;
-    if (watched.watch != nullptr) {
-        watched.watch->found(ReadFinding::unended_tag, tokens.tag.text);
+    if (tokens.watch != nullptr) {
+        tokens.watch->found(ReadFinding::unended_tag, tokens.tag.text);
     }
     return end_of_input();
 }
@@ -265,13 +273,13 @@ bool read_tag() {
 }
 
 // Reads on with the next byte; true when a tag that is wanted, or the input, ended.
-template <Wanted wanted> bool take_far() {
+bool take_far(Wanted wanted) {
     int c = web_in_byte();
     switch (c) {
     case 0:
         return end_of_input();
     case '<':
-        return read_tag() && tag_is_wanted<wanted>();
+        return read_tag() && tag_is_wanted(wanted);
     case '&':
         if (read_entity() == 0) {
             return end_of_input();
@@ -283,9 +291,9 @@ template <Wanted wanted> bool take_far() {
     }
 }
 
-template <Wanted wanted> void next_token() {
+void next_token(Wanted wanted) {
     begin_text();
-    while (!take_near<wanted>(&tokens.input) && !take_far<wanted>()) {
+    while (!take_near(&tokens.input, wanted) && !take_far(wanted)) {
     }
 }
 
@@ -358,11 +366,11 @@ uint32_t tokens_line() {
 }
 
 void tokens_set_watch(const ReadWatch *watch) {
-    watched.watch = watch;
+    tokens.watch = watch;
 }
 
 const ReadWatch *tokens_watch() {
-    return watched.watch;
+    return tokens.watch;
 }
 
 int web_in_byte() {
@@ -374,11 +382,11 @@ int web_in_byte() {
 }
 
 int web_next_token() {
-    next_token<Wanted::any_tag>();
+    next_token(Wanted::any_tag);
     return tokens.tag_index * tokens.sign;
 }
 
 int token_next_closing() {
-    next_token<Wanted::closing_tag>();
+    next_token(Wanted::closing_tag);
     return tokens.tag_index;
 }

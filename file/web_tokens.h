@@ -50,8 +50,7 @@ struct ReadWatch {
     void (*found)(ReadFinding finding, const char *text);
     void (*begin)();
     void (*opening)(int tag);  // the token text is dropped
-    void (*closing)(int tag);  // of another element than the web; not applied yet
-    void (*end)();             // the token text is dropped
+    void (*closing)(int tag);  // not applied yet; 0 is the end of the web
 };
 
 // Sets the watch; null is none.

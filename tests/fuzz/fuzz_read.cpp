@@ -7,6 +7,8 @@
 
 #include "core/names.h"
 #include "core/numbers.h"
+#include "file/read_watch.h"
+#include "file/web_reader.h"
 #include "web/cells.h"
 #include "web/options.h"
 
@@ -17,6 +19,26 @@ constexpr size_t k_longest = 20000;  // surely fits the arena
 void read_and_check(const std::string &bytes, bool ours) {
     int code = parse_web(bytes);
     require(code == 0 || (code == -44 && !ours), "a wrong code");
+}
+
+bool found;
+
+void hear(const ReadNote *note) {
+    found |= note->finding != ReadFinding::option;
+}
+
+// Somebody who watches changes nothing, and hears of whatever is lost.
+void watch_and_compare(const std::string &bytes) {
+    read_and_check(bytes, false);
+    const std::string web = written_web();
+    const bool whole = web_read_was_whole();
+    found = false;
+    web_read_observe(hear);
+    read_and_check(bytes, false);
+    web_read_observe(nullptr);
+    require(written_web() == web, "another web when watched");
+    require(web_read_was_whole() == whole, "whole or not when watched");
+    require(whole || found, "a loss without a finding");
 }
 
 // A number too long for fixed form is rounded by its exponent form, and what it then is may fit.
@@ -48,7 +70,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     }
     ensure_started();
     FuzzInput input = {data, size};
-    read_and_check(rest_of_input(&input), false);
+    watch_and_compare(rest_of_input(&input));
     require_order();
     Names names = cell_names();
     if (!is_settled(names)) {
