@@ -27,7 +27,6 @@ add_library(quorvane_engine OBJECT
     report/reports.cpp
     file/document.cpp
     file/program_recovery.cpp
-    file/read_watch.cpp
     file/save.cpp
     file/web_reader.cpp
     file/web_tags.cpp
@@ -36,12 +35,17 @@ add_library(quorvane_engine OBJECT
     file/written_names.cpp)
 target_link_libraries(quorvane_engine PUBLIC quorvane_warnings quorvane_portable)
 
+# What reading changes, for the programs that ask; the window does not.
+add_library(quorvane_read_watch OBJECT file/read_watch.cpp)
+target_link_libraries(quorvane_read_watch PUBLIC quorvane_warnings quorvane_portable)
+
 # A program that links quorvane_whole_program has the engine optimised as one piece when it is
 # linked, calls across files included. The others link the same objects as they are.
 add_library(quorvane_whole_program INTERFACE)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING
         AND NOT QUORVANE_SANITIZE AND NOT QUORVANE_COVERAGE)
     target_compile_options(quorvane_engine PRIVATE -flto -ffat-lto-objects)
+    target_compile_options(quorvane_read_watch PRIVATE -flto -ffat-lto-objects)
     target_compile_options(quorvane_whole_program INTERFACE -flto)
     target_link_options(quorvane_whole_program INTERFACE -flto=auto)
 endif()

@@ -34,7 +34,8 @@ HANDHELD_NAMES = {
 # Calls that a compiler makes or drops as it likes.
 COMPILERS_OWN = {"memcpy", "memmove", "memset", "memcmp"}
 
-# What each of the two platforms defines for itself: declared in desktop/frame.h.
+# What each of the two platforms defines for itself, besides what platform/ holds: declared in
+# desktop/frame.h.
 SEAM = {"desktop_idle()"}
 
 REASONS = {
@@ -67,7 +68,9 @@ def list_objects(build, folder):
 def read_objects(objects):
     """Returns (names that the objects define, {name they miss: an object that does})."""
     defined, missing = set(), {}
-    output = subprocess.run([TOOLS + "nm", "-A", "-P", *objects], capture_output=True, text=True,
+    # Named as what they are, they are not asked for what they hold for the link as one piece.
+    command = [TOOLS + "nm", "--target=pe-x86-64", "-A", "-P", *objects]
+    output = subprocess.run(command, capture_output=True, text=True,
                             check=True).stdout if objects else ""
     for line in output.splitlines():
         place, name, kind = line.rsplit(":", 1)[0], *line.rsplit(":", 1)[1].split()[:2]
@@ -99,6 +102,8 @@ def main(arguments):
         shell_defined, shell_missing = read_objects(list_objects(build, "shell/CMakeFiles/"))
         defined |= shell_defined
         missing = shell_missing | missing
+    of_the_system, _ = read_objects(list_objects(build, "platform/CMakeFiles/quorvane_platform.dir/"))
+    defined |= of_the_system
     used, faults = set(), []
     for name, place in sorted(missing.items()):
         plain = plain_name(name)
