@@ -8,6 +8,8 @@ cd "$root"
 
 install_packages "${packages_native[@]}" gcovr
 build_preset coverage
+# A run whose files are kept small on purpose cannot write its counts, and must not say so.
+export GCOV_ERROR_FILE=/dev/null
 find "$build/coverage" -name '*.gcda' -delete
 ctest --test-dir "$build/coverage" --exclude-regex '^unsigned_char' --parallel "$(nproc)" --output-on-failure \
     >"$build/coverage/tests.log" || {
