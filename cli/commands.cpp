@@ -56,7 +56,7 @@ int load_to_read(const std::string &name) {
 
 // Loads a web that is going to be written to `target`, which would lose what was not read.
 int load_to_write(const CommandLine &line, const std::string &target) {
-    int status = web_lock(target.c_str());
+    int status = web_lock(target.c_str(), target == line.file);
     if (status == k_exit_done) {
         status = web_load(line.file.c_str());
     }
@@ -167,7 +167,7 @@ bool changes_nothing(const CommandLine &line, CellHandle cell) {
 int command_new(const CommandLine &line) {
     host_name_file(line.file.c_str());
     const char *name = line.file.c_str();
-    int status = line.force ? web_lock(name) : web_claim(name);
+    int status = line.force ? web_lock(name, false) : web_claim(name);
     if (status != k_exit_done) {
         return status;
     }

@@ -60,6 +60,15 @@ int run_writing(void (*body)(void *)) {
     return web_file.result < 0 ? k_exit_failed : k_exit_done;
 }
 
+// True when there is a file now.
+bool finish_cut_off_save(const char *name) {
+    FILE *file = open_web_file(name, file_read_mode());
+    if (file != nullptr) {
+        std::fclose(file);
+    }
+    return file != nullptr;
+}
+
 int lock_status(LockResult result) {
     switch (result) {
     case LockResult::held:
@@ -84,14 +93,17 @@ bool same_file(const char *one, const char *other) {
     return fs::equivalent(path_of(one), path_of(other), error);
 }
 
-int web_lock(const char *name) {
+int web_lock(const char *name, bool must_exist) {
     host_name_file(name);
     web_file.will_save = true;
     if (is_standard_stream(name)) {
         return k_exit_done;
     }
-    const LockResult result = lock_file(name, k_lock_milliseconds);
-    return result == LockResult::missing ? k_exit_done : lock_status(result);
+    LockResult result = lock_file(name, k_lock_milliseconds);
+    if (result == LockResult::missing && finish_cut_off_save(name)) {
+        result = lock_file(name, k_lock_milliseconds);
+    }
+    return result == LockResult::missing && !must_exist ? k_exit_done : lock_status(result);
 }
 
 int web_claim(const char *name) {
@@ -112,7 +124,9 @@ int web_claim(const char *name) {
 
 void web_give_up(const char *name) {
     std::error_code error;
-    fs::remove(path_of(name), error);
+    if (!is_standard_stream(name)) {
+        fs::remove(path_of(name), error);
+    }
 }
 
 int web_load(const char *name) {
