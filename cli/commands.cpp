@@ -116,6 +116,9 @@ int direct_report(const CommandLine &line) {
         return misuse("--output is empty");
     }
     host_name_file(line.output.c_str());
+    if (same_file(line.file.c_str(), line.output.c_str())) {
+        return refuse("is the web's own file");
+    }
     if (!output_set_path(line.output.c_str())) {
         return misuse("a path for output has at most 256 characters");
     }

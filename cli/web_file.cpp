@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/platform.h"
 #include "core/errors.h"
 #include "core/host.h"
 #include "core/recovery.h"
@@ -90,7 +91,8 @@ bool is_standard_stream(const char *name) {
 
 bool same_file(const char *one, const char *other) {
     std::error_code error;
-    return fs::equivalent(path_of(one), path_of(other), error);
+    const char *path = is_standard_stream(one) ? k_standard_input_path : one;
+    return fs::equivalent(path_of(path), path_of(other), error);
 }
 
 int web_lock(const char *name, bool must_exist) {

@@ -5,7 +5,8 @@
 
 bool is_standard_stream(const char *name);
 
-// True when both paths lead to one file that exists, however they are spelled.
+// True when both paths lead to one file that exists, however they are spelled. The first may be "-"
+// for what standard input comes from, where the system tells.
 bool same_file(const char *one, const char *other);
 
 // Keeps other runs of qvx from changing the file until this one ends; called before a web is read

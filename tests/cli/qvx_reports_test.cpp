@@ -5,9 +5,16 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstdlib>
+#include <filesystem>
+
+#include <sys/wait.h>
+
 using namespace std::string_literals;
 
 namespace {
+
+namespace fs = std::filesystem;
 
 const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>"
                           "<cell><cname>home</cname><text>alpha, beta</text></cell>"
@@ -66,6 +73,23 @@ TEST_F(QvxReports, WritesToExactlyTheFileNamed) {
         run_qvx({"report", "w.qvx", "--format", std::string(200, 'x')}, "", 100);
     EXPECT_EQ(limited.status, 2);
     EXPECT_EQ(limited.err, "qvx: standard output: UNABLE TO WRITE TO OUPUT FILE: File too large\n");
+}
+
+TEST_F(QvxReports, NeverGoesOverItsOwnWeb) {
+    const std::string before = file_bytes("w.qvx");
+    fs::create_hard_link("w.qvx", "other");
+    fs::create_symlink("w.qvx", "link");
+    for (const char *output : {"w.qvx", "./w.qvx", "other", "link"}) {
+        const Outcome refused = run_qvx({"report", "w.qvx", "--output", output});
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.err, "qvx: "s + output + ": is the web's own file\n");
+        EXPECT_EQ(file_bytes("w.qvx"), before);
+    }
+    const std::string from_itself = QVX_PATH " report - --output link < w.qvx 2> said";
+    EXPECT_EQ(WEXITSTATUS(std::system(from_itself.c_str())), 1);
+    EXPECT_EQ(file_bytes("w.qvx"), before);
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--output", "new"}).status, 0);
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--output", "new"}).status, 0);
 }
 
 // KIND or KIND@LINE of each finding, or of each note.
