@@ -45,7 +45,7 @@ void write_body(void *) {
 }
 
 void save_body(void *) {
-    web_file.result = save_web_file(web_file.path, web_file.keep_old, &web_file.last);
+    web_file.result = save_web_file(web_file.path, &web_file.keep_old, &web_file.last);
 }
 
 fs::path path_of(const char *utf8) {
@@ -139,11 +139,11 @@ int web_load(const char *name) {
         report_error(k_cannot_open_web);
         return k_exit_failed;
     }
-    const bool abandoned = recovery_run(read_body, nullptr) < 0;
     if (web_file.will_save && !is_stdin) {
         web_file.last = fingerprint_of(web_file.file);
         web_file.last_path = name;
     }
+    const bool abandoned = recovery_run(read_body, nullptr) < 0;
     if (!is_stdin) {
         std::fclose(web_file.file);
     }
