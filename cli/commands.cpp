@@ -51,7 +51,14 @@ int misuse(const char *message) {
 // Loads a web that is only looked at: what of it can be read is good enough, unless reading failed.
 int load_to_read(const std::string &name) {
     const int status = web_load(name.c_str());
-    return status == k_exit_done && web_read_failed() ? k_exit_failed : status;
+    if (status != k_exit_done || web_read_was_whole()) {
+        return status;
+    }
+    if (web_read_failed()) {
+        return k_exit_failed;
+    }
+    host_message(("cannot be read whole: see qvx check " + name).c_str());
+    return k_exit_done;
 }
 
 // Loads a web that is going to be written to `target`, which would lose what was not read.
