@@ -51,12 +51,19 @@ int misuse(const char *message) {
 // Loads a web that is only looked at: what of it can be read is good enough, unless reading failed.
 int load_to_read(const std::string &name) {
     const int status = web_load(name.c_str());
-    return status == k_exit_done && web_read_failed() ? k_exit_failed : status;
+    if (status != k_exit_done || web_read_was_whole()) {
+        return status;
+    }
+    if (web_read_failed()) {
+        return k_exit_failed;
+    }
+    host_message(("cannot be read whole: see qvx check " + name).c_str());
+    return k_exit_done;
 }
 
 // Loads a web that is going to be written to `target`, which would lose what was not read.
 int load_to_write(const CommandLine &line, const std::string &target) {
-    int status = web_lock(target.c_str());
+    int status = web_lock(target.c_str(), target == line.file);
     if (status == k_exit_done) {
         status = web_load(line.file.c_str());
     }
@@ -116,9 +123,10 @@ int direct_report(const CommandLine &line) {
         return misuse("--output is empty");
     }
     host_name_file(line.output.c_str());
-    if (!output_set_path(line.output.c_str())) {
-        return misuse("a path for output has at most 256 characters");
+    if (same_file(line.file.c_str(), line.output.c_str())) {
+        return refuse("is the web's own file");
     }
+    output_set_path(line.output.c_str());
     set_option_odest(k_output_file);
     return k_exit_done;
 }
@@ -167,7 +175,7 @@ bool changes_nothing(const CommandLine &line, CellHandle cell) {
 int command_new(const CommandLine &line) {
     host_name_file(line.file.c_str());
     const char *name = line.file.c_str();
-    int status = line.force ? web_lock(name) : web_claim(name);
+    int status = line.force ? web_lock(name, false) : web_claim(name);
     if (status != k_exit_done) {
         return status;
     }

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 const uint8_t k_native_newline = k_newline_lf;
+const char *const k_standard_input_path = "/dev/stdin";
 
 bool output_is_terminal() {
     return isatty(STDOUT_FILENO) != 0;

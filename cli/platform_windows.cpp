@@ -11,6 +11,7 @@
 #include <shellapi.h>
 
 const uint8_t k_native_newline = k_newline_crlf;
+const char *const k_standard_input_path = "";
 
 namespace {
 

@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/platform.h"
 #include "core/errors.h"
 #include "core/host.h"
 #include "core/recovery.h"
@@ -44,7 +45,7 @@ void write_body(void *) {
 }
 
 void save_body(void *) {
-    web_file.result = save_web_file(web_file.path, web_file.keep_old, &web_file.last);
+    web_file.result = save_web_file(web_file.path, &web_file.keep_old, &web_file.last);
 }
 
 fs::path path_of(const char *utf8) {
@@ -58,6 +59,15 @@ int run_writing(void (*body)(void *)) {
         return k_exit_memory;
     }
     return web_file.result < 0 ? k_exit_failed : k_exit_done;
+}
+
+// True when there is a file now.
+bool finish_cut_off_save(const char *name) {
+    FILE *file = open_web_file(name, file_read_mode());
+    if (file != nullptr) {
+        std::fclose(file);
+    }
+    return file != nullptr;
 }
 
 int lock_status(LockResult result) {
@@ -81,17 +91,21 @@ bool is_standard_stream(const char *name) {
 
 bool same_file(const char *one, const char *other) {
     std::error_code error;
-    return fs::equivalent(path_of(one), path_of(other), error);
+    const char *path = is_standard_stream(one) ? k_standard_input_path : one;
+    return fs::equivalent(path_of(path), path_of(other), error);
 }
 
-int web_lock(const char *name) {
+int web_lock(const char *name, bool must_exist) {
     host_name_file(name);
     web_file.will_save = true;
     if (is_standard_stream(name)) {
         return k_exit_done;
     }
-    const LockResult result = lock_file(name, k_lock_milliseconds);
-    return result == LockResult::missing ? k_exit_done : lock_status(result);
+    LockResult result = lock_file(name, k_lock_milliseconds);
+    if (result == LockResult::missing && finish_cut_off_save(name)) {
+        result = lock_file(name, k_lock_milliseconds);
+    }
+    return result == LockResult::missing && !must_exist ? k_exit_done : lock_status(result);
 }
 
 int web_claim(const char *name) {
@@ -112,7 +126,9 @@ int web_claim(const char *name) {
 
 void web_give_up(const char *name) {
     std::error_code error;
-    fs::remove(path_of(name), error);
+    if (!is_standard_stream(name)) {
+        fs::remove(path_of(name), error);
+    }
 }
 
 int web_load(const char *name) {
@@ -123,11 +139,11 @@ int web_load(const char *name) {
         report_error(k_cannot_open_web);
         return k_exit_failed;
     }
-    const bool abandoned = recovery_run(read_body, nullptr) < 0;
     if (web_file.will_save && !is_stdin) {
         web_file.last = fingerprint_of(web_file.file);
         web_file.last_path = name;
     }
+    const bool abandoned = recovery_run(read_body, nullptr) < 0;
     if (!is_stdin) {
         std::fclose(web_file.file);
     }

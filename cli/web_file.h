@@ -5,13 +5,14 @@
 
 bool is_standard_stream(const char *name);
 
-// True when both paths lead to one file that exists, however they are spelled.
+// True when both paths lead to one file that exists, however they are spelled. The first may be "-"
+// for what standard input comes from, where the system tells.
 bool same_file(const char *one, const char *other);
 
 // Keeps other runs of qvx from changing the file until this one ends; called before a web is read
-// that will be written again. Waits up to ten seconds for another run. A file that is not there,
-// and a standard stream, need no lock.
-int web_lock(const char *name);
+// that will be written again. Waits up to ten seconds for another run. A standard stream needs no
+// lock; a file that is not there needs none, or, with `must_exist`, cannot be opened.
+int web_lock(const char *name, bool must_exist);
 
 // The same for a file that does not exist yet: makes it, empty. Refused when anything is there.
 int web_claim(const char *name);

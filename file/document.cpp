@@ -28,9 +28,10 @@ static struct Document {
     char name[k_path_max + 1];  // the result of doc_display_name()
     char question[k_path_max + 64];
     char title[k_title_name_max * k_character_max + 32];
-    FILE *file;        // open only while a web is read
-    bool keep_old;     // the file at the save path could not be read whole
-    Fingerprint last;  // of the file at the save path as it was read or written last
+    FILE *file;           // open only while a web is read
+    bool keep_old;        // the file at the save path could not be read whole
+    Fingerprint last;     // of the file at the save path as it was read or written last
+    Fingerprint damaged;  // of a file that could not be read whole, wherever it is saved to
 } document;
 
 // Copies at most k_path_max characters.
@@ -73,6 +74,7 @@ void forget_file() {
     close_file();
     document.keep_old = false;
     document.last.known = false;
+    document.damaged.known = false;
     document.current_path[0] = 0;
     document.display_name[0] = 0;
     document.save_path[0] = 0;
@@ -90,10 +92,7 @@ int save_to_path() {
     if (!may_save_over()) {
         return k_left_alone;
     }
-    int code = save_web_file(document.save_path, document.keep_old, &document.last);
-    if (code == 0) {
-        document.keep_old = false;
-    }
+    int code = save_web_file(document.save_path, &document.keep_old, &document.last);
     set_web_changed(false);
     return code;
 }
@@ -104,8 +103,9 @@ int save_under_new_path() {
     if (!ask_save_path(document.open_path, sizeof document.open_path, document.display_name)) {
         return k_cancelled;
     }
+    // The path may be another spelling of the damaged file's.
     if (strcmp(document.open_path, document.save_path) != 0) {
-        document.keep_old = false;
+        document.keep_old = web_file_is(document.open_path, document.damaged);
         document.last.known = false;
     }
     adopt_path(document.open_path);
@@ -114,10 +114,13 @@ int save_under_new_path() {
     return code;
 }
 
+// What another program writes while the file is read makes it another version.
 void read_file(void *) {
+    document.last = fingerprint_of(document.file);
     web_read(document.file);
     document.keep_old = !web_read_was_whole();
-    document.last = fingerprint_of(document.file);
+    document.damaged = document.last;
+    document.damaged.known &= document.keep_old;
 }
 
 // A file that could not be read whole is lost to the next save, but for the copy that this keeps.

@@ -41,17 +41,8 @@ const char *taken_text() {
     return watch.text;
 }
 
-bool groups(int tag) {
-    return tag == k_tag_eof || tag == k_tag_cell || tag == k_tag_opts;
-}
-
 bool is_field(int tag) {
     return tag == k_tag_text || tag == k_tag_val || tag == k_tag_script;
-}
-
-// One field has two names.
-int field_of(int tag) {
-    return tag == k_tag_form ? +k_tag_script : tag;
 }
 
 uint32_t line_ends_in(const char *s) {
@@ -84,7 +75,7 @@ void note_unclosed() {
 
 void hear_opening(int tag) {
     note_unclosed();
-    if (!groups(tag)) {
+    if (!web_tag_groups(tag)) {
         watch.open = tag;
         watch.open_line = tokens_line();
     }
@@ -170,18 +161,18 @@ void hear_closing(int tag) {
         hear_end();
         return;
     }
-    if (groups(tag)) {
+    if (web_tag_groups(tag)) {
         note_unclosed();
         return;
     }
-    if (watch.open != 0 && field_of(watch.open) != field_of(tag)) {
+    if (watch.open != 0 && web_tag_field(watch.open) != web_tag_field(tag)) {
         note_tag(ReadFinding::unclosed_element, watch.open, watch.open_line);
     }
     watch.open = 0;
     if (tag == k_tag_cname) {
         hear_name();
-    } else if (is_field(field_of(tag))) {
-        hear_field(field_of(tag));
+    } else if (is_field(web_tag_field(tag))) {
+        hear_field(web_tag_field(tag));
     } else {
         hear_option(tag);
     }

@@ -15,6 +15,8 @@ constexpr long k_web_end_bytes = 6;
 constexpr uint32_t k_checksum_start = 2166136261U;
 constexpr uint32_t k_checksum_factor = 16777619U;
 
+constexpr Fingerprint k_no_version = {false, 0, k_checksum_start};
+
 static struct Save {
     char message[512];
     uint8_t bytes[2048];
@@ -34,6 +36,20 @@ bool is_whole(const char *path) {
     return whole;
 }
 
+Fingerprint fingerprint_at(const char *path) {
+    FILE *file = file_open(path, "rb");
+    if (file == nullptr) {
+        return k_no_version;
+    }
+    Fingerprint print = fingerprint_of(file);
+    fclose(file);
+    return print;
+}
+
+bool is_same(const Fingerprint &one, const Fingerprint &other) {
+    return one.length == other.length && one.checksum == other.checksum;
+}
+
 // Says that `what`, which is kept in a file of its own, is there. A path that does not fit is shown
 // from its end, where the name is.
 void say_kept(const char *what) {
@@ -47,12 +63,13 @@ void say_kept(const char *what) {
     show_warning(save.message, k_product_name);
 }
 
-// Null when there is nothing to save over, or what is there could not be kept.
-FILE *begin(const char *path, bool keep_old) {
-    if (keep_old && !file_keep(path, ".bad")) {
-        return nullptr;
+// The copy is made last, so that a save that fails before leaves none.
+bool keep_as_bad(const char *path, bool *keep_old) {
+    if (*keep_old && !file_keep(path, ".bad")) {
+        return false;
     }
-    return file_replace_begin(path);
+    *keep_old = false;
+    return true;
 }
 
 int finish() {
@@ -81,7 +98,7 @@ FILE *open_web_file(const char *path, const char *mode) {
 }
 
 Fingerprint fingerprint_of(FILE *file) {
-    Fingerprint print = {false, 0, k_checksum_start};
+    Fingerprint print = k_no_version;
     if (fflush(file) != 0 || fseek(file, 0, SEEK_SET) != 0) {
         return print;
     }
@@ -97,21 +114,22 @@ Fingerprint fingerprint_of(FILE *file) {
     }
     print.known = ferror(file) == 0;
     clearerr(file);  // of a device that can only be written
+    fseek(file, 0, SEEK_SET);
     return print;
 }
 
-bool web_file_changed(const char *path, const Fingerprint &last) {
-    FILE *file = last.known ? file_open(path, "rb") : nullptr;
-    if (file == nullptr) {
-        return false;
-    }
-    Fingerprint now = fingerprint_of(file);
-    fclose(file);
-    return now.known && (now.length != last.length || now.checksum != last.checksum);
+bool web_file_is(const char *path, const Fingerprint &version) {
+    Fingerprint now = version.known ? fingerprint_at(path) : k_no_version;
+    return now.known && is_same(now, version);
 }
 
-int save_web_file(const char *path, bool keep_old, Fingerprint *written) {
-    FILE *file = begin(path, keep_old);
+bool web_file_changed(const char *path, const Fingerprint &last) {
+    Fingerprint now = last.known ? fingerprint_at(path) : k_no_version;
+    return now.known && !is_same(now, last);
+}
+
+int save_web_file(const char *path, bool *keep_old, Fingerprint *written) {
+    FILE *file = file_replace_begin(path);
     if (file == nullptr) {
         return report_error(k_cannot_open_web);
     }
@@ -121,6 +139,10 @@ int save_web_file(const char *path, bool keep_old, Fingerprint *written) {
         return code;
     }
     Fingerprint print = fingerprint_of(file);
+    if (!keep_as_bad(path, keep_old)) {
+        file_replace_abandon();
+        return report_error(k_cannot_open_web);
+    }
     code = finish();
     if (code == 0) {
         *written = print;

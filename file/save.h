@@ -16,18 +16,22 @@ struct Fingerprint {
 // to its end first. Null when there is no file to open; errno says why.
 FILE *open_web_file(const char *path, const char *mode);
 
-// Of an open file, whose position is lost. Unknown for what cannot be read twice.
+// Of an open file, which then is at its start. Unknown for what cannot be read twice.
 Fingerprint fingerprint_of(FILE *file);
+
+// True when the file at the path is the version of this fingerprint.
+bool web_file_is(const char *path, const Fingerprint &version);
 
 // True when the file at the path is another version than the one of this fingerprint. A file that
 // is not there, or cannot be read, is none.
 bool web_file_changed(const char *path, const Fingerprint &last);
 
 // Writes the web to the path in one step. With `keep_old` what is there now is kept beside it as
-// PATH.bad, for good. Returns 0 and the new fingerprint; -3 when the path cannot be written, or the
-// old bytes cannot be kept; -4 when writing failed. Failures have been shown, and the file is then
-// the old one. Leaves through the recovery point when a value that has no text yet finds no block.
-int save_web_file(const char *path, bool keep_old, Fingerprint *written);
+// PATH.bad, for good, when all of the web has been written; it is cleared then. Returns 0 and the
+// new fingerprint; -3 when the path cannot be written, or the old bytes cannot be kept; -4 when
+// writing failed. Failures have been shown, and the file is then the old one. Leaves through the
+// recovery point when a value that has no text yet finds no block.
+int save_web_file(const char *path, bool *keep_old, Fingerprint *written);
 
 // Gives up a save that was left by a jump. Part of recovery.
 void save_web_file_recover();

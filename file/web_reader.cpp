@@ -3,6 +3,7 @@
 #include "core/errors.h"
 #include "core/host.h"
 #include "core/text.h"
+#include "file/web_tags.h"
 #include "file/web_tokens.h"
 #include "web/cells.h"
 #include "web/links.h"
@@ -176,6 +177,15 @@ void web_discard_staged() {
     forget_staged();
 }
 
+// What one element began and another one's tag ended is found where nobody looks for it.
+void note_misplaced_text(int tag) {
+    int opened = token_opened();
+    if (opened != tag && !web_tag_groups(opened) && !web_tag_groups(tag) &&
+        web_tag_field(opened) != web_tag_field(tag)) {
+        tokens_drop_text();
+    }
+}
+
 // Up to the end of the web; a negative code of a tag ends it before.
 int read_elements() {
     const ReadWatch *watch = tokens_watch();
@@ -191,6 +201,7 @@ int read_elements() {
             tokens_drop_text();
             return 0;
         }
+        note_misplaced_text(tag);
         int code = web_apply_close_tag(tag);
         if (code < 0) {
             return code;

@@ -17,8 +17,8 @@ int web_read(FILE *file);
 
 // True when the last web_read() took in every word that the file has up to its end mark. False when
 // it failed; when the end mark is missing, unless the file is blank; when text stood outside of the
-// elements, in one that was not closed, in a name or entity too long to keep or in a field that the
-// file gives again. Such a file must not be written over without keeping it.
+// elements, in one that was not closed or by another tag, in a name or entity too long to keep or
+// in a field that the file gives again. Such a file must not be written over without keeping it.
 bool web_read_was_whole();
 
 // True when the last web_read() failed: at a bad cellname (no cell of the file is in the web), at a

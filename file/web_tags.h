@@ -21,6 +21,16 @@ constexpr const char *web_tag_name(int tag) {
     return k_tag_names[tag];
 }
 
+// Whether an element only groups others and has no text of its own.
+constexpr bool web_tag_groups(int tag) {
+    return tag == k_tag_eof || tag == k_tag_cell || tag == k_tag_opts;
+}
+
+// One field has two names.
+constexpr int web_tag_field(int tag) {
+    return tag == k_tag_form ? +k_tag_script : tag;
+}
+
 // The index of the tag of this name, regardless of case, or -1.
 int web_tag_find(const char *name);
 

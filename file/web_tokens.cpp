@@ -25,6 +25,7 @@ static struct Tokens {
     Name entity;
     int tag_index;
     int sign;      // +1 opening, -1 closing
+    int opened;    // the opening tag passed last on the way to this one; 0 is none
     bool ran_out;  // the input ended, or a NUL came, where a tag or text was due
     bool tagged;   // the input had a tag that the web knows before it ran out
     bool lost;     // something of the input went nowhere
@@ -156,6 +157,7 @@ bool tag_is_wanted(Wanted wanted) {
     if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
         return true;
     }
+    tokens.opened = tokens.tag_index;
     if (block_used(tokens.text) != 0 || tokens.watch != nullptr) {
         pass_opening_tag();
     }
@@ -293,6 +295,7 @@ bool take_far(Wanted wanted) {
 
 void next_token(Wanted wanted) {
     begin_text();
+    tokens.opened = 0;
     while (!take_near(&tokens.input, wanted) && !take_far(wanted)) {
     }
 }
@@ -329,6 +332,10 @@ BlockHandle token_take() {
 
 bool token_is_closing() {
     return tokens.sign < 0;
+}
+
+int token_opened() {
+    return tokens.opened;
 }
 
 bool tokens_ended() {

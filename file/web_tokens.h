@@ -16,6 +16,9 @@ void tokens_end();
 // that text is dropped.
 int token_next_closing();
 
+// The last opening tag before it, since the closing tag before that; 0 when there was none.
+int token_opened();
+
 // The characters since the previous tag; the tokenizer's until it is taken.
 BlockHandle token_text();
 BlockHandle token_take();

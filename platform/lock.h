@@ -19,7 +19,8 @@ enum class LockResult : uint8_t {
 // and counts as held.
 LockResult lock_file(const char *path, uint32_t milliseconds);
 
-// Makes an empty file at a path that has none, and locks it. `busy` when there is something.
+// Makes an empty file at a path that has none, and locks it. `busy` when there is something, or
+// when somebody else was quicker to lock the file than the one that made it.
 LockResult lock_new_file(const char *path);
 
 void unlock_file();

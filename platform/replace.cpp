@@ -230,11 +230,13 @@ void file_replace_abandon() {
     if (replacement.file == nullptr) {
         return;
     }
+    int reason = errno;
     fclose(replacement.file);
     replacement.file = nullptr;
     if (replacement.way != Way::straight) {
-        remove_quietly(replacement.next);
+        system_remove(replacement.next);
     }
+    errno = reason;
 }
 
 const char *file_kept_path() {

@@ -18,12 +18,12 @@ constexpr const char *k_suffix = ".txt";
 static struct Output {
     bool open;
     bool to_file;
-    bool exact_path;  // name was given by output_set_path()
-    bool aborted;     // the abort flag
-    bool stopped;     // cancelled or failed: nothing opens the stream again in this report
-    bool backslash;   // the next character is literal
-    char quote;       // the one that is open; 0 is none
-    char last;        // the character before, for the newline mode
+    bool aborted;            // the abort flag
+    bool stopped;            // cancelled or failed: nothing opens the stream again in this report
+    bool backslash;          // the next character is literal
+    char quote;              // the one that is open; 0 is none
+    char last;               // the character before, for the newline mode
+    const char *exact_path;  // given by output_set_path(); null for none
     FILE *file;
     ByteOutput bytes;
     uint32_t console_position;
@@ -48,11 +48,8 @@ bool has_suffix(const char *name) {
     return false;
 }
 
-// Puts the file's path into output.name.
-void make_file_name() {
-    if (output.exact_path) {
-        return;
-    }
+// Where the "oname" option leads.
+const char *make_file_name() {
     if (option_oname()[0] == 0) {
         set_option_oname(k_default_name);
     }
@@ -65,11 +62,12 @@ void make_file_name() {
             *p = k_path_separator;
         }
     }
+    return output.name;
 }
 
 ErrorCode open_file() {
-    make_file_name();
-    output.file = file_open(output.name, "wb");
+    const char *path = output.exact_path != nullptr ? output.exact_path : make_file_name();
+    output.file = file_open(path, "wb");
     if (output.file == nullptr) {
         set_resting_status("Ready");
         return report_error(k_cannot_open_output);
@@ -190,9 +188,7 @@ void output_reset() {
     output.file = nullptr;
     output.console_count = 0;
     output.to_file = option_odest() == k_output_file;
-    if (!output.exact_path) {
-        strcpy(output.name, option_oname());
-    }
+    strcpy(output.name, option_oname());
 }
 
 ErrorCode output_open() {
@@ -291,17 +287,8 @@ bool output_aborted() {
     return output.aborted || output.stopped;
 }
 
-bool output_set_path(const char *path) {
-    output.exact_path = path != nullptr;
-    if (path == nullptr) {
-        return true;
-    }
-    if (strlen(path) > k_output_name_max) {
-        output.exact_path = false;
-        return false;
-    }
-    strcpy(output.name, path);
-    return true;
+void output_set_path(const char *path) {
+    output.exact_path = path;
 }
 
 void output_recover() {

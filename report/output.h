@@ -38,9 +38,9 @@ void output_release();
 void output_abort();
 bool output_aborted();
 
-// Writes the files to exactly this path (at most 256 characters) instead of the "oname" option's
-// name; null goes back to the option. False when it is too long.
-bool output_set_path(const char *path);
+// Writes the files to exactly this path instead of the "oname" option's name; null goes back to the
+// option. The string is kept, not copied.
+void output_set_path(const char *path);
 
 // Closes the stream without writing anything more. Part of recovery.
 void output_recover();

@@ -41,6 +41,11 @@ bool still_names(const char *path, int file) {
            by_path.st_dev == by_file.st_dev && by_path.st_ino == by_file.st_ino;
 }
 
+bool is_empty(int file) {
+    struct stat status;
+    return fstat(file, &status) == 0 && status.st_size == 0;
+}
+
 // One attempt; `held` where the path has changed its file means: once more.
 LockResult try_lock(const char *path) {
     const int file = open_for_lock(path);
@@ -116,8 +121,11 @@ LockResult lock_new_file(const char *path) {
         return errno == EEXIST ? LockResult::busy : LockResult::failed;
     }
     locked = file;
-    flock(file, LOCK_EX | LOCK_NB);
-    return LockResult::held;
+    if (flock(file, LOCK_EX | LOCK_NB) == 0 && is_empty(file) && still_names(path, file)) {
+        return LockResult::held;
+    }
+    unlock_file();
+    return LockResult::busy;
 }
 
 void unlock_file() {

@@ -47,6 +47,12 @@ std::wstring name_of(HANDLE file) {
     return L"Quorvane-" + std::to_wstring(hash);
 }
 
+bool is_empty(const char *path) {
+    WIN32_FILE_ATTRIBUTE_DATA about = {};
+    return GetFileAttributesExW(wide_of(path).c_str(), GetFileExInfoStandard, &about) &&
+           about.nFileSizeHigh == 0 && about.nFileSizeLow == 0;
+}
+
 void map_holder(const std::wstring &name) {
     mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof *holder,
                                  (name + L"-holder").c_str());
@@ -97,7 +103,12 @@ LockResult lock_new_file(const char *path) {
     }
     const std::wstring name = name_of(file);
     CloseHandle(file);
-    return wait_for(name, 0);
+    const LockResult result = wait_for(name, 0);
+    if (result == LockResult::held && !is_empty(path)) {
+        unlock_file();
+        return LockResult::busy;
+    }
+    return result;
 }
 
 void unlock_file() {

@@ -5,9 +5,16 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstdlib>
+#include <filesystem>
+
+#include <sys/wait.h>
+
 using namespace std::string_literals;
 
 namespace {
+
+namespace fs = std::filesystem;
 
 const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>"
                           "<cell><cname>home</cname><text>alpha, beta</text></cell>"
@@ -51,7 +58,10 @@ TEST_F(QvxReports, CoversWhatTheCommandLineAsksFor) {
 TEST_F(QvxReports, WritesToExactlyTheFileNamed) {
     EXPECT_EQ(report({"--output", "plain", "--cell", "beta"}), "");
     EXPECT_EQ(file_bytes("plain"), "[beta:]\n");
-    EXPECT_EQ(run_qvx({"report", "w.qvx", "--output", std::string(257, 'p')}).status, 2);
+    const std::string far = std::string(200, 'p') + "/" + std::string(200, 'q');
+    fs::create_directory(std::string(200, 'p'));
+    EXPECT_EQ(report({"--output", far, "--cell", "beta"}), "");
+    EXPECT_EQ(file_bytes(far), "[beta:]\n");
 
     write_file("w.qvx", "<odest>file</odest><oname>own</oname><rfmt>\\N</rfmt></eof>");
     EXPECT_EQ(report({}), "home") << "whatever the web says";
@@ -66,6 +76,23 @@ TEST_F(QvxReports, WritesToExactlyTheFileNamed) {
         run_qvx({"report", "w.qvx", "--format", std::string(200, 'x')}, "", 100);
     EXPECT_EQ(limited.status, 2);
     EXPECT_EQ(limited.err, "qvx: standard output: UNABLE TO WRITE TO OUPUT FILE: File too large\n");
+}
+
+TEST_F(QvxReports, NeverGoesOverItsOwnWeb) {
+    const std::string before = file_bytes("w.qvx");
+    fs::create_hard_link("w.qvx", "other");
+    fs::create_symlink("w.qvx", "link");
+    for (const char *output : {"w.qvx", "./w.qvx", "other", "link"}) {
+        const Outcome refused = run_qvx({"report", "w.qvx", "--output", output});
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(refused.err, "qvx: "s + output + ": is the web's own file\n");
+        EXPECT_EQ(file_bytes("w.qvx"), before);
+    }
+    const std::string from_itself = QVX_PATH " report - --output link < w.qvx 2> said";
+    EXPECT_EQ(WEXITSTATUS(std::system(from_itself.c_str())), 1);
+    EXPECT_EQ(file_bytes("w.qvx"), before);
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--output", "new"}).status, 0);
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--output", "new"}).status, 0);
 }
 
 // KIND or KIND@LINE of each finding, or of each note.
@@ -97,7 +124,8 @@ TEST_F(QvxReports, CheckFindsWhatOpeningLosesOrChanges) {
         {a + "<text>x\n<b", "unclosed_element@2 unended_tag@3 no_end_mark@3 not_whole"},
         {a + "\n<text>x\n</cell>" + end, "unclosed_element@3 not_whole"},
         {a + "<text>\n<cname>b</cname>" + end, "unclosed_element@2"},
-        {a + "<val>1</text>" + end, "unclosed_element@2"},
+        {a + "<val>1</text>" + end, "unclosed_element@2 not_whole"},
+        {a + "<form>1</script><script> </text>" + end, "unclosed_element@2"},
         {"\n\nx\ny\n" + a + end, "text_outside@3 not_whole"},
         {a + "<cell>\nx</cell>" + end, "text_outside@3 not_whole"},
         {"<text>x</text>" + a + "<form> </form>" + end, "element_before_name@1 not_whole"},

@@ -282,3 +282,34 @@ TEST_F(QvxSaving, WaitsForAnotherWriterAndSaysWhoItIs) {
         waitpid(holder, nullptr, 0);
     }
 }
+
+// A process that locks w.qvx in the moment in which it appears, if it can, and holds it for a
+// while. It ends with 0 when the lock was on the file that the path names.
+pid_t lock_what_appears() {
+    const pid_t child = fork();
+    if (child != 0) {
+        return child;
+    }
+    int file = -1;
+    while (file < 0) {
+        file = open("w.qvx", O_RDWR);
+    }
+    const bool locked = flock(file, LOCK_EX | LOCK_NB) == 0;
+    struct stat own = {};
+    fstat(file, &own);
+    const bool is_named = own.st_ino == status_of("w.qvx").st_ino && own.st_size == 0;
+    usleep(locked ? 8000 : 0);
+    _exit(locked && is_named ? 0 : 1);
+}
+
+// Whoever locks the file first may have written it by the time that another one gets to it.
+TEST_F(QvxSaving, NewDoesNotWriteOverWhatSomebodyElseTookUp) {
+    for (int round = 0; round < 300; ++round) {
+        fs::remove("w.qvx");
+        const pid_t other = lock_what_appears();
+        const int status = run_qvx({"new", "w.qvx"}).status;
+        int other_status = 0;
+        waitpid(other, &other_status, 0);
+        EXPECT_EQ(status, other_status == 0 ? 1 : 0) << round;
+    }
+}

@@ -198,6 +198,13 @@ TEST_F(Save, WhatCouldNotBeReadWholeIsKeptOnce) {
                                     "beside it.|Quorvane";
         const Log log = take_log();
         EXPECT_EQ(std::count(log.begin(), log.end(), warning), 1);
+        byte_stream_fail_write_after(0);
+        EXPECT_EQ(doc_command_save(), -4);
+        byte_stream_fail_write_after(-1);
+        EXPECT_EQ(beside(path), Names{".bad"}) << "nothing was saved over";
+        steps_until_refusal = 4;  // the new web's, when the old one has been kept
+        EXPECT_EQ(doc_command_save(), -4);
+        EXPECT_EQ(file_bytes(path), row.bytes);
         for (int i = 0; i < 2; ++i) {
             EXPECT_EQ(doc_command_save(), 0);
             EXPECT_EQ(file_bytes(path), written_web());
@@ -216,6 +223,14 @@ TEST_F(Save, AWebSavedElsewhereLeavesTheDamagedFileAlone) {
     EXPECT_EQ(file_bytes(path), cell_file("home", "cut"));
     EXPECT_EQ(beside(path), Names());
     EXPECT_EQ(beside(other), Names());
+
+    // Back under another spelling.
+    const fs::path plain = path;
+    host().save_paths = {(plain.parent_path() / "." / plain.filename()).string()};
+    EXPECT_EQ(doc_command_save_as(), 0);
+    EXPECT_EQ(file_bytes(path), written_web());
+    EXPECT_EQ(beside(path), Names{".bad"});
+    EXPECT_EQ(file_bytes(path + ".bad"), cell_file("home", "cut"));
 }
 
 TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
