@@ -98,13 +98,18 @@ int save_to_path() {
     return code;
 }
 
+// One file has many paths, so it is known by its bytes too.
+bool is_our_version(const char *path) {
+    return strcmp(path, document.save_path) == 0 || web_file_is(path, document.last);
+}
+
 // Saves under a path that the user chooses, and says how it went.
 int save_under_new_path() {
     copy_path(document.open_path, document.current_path);
     if (!ask_save_path(document.open_path, sizeof document.open_path, document.display_name)) {
         return k_cancelled;
     }
-    if (strcmp(document.open_path, document.save_path) != 0) {
+    if (!is_our_version(document.open_path)) {
         document.keep_old = false;
         document.last.known = false;
     }

@@ -66,6 +66,21 @@ int finish() {
     return code;
 }
 
+// Unknown where there is no file, or none to tell it from: opening a pipe would wait.
+Fingerprint version_at(const char *path, const Fingerprint &last) {
+    FILE *file = last.known ? file_open(path, "rb") : nullptr;
+    if (file == nullptr) {
+        return {false, 0, 0};
+    }
+    Fingerprint print = fingerprint_of(file);
+    fclose(file);
+    return print;
+}
+
+bool same(const Fingerprint &one, const Fingerprint &other) {
+    return one.length == other.length && one.checksum == other.checksum;
+}
+
 }  // namespace
 
 FILE *open_web_file(const char *path, const char *mode) {
@@ -101,13 +116,13 @@ Fingerprint fingerprint_of(FILE *file) {
 }
 
 bool web_file_changed(const char *path, const Fingerprint &last) {
-    FILE *file = last.known ? file_open(path, "rb") : nullptr;
-    if (file == nullptr) {
-        return false;
-    }
-    Fingerprint now = fingerprint_of(file);
-    fclose(file);
-    return now.known && (now.length != last.length || now.checksum != last.checksum);
+    Fingerprint now = version_at(path, last);
+    return now.known && !same(now, last);
+}
+
+bool web_file_is(const char *path, const Fingerprint &last) {
+    Fingerprint now = version_at(path, last);
+    return now.known && same(now, last);
 }
 
 int save_web_file(const char *path, bool keep_old, Fingerprint *written) {

@@ -23,6 +23,9 @@ Fingerprint fingerprint_of(FILE *file);
 // is not there, or cannot be read, is none.
 bool web_file_changed(const char *path, const Fingerprint &last);
 
+// True when it is that version.
+bool web_file_is(const char *path, const Fingerprint &last);
+
 // Writes the web to the path in one step. With `keep_old` what is there now is kept beside it as
 // PATH.bad, for good. Returns 0 and the new fingerprint; -3 when the path cannot be written, or the
 // old bytes cannot be kept; -4 when writing failed. Failures have been shown, and the file is then
