@@ -233,6 +233,19 @@ TEST_F(Save, AWebSavedElsewhereLeavesTheDamagedFileAlone) {
     EXPECT_EQ(file_bytes(path + ".bad"), cell_file("home", "cut"));
 }
 
+// A command line names a file in its own folder, a dialog by the whole path.
+TEST_F(Save, ADamagedFileIsKnownByEveryNameThatItIsSavedUnder) {
+    const std::string damaged = cell_file("home", "cut");
+    const std::string path = open_fresh("spelled.qvx", damaged);
+    const fs::path whole = path;
+    host().save_paths = {(whole.parent_path() / "." / whole.filename()).string()};
+    EXPECT_EQ(doc_command_save_as(), 0);
+    EXPECT_EQ(file_bytes(path), written_web());
+    EXPECT_EQ(beside(path), Names{".bad"});
+    EXPECT_EQ(file_bytes(path + ".bad"), damaged);
+    fs::remove(path + ".bad");
+}
+
 TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     const std::string path = open_fresh("shared.qvx", whole_web("before"));
     const std::string theirs = whole_web("theirs");
