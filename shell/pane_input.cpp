@@ -37,9 +37,14 @@ bool is_stray_press(POINT at) {
            labs(at.y - input.press.y) <= GetSystemMetrics(SM_CYDOUBLECLK);
 }
 
-// The characters that keys with Ctrl would type; line ends and Backspace are none of them.
+// The characters that keys with Ctrl would type; line ends and Backspace are none of them. Keys of
+// the number pad type their sign with Ctrl too. (Ctrl and Alt together type characters that a
+// keyboard has no key for.)
 bool is_control_character(WPARAM code) {
-    return code < ' ' && code != '\r' && code != '\n' && code != '\b';
+    if (code >= ' ') {
+        return GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0;
+    }
+    return code != '\r' && code != '\n' && code != '\b';
 }
 
 POINT mouse_point(LPARAM lparam) {

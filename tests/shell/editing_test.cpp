@@ -32,6 +32,21 @@ std::string zooms() {
 
 struct Editing : ShellTest {};
 
+TEST_F(Editing, KeysWithCtrlTypeNothing) {
+    start_in_text(web_of("Hi"));
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    for (const bool alt : {false, true}) {
+        keys[VK_CONTROL] = 0x80;
+        keys[VK_MENU] = alt ? 0x80 : 0;
+        SetKeyboardState(keys);
+        SendMessageW(text_pane(), WM_CHAR, '+', 0);
+        EXPECT_EQ(pane_text(text_pane()), alt ? "+Hi" : "Hi");
+    }
+    keys[VK_CONTROL] = keys[VK_MENU] = 0;
+    SetKeyboardState(keys);
+}
+
 TEST_F(Editing, UndoTakesTypingBackInOneStep) {
     start_in_text(web_of("Hi"));
     type(text_pane(), "abc");
