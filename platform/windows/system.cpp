@@ -101,13 +101,50 @@ bool put_over(const wchar_t *next, const wchar_t *target) {
     return MoveFileExW(next, target, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-// Who may read and write the file at `model`; null when it cannot be asked.
-PSECURITY_DESCRIPTOR rights_of(const wchar_t *model) {
-    alignas(void *) static char rights[2048];
+constexpr DWORD k_rights_max = 2048;
+
+// Who may do what with a file: bytes that can be compared, and how many they would be.
+struct Rights {
+    alignas(void *) char bytes[k_rights_max];
+    DWORD size;
+};
+
+void read_rights(const wchar_t *name, Rights *rights) {
+    rights->size = 0;
+    GetFileSecurityW(name, DACL_SECURITY_INFORMATION, rights->bytes, k_rights_max, &rights->size);
+}
+
+bool same_rights(const wchar_t *name, const wchar_t *other) {
+    static Rights one;
+    static Rights two;
+    read_rights(name, &one);
+    read_rights(other, &two);
+    return one.size == two.size && one.size <= k_rights_max &&
+           memcmp(one.bytes, two.bytes, one.size) == 0;
+}
+
+// What lets this user alone at a new file; null, which lets in whom the folder says, when the
+// system does not tell who that is.
+SECURITY_ATTRIBUTES *private_rights() {
+    alignas(void *) static char user[256];
+    alignas(void *) static char list[256];
+    static SECURITY_DESCRIPTOR descriptor;
+    static SECURITY_ATTRIBUTES attributes = {sizeof attributes, &descriptor, FALSE};
+    HANDLE token = nullptr;
     DWORD size = 0;
-    return GetFileSecurityW(model, DACL_SECURITY_INFORMATION, rights, sizeof rights, &size)
-               ? rights
-               : nullptr;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
+        return nullptr;
+    }
+    bool known = GetTokenInformation(token, TokenUser, user, sizeof user, &size) != 0;
+    CloseHandle(token);
+    ACL *allowed = reinterpret_cast<ACL *>(list);
+    known = known && InitializeAcl(allowed, sizeof list, ACL_REVISION) &&
+            AddAccessAllowedAce(allowed, ACL_REVISION,
+                                FILE_GENERIC_READ | FILE_GENERIC_WRITE | DELETE | READ_CONTROL,
+                                reinterpret_cast<TOKEN_USER *>(user)->User.Sid) &&
+            InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
+            SetSecurityDescriptorDacl(&descriptor, TRUE, allowed, FALSE);
+    return known ? &attributes : nullptr;
 }
 
 HANDLE create_new(const wchar_t *name, SECURITY_ATTRIBUTES *security) {
@@ -195,17 +232,17 @@ FileKind system_look(const char *path, char *target) {
     return kind;
 }
 
-// Attributes come from the old file when the new one takes its place. What a program that was
-// killed left at the path is removed; another one's next version is waited for.
+// Attributes come from the old file when the new one takes its place; rights that differ from those
+// of any new file beside it would not all. What a program that was killed left at the path is
+// removed; another one's next version is waited for.
 FILE *system_create(const char *path, const char *model, bool exactly) {
     const wchar_t *model_name = model != nullptr ? wide_path(model, wide.other) : nullptr;
     const wchar_t *name = wide_path(path);
     if (name == nullptr) {
         return nullptr;
     }
-    SECURITY_ATTRIBUTES security = {sizeof security, nullptr, FALSE};
-    security.lpSecurityDescriptor = model_name != nullptr ? rights_of(model_name) : nullptr;
-    HANDLE file = create_new(name, &security);
+    SECURITY_ATTRIBUTES *rights = model_name != nullptr && !exactly ? private_rights() : nullptr;
+    HANDLE file = create_new(name, rights);
     for (int i = 0; exactly && i < k_tries && file == INVALID_HANDLE_VALUE; ++i) {
         if (GetLastError() != ERROR_FILE_EXISTS) {
             break;
@@ -213,7 +250,15 @@ FILE *system_create(const char *path, const char *model, bool exactly) {
         if (!DeleteFileW(name)) {
             Sleep(k_try_milliseconds);
         }
-        file = create_new(name, &security);
+        file = create_new(name, rights);
+    }
+    bool refused = file != INVALID_HANDLE_VALUE && model_name != nullptr && exactly &&
+                   !same_rights(name, model_name);
+    if (refused) {
+        CloseHandle(file);
+        DeleteFileW(name);
+        errno = EACCES;
+        return nullptr;
     }
     return stream_of(file, "w+b", _O_RDWR);
 }
@@ -226,9 +271,8 @@ FILE *system_create_temporary(char *path) {
         return nullptr;
     }
     utf8_copy(path, k_system_path_max, name);
-    HANDLE file = CreateFileW(name, GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    return stream_of(file, "w+b", _O_RDWR);
+    DeleteFileW(name);  // made to hold the name, with anybody's rights
+    return stream_of(create_new(name, private_rights()), "w+b", _O_RDWR);
 }
 
 bool system_next_path(char *next, const char *target) {

@@ -19,6 +19,7 @@ cd "$folder"
 cp trip.qvx expected.qvx
 "$qvx" set expected.qvx plan --text 'very soon'
 "$qvx" set expected.qvx later --text "It's a \"word\" & <so> on"
+chmod 600 trip.qvx # the notes are this user's alone, and stay so
 
 window=
 find_window() {
@@ -66,3 +67,4 @@ xdotool key ctrl+q
 is_gone() { ! xdotool search --onlyvisible --name '^Quorvane - trip'; }
 wait_until 10 is_gone || die "The program did not quit."
 cmp trip.qvx expected.qvx
+[ "$(stat -c %a trip.qvx)" = 600 ] || die "Others may read the saved file."
