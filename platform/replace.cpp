@@ -61,6 +61,18 @@ bool copy_bytes(FILE *in, FILE *out) {
     }
 }
 
+bool put_first(FILE *file, int byte) {
+    return fseek(file, 0, SEEK_SET) == 0 && putc(byte, file) != EOF && system_to_disk(file);
+}
+
+// Between two versions a file begins with a NUL, which no web does: whoever finds it so knows that
+// it is half written.
+bool overwrite(FILE *in, FILE *out, long length) {
+    int first = length > 0 ? getc(in) : 0;
+    return put_first(out, 0) && copy_bytes(in, out) && system_cut(out, length) &&
+           system_to_disk(out) && (length == 0 || put_first(out, first));
+}
+
 // Writes one file's bytes over another's. `touched` becomes true when the other one may no longer
 // be as it was.
 bool copy_over(const char *from, const char *to, bool *touched) {
@@ -71,7 +83,7 @@ bool copy_over(const char *from, const char *to, bool *touched) {
         long length = length_of(in);
         good = length >= 0 && system_make_room(out, length);
         *touched |= good;
-        good = good && copy_bytes(in, out) && system_cut(out, length) && system_to_disk(out);
+        good = good && overwrite(in, out, length);
         good = close_written(out, good);
     }
     if (in != nullptr) {
@@ -110,6 +122,16 @@ bool numbered_path(char *to, const char *path, const char *suffix, unsigned numb
     return true;
 }
 
+// True for a file into which a program was writing that was killed.
+bool is_half_written(const char *path) {
+    FILE *file = file_open(path, "rb");
+    bool half = file != nullptr && getc(file) == 0;
+    if (file != nullptr) {
+        fclose(file);
+    }
+    return half;
+}
+
 // Leaves the path of the copy in replacement.kept, "" when there is none.
 bool keep_beside(const char *path, const char *suffix) {
     FILE *copy = nullptr;
@@ -130,7 +152,7 @@ bool keep_beside(const char *path, const char *suffix) {
 }
 
 bool keep_elsewhere(const char *path) {
-    FILE *copy = system_create_temporary(replacement.kept);
+    FILE *copy = system_create_temporary(replacement.kept, true);
     if (copy != nullptr && fill_copy(copy, replacement.kept, path)) {
         return true;
     }
@@ -141,7 +163,9 @@ bool keep_elsewhere(const char *path) {
 // The old bytes are put back when the new ones do not go in; their copy then stays, because nobody
 // can be sure of a file that has just refused to be written.
 bool write_in_place() {
-    if (!keep_beside(replacement.target, "-old") && !keep_elsewhere(replacement.target)) {
+    system_sweep_copies(replacement.target, is_half_written(replacement.target));
+    if (!keep_beside(replacement.target, system_old_suffix()) &&
+        !keep_elsewhere(replacement.target)) {
         return false;
     }
     bool touched = false;
@@ -172,7 +196,7 @@ FILE *begin_beside() {
 
 FILE *begin_elsewhere() {
     replacement.way = Way::in_place;
-    return system_create_temporary(replacement.next);
+    return system_create_temporary(replacement.next, false);
 }
 
 }  // namespace

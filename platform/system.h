@@ -31,15 +31,22 @@ FileKind system_look(const char *path, char *target);
 FILE *system_create(const char *path, const char *model, bool exactly);
 
 // The same in the system's folder for temporary files, private to this user; its path goes into
-// `path` (k_system_path_max bytes).
-FILE *system_create_temporary(char *path);
+// `path` (k_system_path_max bytes). Unless it `stays`, the next call for one that does not
+// may remove it, once this program has ended or in this program itself.
+FILE *system_create_temporary(char *path, bool stays);
 
 // The path at which the next version of `target` is written. False when it would be too long.
 bool system_next_path(char *next, const char *target);
 
+// What the copy of an old version has behind the path, before a number.
+const char *system_old_suffix();
+
 // Removes next versions that killed programs left at their paths. The one of a program that still
 // runs stays.
 void system_sweep(const char *target);
+
+// The same for copies of old versions. Those that are `needed` get a name under which they stay.
+void system_sweep_copies(const char *target, bool needed);
 
 // Brings what was written to the disk.
 bool system_to_disk(FILE *file);

@@ -22,6 +22,8 @@ const char k_path_separator = '/';
 namespace {
 
 constexpr const char *k_next_suffix = "-new.";
+constexpr const char *k_old_suffix = "-old.";
+constexpr const char *k_temporary_name = "quorvane";
 constexpr unsigned k_links_max = 40;  // as many as the system follows itself
 constexpr mode_t k_private = 0600;
 constexpr mode_t k_permissions = 07777;
@@ -128,7 +130,8 @@ FILE *stream_of(int file, const char *path) {
 pid_t maker_of(const char *digits) {
     char *end = nullptr;
     long number = strtol(digits, &end, 10);
-    return *digits >= '1' && *digits <= '9' && *end == 0 ? static_cast<pid_t>(number) : 0;
+    bool ends = *end == 0 || *end == '.';
+    return *digits >= '1' && *digits <= '9' && ends ? static_cast<pid_t>(number) : 0;
 }
 
 bool is_left_over(pid_t maker) {
@@ -141,6 +144,39 @@ const char *folder_of(const char *path) {
     memcpy(scratch, path, length);
     scratch[length] = 0;
     return length > 0 ? scratch : ".";
+}
+
+// Gives NAME-old.PROCESS the name NAME-old-PROCESS, over no other file.
+void keep_copy(int folder, const char *name, size_t number_at) {
+    char kept[NAME_MAX + 1];
+    strcpy(kept, name);
+    kept[number_at - 1] = '-';
+    if (linkat(folder, name, folder, kept, 0) == 0) {
+        unlinkat(folder, name, 0);
+    }
+}
+
+// Removes the files NAME SUFFIX PROCESS whose makers have ended, or keeps them.
+void sweep_folder(const char *folder, const char *name, const char *suffix, bool keep) {
+    DIR *entries = opendir(folder);
+    if (entries == nullptr) {
+        return;
+    }
+    size_t name_length = strlen(name);
+    size_t suffix_length = strlen(suffix);
+    while (const dirent *entry = readdir(entries)) {
+        const char *found = entry->d_name;
+        if (strncmp(found, name, name_length) == 0 &&
+            strncmp(found + name_length, suffix, suffix_length) == 0 &&
+            is_left_over(maker_of(found + name_length + suffix_length))) {
+            if (keep) {
+                keep_copy(dirfd(entries), found, name_length + suffix_length);
+            } else {
+                unlinkat(dirfd(entries), found, 0);
+            }
+        }
+    }
+    closedir(entries);
 }
 
 // Makes a rename last through a power cut. Not every file system can.
@@ -206,12 +242,17 @@ FILE *system_create(const char *path, const char *model, bool exactly) {
     return stream_of(file, path);
 }
 
-FILE *system_create_temporary(char *path) {
+FILE *system_create_temporary(char *path, bool stays) {
     const char *folder = getenv("TMPDIR");
     if (folder == nullptr || *folder == 0) {
         folder = "/tmp";
     }
-    int length = snprintf(path, k_system_path_max, "%s/quorvane.XXXXXX", folder);
+    if (!stays) {
+        sweep_folder(folder, k_temporary_name, k_next_suffix, false);
+    }
+    int length = stays ? snprintf(path, k_system_path_max, "%s/%s.XXXXXX", folder, k_temporary_name)
+                       : snprintf(path, k_system_path_max, "%s/%s%s%ld.XXXXXX", folder,
+                                  k_temporary_name, k_next_suffix, static_cast<long>(getpid()));
     if (length < 0 || length >= static_cast<int>(k_system_path_max)) {
         errno = ENAMETOOLONG;
         return nullptr;
@@ -229,23 +270,19 @@ bool system_next_path(char *next, const char *target) {
     return true;
 }
 
+// With the maker in it, so that no name that a user gave is taken for one.
+const char *system_old_suffix() {
+    static char suffix[32];
+    snprintf(suffix, sizeof suffix, "%s%ld", k_old_suffix, static_cast<long>(getpid()));
+    return suffix;
+}
+
 void system_sweep(const char *target) {
-    DIR *entries = opendir(folder_of(target));
-    if (entries == nullptr) {
-        return;
-    }
-    const char *name = target + folder_length(target);
-    size_t name_length = strlen(name);
-    size_t suffix_length = strlen(k_next_suffix);
-    while (const dirent *entry = readdir(entries)) {
-        const char *found = entry->d_name;
-        if (strncmp(found, name, name_length) == 0 &&
-            strncmp(found + name_length, k_next_suffix, suffix_length) == 0 &&
-            is_left_over(maker_of(found + name_length + suffix_length))) {
-            unlinkat(dirfd(entries), found, 0);
-        }
-    }
-    closedir(entries);
+    sweep_folder(folder_of(target), target + folder_length(target), k_next_suffix, false);
+}
+
+void system_sweep_copies(const char *target, bool needed) {
+    sweep_folder(folder_of(target), target + folder_length(target), k_old_suffix, needed);
 }
 
 bool system_to_disk(FILE *file) {

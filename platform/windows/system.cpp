@@ -263,7 +263,8 @@ FILE *system_create(const char *path, const char *model, bool exactly) {
     return stream_of(file, "w+b", _O_RDWR);
 }
 
-FILE *system_create_temporary(char *path) {
+// Names here do not tell their makers, so nothing is removed.
+FILE *system_create_temporary(char *path, bool) {
     wchar_t folder[MAX_PATH + 1];
     wchar_t name[MAX_PATH + 1];
     if (GetTempPathW(MAX_PATH + 1, folder) == 0 || GetTempFileNameW(folder, L"qvx", 0, name) == 0) {
@@ -287,6 +288,10 @@ bool system_next_path(char *next, const char *target) {
     return true;
 }
 
+const char *system_old_suffix() {
+    return "-old";
+}
+
 // One that is still being written cannot be removed.
 void system_sweep(const char *target) {
     const char *next = file_successor(target);
@@ -294,6 +299,9 @@ void system_sweep(const char *target) {
         system_remove(next);
     }
 }
+
+// Nothing tells whose they are.
+void system_sweep_copies(const char *, bool) {}
 
 bool system_to_disk(FILE *file) {
     if (fflush(file) != 0) {

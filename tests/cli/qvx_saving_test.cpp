@@ -18,6 +18,8 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+using namespace std::string_literals;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -143,6 +145,40 @@ TEST_F(QvxSaving, LinksStay) {
         EXPECT_TRUE(fs::is_symlink(link));
     }
     EXPECT_EQ(entries(), (Names{"far", "one", "to_nowhere", "two"}));
+}
+
+// What runs left that were killed while they wrote in place. Copies with a user's own name stay,
+// and so does all that a file may need which such a run has left half written.
+TEST_F(QvxSaving, InPlaceTheNextSaveSweepsToo) {
+    const pid_t ended = fork();
+    if (ended == 0) {
+        _exit(0);
+    }
+    waitpid(ended, nullptr, 0);
+    const std::string gone = std::to_string(ended), here = std::to_string(getpid());
+    for (const bool half_written : {false, true}) {
+        enter_empty_folder();
+        write_file("w.qvx", half_written ? "\0<cell>"s : k_old);
+        fs::create_hard_link("w.qvx", "other");
+        fs::create_directory("tmp");
+        write_file("tmp/quorvane-new." + gone + ".aBcDeF", "half");
+        write_file("tmp/quorvane-new." + here + ".aBcDeF", "still written");
+        write_file("tmp/quorvane.aBcDeF", "kept");
+        Names names = {"other", "tmp", "w.qvx", "w.qvx-old", "w.qvx-old." + here};
+        write_file("w.qvx-old", k_old);
+        write_file("w.qvx-old." + here, k_old);
+        write_file("w.qvx-old." + gone, k_old);
+        if (half_written) {
+            names.insert(names.end(), {"w.qvx-old-" + gone, "w.qvx.bad"});
+        }
+        setenv("TMPDIR", "tmp", 1);
+        EXPECT_EQ(run_qvx({"set", "--force", "w.qvx", "home", "--text", "new"}).status, 0);
+        unsetenv("TMPDIR");
+        EXPECT_EQ(home_of("other"), "new");
+        std::sort(names.begin(), names.end());
+        EXPECT_EQ(entries(), names);
+        EXPECT_EQ(std::distance(fs::directory_iterator("tmp"), fs::directory_iterator()), 2);
+    }
 }
 
 // The longest name that a folder takes leaves no room for a name beside it, and a path of over a

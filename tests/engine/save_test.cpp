@@ -26,11 +26,15 @@ namespace {
 
 int steps_until_refusal = -1;
 bool refused_once = false;
+bool dies = false;  // instead
 
 bool refused() {
     if (steps_until_refusal != 0) {
         steps_until_refusal -= steps_until_refusal > 0 ? 1 : 0;
         return false;
+    }
+    if (dies) {
+        raise(SIGKILL);
     }
     steps_until_refusal = -1;
     refused_once = true;
@@ -42,7 +46,7 @@ bool refused() {
 
 extern "C" {
 FILE *__real_system_create(const char *path, const char *model, bool exactly);
-FILE *__real_system_create_temporary(char *path);
+FILE *__real_system_create_temporary(char *path, bool stays);
 bool __real_system_to_disk(FILE *file);
 bool __real_system_make_room(FILE *file, long length);
 bool __real_system_cut(FILE *file, long length);
@@ -52,8 +56,8 @@ FILE *__wrap_system_create(const char *path, const char *model, bool exactly) {
     return refused() ? nullptr : __real_system_create(path, model, exactly);
 }
 
-FILE *__wrap_system_create_temporary(char *path) {
-    return refused() ? nullptr : __real_system_create_temporary(path);
+FILE *__wrap_system_create_temporary(char *path, bool stays) {
+    return refused() ? nullptr : __real_system_create_temporary(path, stays);
 }
 
 bool __wrap_system_to_disk(FILE *file) {
@@ -161,16 +165,61 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
             EXPECT_EQ(fs::hard_link_count(path), linked ? 2U : 1U);
             const Names strays = beside(path);
             if (!strays.empty()) {
-                EXPECT_EQ(strays, Names{"-old"});
-                EXPECT_EQ(file_bytes(path + "-old"), whole_web("before"));
-                const std::string line = "warning The file as it was is kept in " + path;
+                const std::string copy = "-old." + std::to_string(getpid());
+                EXPECT_EQ(strays, Names{copy});
+                EXPECT_EQ(file_bytes(path + copy), whole_web("before"));
+                const std::string line = "warning The file as it was is kept in " + path + copy;
                 const Log log = take_log();
-                EXPECT_EQ(std::count(log.begin(), log.end(), line + "-old|Quorvane"), 1);
+                EXPECT_EQ(std::count(log.begin(), log.end(), line + "|Quorvane"), 1);
             }
             failed += code != 0 ? 1 : 0;
         }
         EXPECT_GE(failed, linked ? 4 : 1);
     }
+}
+
+// A program that dies while it writes over a file leaves the old web, the new one, or a file that
+// nobody takes for a web, with the old bytes beside it until somebody has seen to them.
+TEST_F(Save, DyingInPlaceIsSeen) {
+    const std::string old = whole_web(std::string(20000, 'b'));
+    int damaged = 0;
+    bool died = true;
+    for (int step = 0; died; ++step) {
+        SCOPED_TRACE(step);
+        const std::string path = open_fresh("dies.qvx", old);
+        fs::create_hard_link(path, fresh_path("another_name"));
+        type_text("after");
+        const pid_t child = fork();
+        if (child == 0) {
+            dies = true;
+            steps_until_refusal = step;
+            doc_command_save();
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        died = WIFSIGNALED(status);
+        take_log();
+        ASSERT_EQ(doc_command_open_path(path.c_str()), 0);
+        const Log log = take_log();
+        const std::string warning = std::string("warning ") + doc_current_display_name() +
+                                    " could not be read whole. Saving will keep the old file "
+                                    "beside it.|Quorvane";
+        const bool warned = std::count(log.begin(), log.end(), warning) == 1;
+        const std::string id = std::to_string(child);
+        if (warned) {
+            EXPECT_EQ(file_bytes(path + "-old." + id), old);
+        } else {
+            EXPECT_TRUE(file_bytes(path) == old || file_bytes(path) == written_web());
+        }
+        for (int i = 0; i < 2; ++i) {
+            type_text(std::to_string(i));
+            EXPECT_EQ(doc_command_save(), 0);
+            EXPECT_EQ(beside(path), warned ? (Names{"-old-" + id, ".bad"}) : Names());
+        }
+        damaged += warned ? 1 : 0;
+    }
+    EXPECT_GT(damaged, 0);
 }
 
 TEST_F(Save, WhatCouldNotBeReadWholeIsKeptOnce) {
