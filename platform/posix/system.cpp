@@ -146,6 +146,13 @@ const char *folder_of(const char *path) {
     return length > 0 ? scratch : ".";
 }
 
+// Bytes of a file's name that leave room for a suffix with a number.
+size_t stem_length(const char *name) {
+    constexpr size_t k_stem_max = NAME_MAX - 20;
+    size_t length = strlen(name);
+    return length < k_stem_max ? length : k_stem_max;
+}
+
 // Gives NAME-old.PROCESS the name NAME-old-PROCESS, over no other file.
 void keep_copy(int folder, const char *name, size_t number_at) {
     char kept[NAME_MAX + 1];
@@ -162,7 +169,7 @@ void sweep_folder(const char *folder, const char *name, const char *suffix, bool
     if (entries == nullptr) {
         return;
     }
-    size_t name_length = strlen(name);
+    size_t name_length = stem_length(name);
     size_t suffix_length = strlen(suffix);
     while (const dirent *entry = readdir(entries)) {
         const char *found = entry->d_name;
@@ -205,6 +212,10 @@ bool file_move(const char *from, const char *to) {
 
 FileKind system_look(const char *path, char *target) {
     struct stat status;
+    if (*path == 0) {
+        errno = ENOENT;
+        return FileKind::refused;
+    }
     if (!copy_path(target, path) || !follow_links(target)) {
         return FileKind::refused;
     }
@@ -261,8 +272,10 @@ FILE *system_create_temporary(char *path, bool stays) {
 }
 
 bool system_next_path(char *next, const char *target) {
-    int length = snprintf(next, k_system_path_max, "%s%s%ld", target, k_next_suffix,
-                          static_cast<long>(getpid()));
+    size_t folder = folder_length(target);
+    size_t stem = folder + stem_length(target + folder);
+    int length = snprintf(next, k_system_path_max, "%.*s%s%ld", static_cast<int>(stem), target,
+                          k_next_suffix, static_cast<long>(getpid()));
     if (length < 0 || length >= static_cast<int>(k_system_path_max)) {
         errno = ENAMETOOLONG;
         return false;

@@ -181,8 +181,8 @@ TEST_F(QvxSaving, InPlaceTheNextSaveSweepsToo) {
     }
 }
 
-// The longest name that a folder takes leaves no room for a name beside it, and a path of over a
-// thousand bytes is nothing special.
+// The longest name that a folder takes, there or not, and a path of over a thousand bytes are
+// nothing special.
 TEST_F(QvxSaving, LongPathsAreWhole) {
     const std::string name(255, 'n');
     std::string folder;
@@ -194,7 +194,12 @@ TEST_F(QvxSaving, LongPathsAreWhole) {
         ASSERT_EQ(run_qvx({"new", path}).status, 0);
         ASSERT_EQ(run_qvx(set_home(path)).status, 0);
         EXPECT_EQ(home_of(path), "new");
+        fs::remove(path);
+        EXPECT_EQ(run_qvx({"convert", "w.qvx", path}).status, 0);
+        EXPECT_EQ(home_of(path), "old");
     }
+    EXPECT_EQ(run_qvx({"convert", "w.qvx", ""}).err,
+              "qvx: UNABLE TO OPEN WEB FILE: No such file or directory\n");
     EXPECT_EQ(entries().size(), 3U);
     EXPECT_EQ(run_qvx({"new", std::string(5000, 'x')}).status, 2);
 }
