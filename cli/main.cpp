@@ -6,8 +6,8 @@
 #include "core/recovery.h"
 #include "file/document.h"
 #include "platform/program.h"
-#include "web/links.h"
 #include "web/options.h"
+#include "web/words.h"
 
 #include <CLI/CLI.hpp>
 

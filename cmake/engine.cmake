@@ -15,11 +15,14 @@ add_library(quorvane_engine OBJECT
     web/cell_ops.cpp
     web/cell_text.cpp
     web/cells.cpp
+    web/changed.cpp
     web/index.cpp
+    web/link_list.cpp
     web/links.cpp
     web/option_tags.cpp
     web/options.cpp
     web/report_selection.cpp
+    web/steps.cpp
     web/trail.cpp
     web/value.cpp
     web/words.cpp

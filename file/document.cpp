@@ -11,6 +11,7 @@
 #include "file/web_reader.h"
 #include "report/output.h"
 #include "web/cells.h"
+#include "web/changed.h"
 #include "web/trail.h"
 
 #include <cstdio>

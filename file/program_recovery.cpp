@@ -6,7 +6,6 @@
 #include "file/web_reader.h"
 #include "report/output.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/links.h"
 #include "web/value.h"
 

@@ -9,7 +9,7 @@
 #include "file/document.h"
 #include "report/output.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
+#include "web/changed.h"
 #include "web/options.h"
 #include "web/trail.h"
 

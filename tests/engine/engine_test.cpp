@@ -4,6 +4,8 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
 #include "web/trail.h"
 #include "web/value.h"
 

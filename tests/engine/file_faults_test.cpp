@@ -8,6 +8,7 @@
 #include "report/reports.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
+#include "web/changed.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"

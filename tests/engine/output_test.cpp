@@ -13,7 +13,7 @@
 #include "report/reports.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
-#include "web/links.h"
+#include "web/changed.h"
 #include "web/options.h"
 
 #include <csignal>

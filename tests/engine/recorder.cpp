@@ -2,6 +2,7 @@
 
 #include "core/busy.h"
 #include "core/byte_stream.h"
+#include "core/names.h"
 #include "core/recovery.h"
 #include "core/text.h"
 #include "file/document.h"
@@ -11,6 +12,8 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
 #include "web/links.h"
 #include "web/option_tags.h"
 #include "web/options.h"

@@ -10,6 +10,7 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/changed.h"
 
 #include <algorithm>
 #include <cerrno>
