@@ -1,5 +1,6 @@
 // The document: paths and titles, New, Open, Save and Save As in every state, start-up, and the
 // ways out when memory runs short.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 

@@ -42,7 +42,7 @@ void EngineTest::TearDown() {
 CellHandle make_cell(const char *name, const std::string &text) {
     CellHandle cell = cell_create(index_root_address(), name);
     cell_replace_text(cell, text.data(), static_cast<uint32_t>(text.size()));
-    cell_list_insert_item(cell);
+    insert_list_item(cell);
     return cell;
 }
 

@@ -1,5 +1,6 @@
 // Running out of blocks at every allocation of the File commands and of the reports: the web, the
 // document and the file are as before or as after, nothing is lost, and the program goes on.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 

@@ -1,5 +1,6 @@
 // Saving: the path names a whole web at every moment, what could not be read whole is kept, and
 // another program's changes are not written over unasked.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 
