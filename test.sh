@@ -108,6 +108,8 @@ mkdir -p "$results" "$checks"
 one format check_format
 one includes check_includes
 one own_header_first check_own_header_first
+one circles check_circles
+one sources check_sources
 run_native native
 run_native sanitize
 run_native arm

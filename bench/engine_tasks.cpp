@@ -2,6 +2,8 @@
 #include "bench/files.h"
 #include "bench/tasks.h"
 #include "web/cells.h"
+#include "web/index.h"
+#include "web/link_list.h"
 #include "web/links.h"
 
 namespace {

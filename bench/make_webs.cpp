@@ -8,6 +8,7 @@
 #include "bench/webs.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/index.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -14,6 +14,7 @@
 #include "report/reports.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/options.h"
 #include "web/trail.h"
 

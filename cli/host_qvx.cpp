@@ -1,5 +1,5 @@
-// The host of qvx: standard error for messages, standard output as the console, questions answered
-// with what changes nothing, and no view at all.
+// The host of qvx: standard error for messages, standard output as the console. What it has no use
+// for is in cli/no_view.cpp.
 #include "cli/host_qvx.h"
 
 #include "cli/exit_status.h"
@@ -8,7 +8,6 @@
 #include "core/host_messages.h"
 #include "core/host_view.h"
 #include "web/options.h"
-#include "web/trail.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -140,8 +139,6 @@ void show_status_message(const char *text) {
     }
 }
 
-void set_resting_status(const char *) {}
-
 void show_warning(const char *text, const char *) {
     host_message(text);
 }
@@ -156,71 +153,16 @@ bool ask_ok_cancel(const char *, const char *) {
     return false;
 }
 
-bool ask_yes_no(const char *, const char *) {
-    return false;
-}
-
-bool ask_no_yes(const char *, const char *) {
-    return false;
-}
-
-bool ask_save_changes(const char *, const char *) {
-    return false;
-}
-
-bool ask_cellname(char *name) {
-    *name = 0;
-    return false;
-}
-
 void end_program(int status) {
     std::fflush(stdout);
     std::_Exit(status < 0 ? k_exit_memory : status);
 }
 
-// ---- The current cell's view: there is none -----------------------------------------------------
-
-CellHandle store_text_pane(int) {
-    return current_cell();
-}
-
-void refresh_current_view() {}
-
-void refresh_views() {}
+// ---- The view: what stands for a selection, and the console -------------------------------------
 
 const char *selected_text() {
     return host.selection;
 }
-
-void selected_text_free() {}
-
-void configure_panes() {}
-
-void refresh_cellname_list() {}
-
-void show_cell_list() {}
-
-void set_window_title(const char *) {}
-
-void hide_text_caret() {}
-
-// ---- The cell list: there is none ---------------------------------------------------------------
-
-ListItem cell_list_insert_item(CellHandle) {
-    return 0;
-}
-
-void cell_list_fill() {}
-
-void cell_list_add(CellHandle) {}
-
-void cell_list_select_current() {}
-
-void cell_list_clear() {}
-
-void cell_list_remove_item(ListItem) {}
-
-// ---- The console --------------------------------------------------------------------------------
 
 void console_clear() {
     host.last = 0;
@@ -242,22 +184,8 @@ void console_insert(uint32_t, const char *bytes, uint32_t count) {
     }
 }
 
-void pump_messages() {}
-
-void output_began(bool) {}
-
-void output_ended() {}
-
-// ---- Files (by path: platform/) -----------------------------------------------------------------
+// ---- Files --------------------------------------------------------------------------------------
 
 const char *file_read_mode() {
     return "rb";
-}
-
-bool ask_open_path(char *, uint32_t) {
-    return false;
-}
-
-bool ask_save_path(char *, uint32_t, const char *) {
-    return false;
 }

@@ -1,4 +1,5 @@
-// What the commands tell the host of qvx (core/host_messages.h) before they call the engine.
+// What the commands tell the host of qvx (core/host_messages.h, core/host_view.h) before they call
+// the engine.
 #pragma once
 
 #include <cstdint>

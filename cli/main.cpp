@@ -4,10 +4,10 @@
 #include "cli/host_qvx.h"
 #include "core/block_arena.h"
 #include "core/recovery.h"
-#include "file/document.h"
 #include "platform/program.h"
-#include "web/links.h"
+#include "program/recovery.h"
 #include "web/options.h"
+#include "web/words.h"
 
 #include <CLI/CLI.hpp>
 

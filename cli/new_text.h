@@ -1,7 +1,7 @@
 // The text that `qvx set` is to store, from the command line, a file or standard input.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command_line.h"
 #include "core/block_arena.h"
 
 #include <cstdint>

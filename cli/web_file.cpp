@@ -5,12 +5,12 @@
 #include "core/errors.h"
 #include "core/host_files.h"
 #include "core/recovery.h"
-#include "file/document.h"
 #include "file/save.h"
 #include "file/web_reader.h"
 #include "file/web_writer.h"
 #include "platform/lock.h"
 #include "platform/program.h"
+#include "program/recovery.h"
 #include "report/output.h"
 
 #include <cstring>

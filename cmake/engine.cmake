@@ -8,6 +8,7 @@ add_library(quorvane_engine OBJECT
     core/names.cpp
     core/number_format.cpp
     core/number_parse.cpp
+    core/paths.cpp
     core/recovery.cpp
     core/strings.cpp
     core/text.cpp
@@ -15,24 +16,28 @@ add_library(quorvane_engine OBJECT
     web/cell_ops.cpp
     web/cell_text.cpp
     web/cells.cpp
+    web/changed.cpp
     web/index.cpp
+    web/link_list.cpp
     web/links.cpp
     web/option_tags.cpp
     web/options.cpp
     web/report_selection.cpp
+    web/steps.cpp
     web/trail.cpp
     web/value.cpp
     web/words.cpp
     report/output.cpp
     report/reports.cpp
     file/document.cpp
-    file/program_recovery.cpp
     file/save.cpp
     file/web_reader.cpp
     file/web_tags.cpp
     file/web_tokens.cpp
     file/web_writer.cpp
-    file/written_names.cpp)
+    file/written_names.cpp
+    program/file_commands.cpp
+    program/recovery.cpp)
 target_link_libraries(quorvane_engine PUBLIC quorvane_warnings quorvane_portable)
 
 # What reading changes, for the programs that ask; the window does not.

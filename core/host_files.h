@@ -1,12 +1,20 @@
-// What the engine asks of the program around it, three of three: files. Defined in platform/ for
-// every program, but for file_read_mode(), which each program defines itself.
+// What the engine asks of the program around it, three of three: files, and which of them.
 //
-// Paths are UTF-8 of any length: one that the system does not take is refused, never cut; what
-// fails leaves the reason in errno.
+//   by path        every program: platform/replace.cpp (file_replace_..., file_keep,
+//                  file_kept_path) and platform/posix/system.cpp or platform/windows/system.cpp
+//   which file     Quorvane.exe: shell/dialogs/file_dialogs.cpp; qvx and bench/: cli/host_qvx.cpp
+//                  (file_read_mode) and cli/no_view.cpp; engine tests: tests/engine/recorder.cpp
+//
+// Paths are UTF-8 and zero-terminated. Those to files are of any length: one that the system does
+// not take is refused, never cut; what fails leaves the reason in errno. None of these functions
+// allocates from the arena for itself, but a dialog handles messages like a question
+// (core/host_messages.h).
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
+
+// ---- Files by path ------------------------------------------------------------------------------
 
 // Returns the open file, or null. Modes are those of fopen and always binary. The caller closes it.
 FILE *file_open(const char *path, const char *mode);
@@ -43,6 +51,14 @@ bool file_move(const char *from, const char *to);
 
 // The character that separates folders in this platform's paths, '\\' or '/'.
 extern const char k_path_separator;
+
+// ---- Which file ---------------------------------------------------------------------------------
+
+// Dialogs. `path` holds `size` bytes, the terminating zero included; it starts with the path to
+// propose and receives the chosen one. False when the user cancelled, or chose a path that is too
+// long, of which he has been told; `path` is then of no use.
+bool ask_open_path(char *path, uint32_t size);
+bool ask_save_path(char *path, uint32_t size, const char *display_name);
 
 // The mode in which a web is opened for reading: "r+b" where the program will write to it again,
 // so that a file which could not be saved is refused at once.

@@ -23,17 +23,6 @@ int doc_save_as();
 // Saves when there are unsaved changes and the user says Yes; 0 otherwise.
 int doc_save_if_changed();
 
-// The commands of the File menu. Each stores the text pane first, shows the current cell again
-// afterwards, and leaves the web unchanged whatever happened, except where the pane's text did not
-// fit into the web that was saved. While output is under way they are refused with -13.
-int doc_command_new();
-int doc_command_open();
-int doc_command_save();
-int doc_command_save_as();
-
-// doc_command_open() with the path given.
-int doc_command_open_path(const char *path);
-
 // True only for Yes.
 bool doc_confirm_save();
 
@@ -53,12 +42,6 @@ const char *doc_current_display_name();
 // Stores the pane, or says "OUT OF MEMORY" when its text does not fit. False in that case; the pane
 // still holds the text. The web changed flag keeps its value.
 bool store_text_pane_or_say();
-
-// ---- Recovery -----------------------------------------------------------------------------------
-
-// Brings the program back after recovery_run() returned -1: output, lists, staged cells and files
-// are closed and given back, the views refreshed, "OUT OF MEMORY" shown.
-void program_recover();
 
 // Lets go of the web file. Part of recovery.
 void document_recover();

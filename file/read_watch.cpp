@@ -5,7 +5,7 @@
 #include "file/web_reader.h"
 #include "file/web_tags.h"
 #include "file/web_tokens.h"
-#include "web/cells.h"
+#include "web/record.h"
 
 #include <cstring>
 

@@ -2,11 +2,13 @@
 
 #include "core/errors.h"
 #include "core/host_messages.h"
+#include "core/names.h"
 #include "core/text.h"
 #include "file/web_tags.h"
 #include "file/web_tokens.h"
+#include "web/cell_numbers.h"
 #include "web/cells.h"
-#include "web/links.h"
+#include "web/index.h"
 #include "web/option_tags.h"
 #include "web/value.h"
 

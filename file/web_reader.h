@@ -25,15 +25,8 @@ bool web_read_was_whole();
 // read error (the web holds what came before it) or for want of blocks.
 bool web_read_failed();
 
-// The next tag: its index, negative for a closing tag, 0 at the end of the web. The token text then
-// holds the characters since the previous tag.
-int web_next_token();
-
 // Applies the closing tag to the token text; 0, or -44.
 int web_apply_close_tag(int tag);
-
-// The next byte of the file, 0 at its end; a bare LF comes as CR, LF.
-int web_in_byte();
 
 // The first cell that has been read and waits for the end of the file; the next one is its right
 // child. 0 when there is none.

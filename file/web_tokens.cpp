@@ -3,7 +3,6 @@
 #include "core/byte_runs.h"
 #include "core/byte_stream.h"
 #include "core/text.h"
-#include "file/web_reader.h"
 #include "file/web_tags.h"
 
 #include <cstring>

@@ -1,8 +1,9 @@
-// The tokenizer's own state, for the reader (file/web_reader.h declares what others may use).
+// The tokenizer: a web file's bytes as tags and the text between them, for the reader and whoever
+// watches it.
 #pragma once
 
 #include "core/block_arena.h"
-#include "file/read_watch.h"
+#include "file/read_finding.h"
 
 #include <cstdio>
 
@@ -11,6 +12,13 @@ void tokens_begin(FILE *file);
 
 // Releases the token text and lets go of the file.
 void tokens_end();
+
+// The next tag: its index, negative for a closing tag, 0 at the end of the web. The token text then
+// holds the characters since the previous tag.
+int web_next_token();
+
+// The next byte of the file, 0 at its end; a bare LF comes as CR, LF.
+int web_in_byte();
 
 // The next closing tag's index, 0 at the end of the web. Opening tags end the text before them, and
 // that text is dropped.

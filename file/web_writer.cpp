@@ -5,7 +5,7 @@
 #include "core/text.h"
 #include "file/web_tags.h"
 #include "file/written_names.h"
-#include "web/cells.h"
+#include "web/index.h"
 #include "web/value.h"
 
 #include <cstring>

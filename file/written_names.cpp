@@ -2,7 +2,7 @@
 
 #include "core/names.h"
 #include "core/text.h"
-#include "web/cells.h"
+#include "web/index.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include "core/host_files.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
+#include "core/paths.h"
 #include "core/text.h"
 #include "web/links.h"
 #include "web/options.h"
@@ -35,14 +36,10 @@ static struct Output {
     char text[k_scanned_text_max + 1];
 } output;
 
-bool is_separator(char c) {
-    return c == '\\' || c == ':' || c == k_path_separator;
-}
-
 // A dot in a folder's name does not count.
 bool has_suffix(const char *name) {
     const char *p = name + strlen(name);
-    while (p > name && !is_separator(p[-1])) {
+    while (p > name && !ends_folder(p[-1])) {
         if (*--p == '.') {
             return true;
         }

@@ -4,9 +4,12 @@
 #include "core/host_view.h"
 #include "core/strings.h"
 #include "report/output.h"
-#include "web/cells.h"
+#include "web/cell_numbers.h"
+#include "web/index.h"
+#include "web/link_list.h"
 #include "web/links.h"
 #include "web/options.h"
+#include "web/report_selection.h"
 #include "web/trail.h"
 
 static struct Reports {

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the engine, desktop/ and the shell, each file once for what it reads.
+"""Runs clang-tidy over the engine, qvx, platform/, desktop/ and the shell, each file once for what it
+reads.
 
     check_tidy.py STAMPS    STAMPS: the folder that remembers which bytes were clean
 
@@ -16,8 +17,8 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-NATIVE = ("core", "web", "report", "file")
-WINDOWS = ("desktop", "shell")
+NATIVE = ("core", "web", "report", "file", "program", "cli", "platform")
+WINDOWS = ("desktop", "shell", "platform/windows")
 COMPILER = "x86_64-w64-mingw32-g++-posix"
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
@@ -30,6 +31,18 @@ def windows_options():
     folders = re.findall(r"^ (/\S*c\+\+\S*)$", told, re.MULTILINE)
     return ["-p", "build/windows", "--extra-arg=--target=x86_64-w64-windows-gnu",
             *(f"--extra-arg=-isystem{folder}" for folder in folders)]
+
+
+def jobs():
+    """Yields (source, what clang-tidy needs to find its compile command)."""
+    windows = windows_options()
+    for folder in NATIVE:
+        for path in sorted((ROOT / folder).rglob("*.cpp")):
+            if not path.is_relative_to(ROOT / "platform/windows"):
+                yield path, ["-p", "build/native"]
+    for folder in WINDOWS:
+        for path in sorted((ROOT / folder).rglob("*.cpp")):
+            yield path, windows
 
 
 def files_read(path, found):
@@ -67,12 +80,8 @@ def main(arguments):
     if len(arguments) != 1:
         sys.exit(__doc__)
     stamps = pathlib.Path(arguments[0])
-    jobs = [(path, ["-p", "build/native"]) for folder in NATIVE
-            for path in sorted((ROOT / folder).glob("*.cpp"))]
-    options = windows_options()
-    jobs += [(path, options) for folder in WINDOWS for path in sorted((ROOT / folder).glob("*.cpp"))]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        faults = list(pool.map(lambda job: tidy(stamps, *job), jobs))
+        faults = list(pool.map(lambda job: tidy(stamps, *job), jobs()))
     print("".join(faults), end="")
     sys.exit(1 if any(faults) else 0)
 

@@ -3,8 +3,11 @@
 
     check_tree.py includes    includes run downwards only, and the engine is free of the platform
     check_tree.py first       a source includes its own header first
+    check_tree.py circles     no module (a header and its source) includes one that leads back to it
+    check_tree.py sources     no program compiles a source out of another folder than its own
 """
 
+import os
 import pathlib
 import re
 import sys
@@ -17,16 +20,29 @@ BELOW = {
     "platform": {"core"},
     "web": {"core"},
     "report": {"core", "web"},
-    "file": {"core", "web", "report"},
-    "cli": {"core", "web", "report", "file", "platform"},
-    "shell": {"core", "web", "report", "file", "platform", "resources", "desktop"},
+    "file": {"core", "web"},
+    "program": {"core", "web", "report", "file"},
+    "cli": {"core", "web", "report", "file", "program", "platform"},
+    "shell": {"core", "web", "report", "file", "program", "platform", "resources", "desktop"},
     "desktop": {"resources"},
     "resources": set(),
 }
-ENGINE = {"core", "web", "report", "file"}
+ENGINE = {"core", "web", "report", "file", "program"}
 
-# Of desktop/, a shell source may know only what the handheld can have too.
-SHELL_OF_DESKTOP = {"desktop/frame.h"}
+# All that a folder may include of another one, where that is not everything. Of desktop/, a shell
+# source may know only what the handheld can have too.
+ONLY = {
+    ("cli", "platform"): {"platform/lock.h", "platform/program.h"},
+    ("platform", "core"): {"core/host_files.h"},
+    ("shell", "desktop"): {"desktop/frame.h"},
+    ("shell", "platform"): {"platform/windows/text_conversion.h"},
+}
+
+# Rooms of platform/: each is for one system, and only itself and the shell know of one.
+ROOMS = ("platform/posix/", "platform/windows/")
+
+# Folders in which no module may lead back to itself.
+WITHOUT_CIRCLES = ENGINE | {"platform", "cli"}
 
 # Headers of the language that the engine may use: none that brings exceptions, streams, memory
 # management of its own or the platform.
@@ -54,7 +70,11 @@ def includes_of(path):
             yield number, match[1] == '"', match[2]
 
 
-def include_fault(folder, quoted, name):
+def room_of(name):
+    return next((room for room in ROOMS if name.startswith(room)), "")
+
+
+def include_fault(path, folder, quoted, name):
     if not quoted:
         if folder in ENGINE and name not in ENGINE_SYSTEM_HEADERS:
             return f"the engine does not use <{name}>"
@@ -64,17 +84,20 @@ def include_fault(folder, quoted, name):
         return f'"{name}" is not spelled from the root'
     if other != folder and other not in BELOW[folder]:
         return f"{folder}/ does not include {other}/"
-    if folder == "shell" and other == "desktop" and name not in SHELL_OF_DESKTOP:
-        return f'the handheld has no "{name}"'
+    if other != folder and name not in ONLY.get((folder, other), {name}):
+        return f'"{name}" is not for {folder}/'
+    if folder == "platform" and room_of(name) not in ("", room_of(path)):
+        return f'"{name}" is for {room_of(name)} alone'
     return None
 
 
 def check_includes():
     for folder, path in sources():
         for number, quoted, name in includes_of(path):
-            fault = include_fault(folder, quoted, name)
+            relative = path.relative_to(ROOT)
+            fault = include_fault(str(relative), folder, quoted, name)
             if fault:
-                yield f"{path.relative_to(ROOT)}:{number}: {fault}"
+                yield f"{relative}:{number}: {fault}"
 
 
 def check_first():
@@ -87,8 +110,74 @@ def check_first():
             yield f"{path.relative_to(ROOT)}: its own header is not included first"
 
 
+def modules():
+    """Returns {module: the modules that its header or its source includes}."""
+    graph = {}
+    for folder, path in sources():
+        if folder in WITHOUT_CIRCLES:
+            module = str(path.relative_to(ROOT).with_suffix(""))
+            used = graph.setdefault(module, set())
+            used |= {name.removesuffix(".h") for _, quoted, name in includes_of(path) if quoted}
+            used.discard(module)
+    return graph
+
+
+def way_back(graph, module):
+    """Returns the modules on a shortest way from this one to itself, [] when there is none."""
+    ways, seen = [[module]], set()
+    for way in ways:
+        for used in sorted(graph.get(way[-1], ())):
+            if used == module:
+                return way
+            if used not in seen:
+                seen.add(used)
+                ways.append([*way, used])
+    return []
+
+
+def check_circles():
+    graph = modules()
+    for module in sorted(graph):
+        circle = way_back(graph, module)
+        if circle and module == min(circle):
+            yield f"{' -> '.join([*circle, module])}: a circle"
+
+
+# ---- The lists of sources -----------------------------------------------------------------------
+
+
+def build_lists():
+    yield from [ROOT / "CMakeLists.txt", *sorted((ROOT / "cmake").glob("*.cmake"))]
+    for folder in (*BELOW, "tests", "bench"):
+        yield from sorted((ROOT / folder).rglob("CMakeLists.txt"))
+
+
+def sources_named(path):
+    """Yields (line number, path) of each source in a list, those of other projects apart."""
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        for word in re.findall(r'[^\s()"]+\.(?:cpp|cc|c|rc)\b', line.partition("#")[0]):
+            word = re.sub(r"^\$\{(PROJECT|CMAKE)_SOURCE_DIR\}/", f"{ROOT}/", word)
+            word = word.removeprefix("${CMAKE_CURRENT_SOURCE_DIR}/")
+            if not word.startswith("${"):
+                folder = path.parent if path.name == "CMakeLists.txt" else ROOT
+                yield number, pathlib.Path(os.path.normpath(folder / word))
+
+
+def check_sources():
+    """The root's lists are the engine's; any other names what lies in its own folder."""
+    for path in build_lists():
+        own = [ROOT / folder for folder in ENGINE]
+        if path.name == "CMakeLists.txt" and path.parent != ROOT:
+            own = [path.parent]
+        for number, source in sources_named(path):
+            if not any(source.is_relative_to(folder) for folder in own):
+                shown = source.relative_to(ROOT) if source.is_relative_to(ROOT) else source
+                yield f"{path.relative_to(ROOT)}:{number}: {shown} is another folder's: link its target"
+
+
 def main(arguments):
-    checks = {"includes": check_includes, "first": check_first}
+    checks = {"includes": check_includes, "first": check_first, "circles": check_circles,
+              "sources": check_sources}
     if len(arguments) != 1 or arguments[0] not in checks:
         sys.exit(__doc__)
     faults = list(checks[arguments[0]]())

@@ -11,7 +11,7 @@ source_files() {
     for pattern in "$@"; do
         names+=(-o -name "$pattern")
     done
-    find core web report file cli shell desktop resources tests bench \
+    find core web report file program platform cli shell desktop resources tests bench \
         -type f \( "${names[@]:1}" \) 2>/dev/null | LC_ALL=C sort
 }
 
@@ -39,13 +39,17 @@ check_includes() { python3 scripts/check_tree.py includes; }
 
 check_own_header_first() { python3 scripts/check_tree.py first; }
 
+check_circles() { python3 scripts/check_tree.py circles; }
+
+check_sources() { python3 scripts/check_tree.py sources; }
+
 # ---- Headers that compile alone -----------------------------------------------------------------
 
 compile_header() {
     local options=(-std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         -Wsign-conversion -Werror -I. -x c++ -include "$1" /dev/null)
     case $1 in
-    shell/* | desktop/* | resources/*)
+    shell/* | desktop/* | resources/* | platform/windows/*)
         "$mingw-g++-posix" -DUNICODE -D_UNICODE -Idesktop/include \
             -isystem "$build/scintilla/include" "${options[@]}"
         ;;

@@ -8,7 +8,7 @@
 #include "shell/main_window.h"
 #include "shell/views.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
+#include "web/index.h"
 #include "web/trail.h"
 
 #include <cstring>

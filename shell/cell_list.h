@@ -4,7 +4,12 @@
 
 #include "shell/platform.h"
 
+#include "core/host_view.h"
+
 void cell_list_create(HWND parent);
+
+// Inserts an item for one cell, in the order of the labels, and returns its token.
+ListItem cell_list_insert_item(CellHandle cell);
 
 // TVN_SELCHANGED: goes to the cell that the user chose.
 void cell_list_selection_changed(const NMTREEVIEWW *change);

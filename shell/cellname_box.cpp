@@ -9,6 +9,7 @@
 #include "shell/views.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/trail.h"
 
 #include <cstring>

@@ -5,6 +5,7 @@
 #include "core/host_messages.h"
 #include "core/host_view.h"
 #include "file/document.h"
+#include "program/file_commands.h"
 #include "report/reports.h"
 #include "resources/resource.h"
 #include "shell/cell_commands.h"

@@ -1,7 +1,7 @@
 #include "shell/guard.h"
 
 #include "core/recovery.h"
-#include "file/document.h"
+#include "program/recovery.h"
 
 bool run_guarded(void (*body)(void *argument), void *argument) {
     if (recovery_run(body, argument) == 0) {

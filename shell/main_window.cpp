@@ -4,6 +4,7 @@
 #include "core/recovery.h"
 #include "file/document.h"
 #include "platform/windows/text_conversion.h"
+#include "program/recovery.h"
 #include "resources/resource.h"
 #include "shell/activation.h"
 #include "shell/cell_commands.h"

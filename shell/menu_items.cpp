@@ -3,7 +3,7 @@
 #include "resources/resource.h"
 #include "shell/panes/scintilla.h"
 #include "shell/views.h"
-#include "web/cells.h"
+#include "web/index.h"
 #include "web/trail.h"
 
 namespace {

@@ -1,6 +1,6 @@
-#include "web/links.h"
+#include "web/cell_numbers.h"
 
-#include "web/cells.h"
+#include "web/index.h"
 
 #include <algorithm>
 #include <cstring>

@@ -3,10 +3,14 @@
 #include "core/busy.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
+#include "core/names.h"
 #include "core/strings.h"
 #include "core/text.h"
 #include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
 #include "web/options.h"
+#include "web/steps.h"
 #include "web/trail.h"
 #include "web/value.h"
 
@@ -114,35 +118,11 @@ CellHandle make_clone(CellHandle source) {
     return clone;
 }
 
-// The live cell before (after) the list position, wrapping at the end of the index.
-CellHandle step(CellHandle (*neighbour)(CellHandle), CellHandle wrapped) {
-    CellHandle node = neighbour(list_position());
-    while (node != 0 && !is_live_cell(node)) {
-        list_position_set(node);
-        node = neighbour(node);
-    }
-    return node != 0 ? node : wrapped;
-}
-
-CellHandle first_live() {
-    return live_from(index_first(index_root()));
-}
-
-CellHandle last_live() {
-    return live_back_from(index_last(index_root()));
-}
-
 void leave_current_for_step() {
     if (current_cell() != 0) {
         store_text_pane_keep_flag();
         list_position_set(current_cell());
         current_cell_clear();
-    }
-}
-
-void select_if_any(CellHandle cell) {
-    if (cell != 0) {
-        set_current_and_select(cell);
     }
 }
 
@@ -260,32 +240,26 @@ void delete_cell() {
 void previous_cell() {
     if (!refused_while_busy()) {
         leave_current_for_step();
-        select_if_any(step(index_prev, last_live()));
+        step_to_previous();
     }
 }
 
 void next_cell() {
     if (!refused_while_busy()) {
         leave_current_for_step();
-        select_if_any(step(index_next, first_live()));
+        step_to_next();
     }
-}
-
-void step_off_current_cell() {
-    list_position_set(current_cell());
-    current_cell_clear();
-    select_if_any(step(index_prev, last_live()));
 }
 
 void first_cell() {
     if (!refused_while_busy()) {
-        select_if_any(first_live());
+        step_to_first();
     }
 }
 
 void last_cell() {
     if (!refused_while_busy()) {
-        select_if_any(last_live());
+        step_to_last();
     }
 }
 

@@ -47,9 +47,5 @@ void jump_to_trail_entry(const char *name);
 // The same by cell; the home cell is always found, a cell that is not on the trail never.
 void jump_to_trail_cell(CellHandle cell);
 
-// The step of previous_cell() that cell_delete() needs: the current cell is about to go and is not
-// stored.
-void step_off_current_cell();
-
 // Gives back what an operation had made when the blocks ran out. Part of recovery.
 void cell_ops_recover();

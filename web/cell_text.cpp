@@ -1,8 +1,8 @@
 #include "web/cell_text.h"
 
 #include "core/text.h"
-#include "web/cells.h"
 #include "web/links.h"
+#include "web/record.h"
 
 namespace {
 

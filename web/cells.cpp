@@ -1,19 +1,20 @@
 #include "web/cells.h"
 
+#include "core/names.h"
 #include "core/text.h"
-#include "web/cell_ops.h"
-#include "web/links.h"
+#include "web/cell_numbers.h"
+#include "web/index.h"
+#include "web/link_list.h"
 #include "web/options.h"
+#include "web/steps.h"
 #include "web/trail.h"
 #include "web/value.h"
 
 #include <cstring>
 
-static struct Web {
-    CellHandle root;
-    bool changed;
-    char name[k_cellname_max + 1];
-} web;
+static struct Cells {
+    char name[k_cellname_max + 1];  // the result of cell_name_string()
+} cells;
 
 namespace {
 
@@ -55,48 +56,26 @@ void clear_fields(CellHandle cell) {
 
 // Releases every node but `kept` (the root, or 0), which is left outside the tree.
 void release_web(CellHandle kept) {
-    index_walk(web.root, cell_release_fields);
+    index_walk(index_root(), cell_release_fields);
     if (kept != 0) {
         index_walk(node_left(kept), release_name_and_node);
         index_walk(node_right(kept), release_name_and_node);
     } else {
-        index_walk(web.root, release_name_and_node);
+        index_walk(index_root(), release_name_and_node);
     }
-    web.root = 0;
+    *index_root_address() = 0;
     trail_reset();
 }
 
 }  // namespace
 
-CellHandle index_root() {
-    return web.root;
-}
-
-CellHandle *index_root_address() {
-    return &web.root;
-}
-
 CellHandle cell_lookup(const char *name) {
-    return cell_lookup_in(web.root, name);
+    return cell_lookup_in(index_root(), name);
 }
 
 CellHandle cell_lookup_in(CellHandle root, const char *name) {
     CellHandle node = index_find(root, name);
     return is_live_cell(node) ? node : 0;
-}
-
-CellHandle live_from(CellHandle node) {
-    while (node != 0 && !is_live_cell(node)) {
-        node = index_next(node);
-    }
-    return node;
-}
-
-CellHandle live_back_from(CellHandle node) {
-    while (node != 0 && !is_live_cell(node)) {
-        node = index_prev(node);
-    }
-    return node;
 }
 
 CellHandle cell_create(CellHandle *root, const char *name) {
@@ -141,9 +120,9 @@ const char *cell_name_string(CellHandle cell) {
         return "BAD_CELL_HANDLE";
     }
     if (cell_kind(cell) == k_cell_live) {
-        text_copy_out(web.name, cell_name(cell), k_cellname_max);
+        text_copy_out(cells.name, cell_name(cell), k_cellname_max);
     }
-    return web.name;
+    return cells.name;
 }
 
 void web_clear() {
@@ -152,25 +131,18 @@ void web_clear() {
 
 // The home cell's own blocks serve again, so that a new web can be made however full the arena is.
 void web_reset(const char *cellname) {
-    CellHandle home =
-        web.root != 0 && text_equals_cstring(cell_name(web.root), cellname) ? web.root : 0;
+    CellHandle home = index_root() != 0 && text_equals_cstring(cell_name(index_root()), cellname)
+                          ? index_root()
+                          : 0;
     release_web(home);
     current_cell_clear();
     if (home != 0) {
         clear_fields(home);
-        index_link(home, &web.root);
+        index_link(home, index_root_address());
         cell_numbers_rebuild();
     } else {
-        home = cell_create(&web.root, cellname);
+        home = cell_create(index_root_address(), cellname);
     }
     current_cell_assign(home);
     option_defaults();
-}
-
-bool web_changed() {
-    return web.changed;
-}
-
-void set_web_changed(bool changed) {
-    web.changed = changed;
 }

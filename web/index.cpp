@@ -1,6 +1,8 @@
-#include "web/cells.h"
+#include "web/index.h"
 
 #include "core/text.h"
+
+static struct WebIndex { CellHandle root; } web_index;
 
 namespace {
 
@@ -250,4 +252,26 @@ void index_walk(CellHandle root, void (*function)(CellHandle node)) {
         }
         node = next;
     }
+}
+
+CellHandle index_root() {
+    return web_index.root;
+}
+
+CellHandle *index_root_address() {
+    return &web_index.root;
+}
+
+CellHandle live_from(CellHandle node) {
+    while (node != 0 && !is_live_cell(node)) {
+        node = index_next(node);
+    }
+    return node;
+}
+
+CellHandle live_back_from(CellHandle node) {
+    while (node != 0 && !is_live_cell(node)) {
+        node = index_prev(node);
+    }
+    return node;
 }

@@ -1,7 +1,6 @@
 #include "web/option_tags.h"
 
 #include "core/text.h"
-#include "web/links.h"
 #include "web/options.h"
 
 #include <cstring>

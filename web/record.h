@@ -1,9 +1,15 @@
 // Where each field of a node block lies: the index tree's links, then the CellRecord. This file
-// alone knows the offsets. No accessor tests its handle.
+// alone knows the offsets. No accessor tests its handle, but for is_live_cell().
 #pragma once
 
 #include "core/block_arena.h"
 #include "core/host_view.h"
+
+enum CellKind : uint16_t {
+    k_cell_live = 1,
+    k_cell_value_entry = 4,
+    k_cell_deleted = 5,
+};
 
 constexpr uint32_t k_record_at = 8;  // the record lies behind the tree's links
 
@@ -47,4 +53,9 @@ inline bool cell_numbered(CellHandle cell) {
 }
 inline void cell_set_numbered(CellHandle cell, bool numbered) {
     block_ptr(cell)[k_record_at + 22] = numbered ? 1 : 0;
+}
+
+// True for a node that is a cell; false for 0.
+inline bool is_live_cell(CellHandle node) {
+    return node != 0 && cell_kind(node) == k_cell_live;
 }

@@ -1,4 +1,4 @@
-#include "web/links.h"
+#include "web/report_selection.h"
 
 #include "core/names.h"
 #include "web/cells.h"

@@ -1,7 +1,8 @@
 #include "web/trail.h"
 
 #include "core/host_view.h"
-#include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
 
 #include <cstring>
 

@@ -2,7 +2,7 @@
 
 #include "core/text.h"
 #include "shell/scratch.h"
-#include "web/cells.h"
+#include "web/index.h"
 
 #include <cstring>
 

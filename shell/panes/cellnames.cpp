@@ -1,7 +1,8 @@
 #include "shell/panes/cellnames.h"
 
+#include "core/names.h"
 #include "core/text.h"
-#include "web/cells.h"
+#include "web/index.h"
 
 #include <cstdlib>
 #include <cstring>

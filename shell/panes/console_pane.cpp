@@ -13,6 +13,7 @@
 // than taking the text in: 3 ms where the engine sends 48 bytes at a time.
 constexpr DWORD k_insert_milliseconds = 100;
 constexpr uint32_t k_pending_max = 8192;
+static_assert(k_pending_max >= k_console_insert_max);
 
 static struct ConsolePane {
     uint32_t position;  // where the pending bytes go

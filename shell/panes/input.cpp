@@ -1,6 +1,7 @@
 #include "shell/panes/input.h"
 
 #include "core/busy.h"
+#include "core/names.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
 #include "shell/panes/scintilla.h"

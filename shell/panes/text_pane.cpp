@@ -13,8 +13,9 @@
 #include "shell/scratch.h"
 #include "shell/views.h"
 #include "web/cell_text.h"
-#include "web/cells.h"
+#include "web/changed.h"
 #include "web/options.h"
+#include "web/record.h"
 #include "web/trail.h"
 
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "core/strings.h"
 #include "platform/windows/text_conversion.h"
-#include "web/cells.h"
+#include "web/changed.h"
 
 #include <cstddef>
 #include <cstring>

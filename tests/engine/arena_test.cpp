@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/index.h"
 
 #include <cstring>
 

@@ -6,6 +6,7 @@
 #include "core/text.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"

@@ -2,8 +2,8 @@
 
 #include "core/block_arena.h"
 #include "core/text.h"
-#include "web/cells.h"
-#include "web/links.h"
+#include "web/cell_numbers.h"
+#include "web/index.h"
 #include "web/trail.h"
 #include "web/value.h"
 

@@ -1,5 +1,6 @@
 // The document: paths and titles, New, Open, Save and Save As in every state, start-up, and the
 // ways out when memory runs short.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 
@@ -9,7 +10,7 @@
 #include "file/document.h"
 #include "report/output.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
+#include "web/changed.h"
 #include "web/options.h"
 #include "web/trail.h"
 

@@ -4,6 +4,8 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
 #include "web/trail.h"
 #include "web/value.h"
 
@@ -40,7 +42,7 @@ void EngineTest::TearDown() {
 CellHandle make_cell(const char *name, const std::string &text) {
     CellHandle cell = cell_create(index_root_address(), name);
     cell_replace_text(cell, text.data(), static_cast<uint32_t>(text.size()));
-    cell_list_insert_item(cell);
+    insert_list_item(cell);
     return cell;
 }
 

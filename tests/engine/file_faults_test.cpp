@@ -1,5 +1,6 @@
 // Running out of blocks at every allocation of the File commands and of the reports: the web, the
 // document and the file are as before or as after, nothing is lost, and the program goes on.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 
@@ -8,6 +9,7 @@
 #include "report/reports.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
+#include "web/changed.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"

@@ -3,7 +3,10 @@
 
 #include "core/numbers.h"
 #include "core/text.h"
+#include "web/cell_numbers.h"
 #include "web/cells.h"
+#include "web/index.h"
+#include "web/link_list.h"
 #include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"

@@ -5,6 +5,7 @@
 
 #include "web/cell_ops.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/trail.h"
 
 #include <random>

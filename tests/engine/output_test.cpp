@@ -1,5 +1,6 @@
 // The output stream: escape rules, newline modes, the console's buffer, file names, cancelling,
 // failing, and what is refused while it is open.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/report_model.h"
 #include "tests/engine/web_files.h"
@@ -13,7 +14,7 @@
 #include "report/reports.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
-#include "web/links.h"
+#include "web/changed.h"
 #include "web/options.h"
 
 #include <csignal>

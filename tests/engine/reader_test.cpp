@@ -9,9 +9,9 @@
 #include "file/web_reader.h"
 #include "file/web_tokens.h"
 #include "web/cells.h"
-#include "web/links.h"
 #include "web/option_tags.h"
 #include "web/options.h"
+#include "web/record.h"
 #include "web/value.h"
 
 using namespace std::string_literals;

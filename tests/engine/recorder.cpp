@@ -2,15 +2,20 @@
 
 #include "core/busy.h"
 #include "core/byte_stream.h"
+#include "core/host_files.h"
+#include "core/names.h"
 #include "core/recovery.h"
 #include "core/text.h"
 #include "file/document.h"
 #include "file/read_watch.h"
 #include "file/web_reader.h"
+#include "program/recovery.h"
 #include "report/output.h"
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
 #include "web/links.h"
 #include "web/option_tags.h"
 #include "web/options.h"
@@ -283,25 +288,24 @@ static void select_current_item() {
     host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
 }
 
-ListItem cell_list_insert_item(CellHandle cell) {
+void insert_list_item(CellHandle cell) {
     if (!host().items.insert({cell, cell}).second) {
         host().faults.push_back("a cell stands twice in the cell list");
     }
     cell_set_list_item(cell, cell);
-    return cell;
 }
 
 void cell_list_fill() {
     note("list_fill");
     for (CellHandle c : live_cells()) {
-        cell_list_insert_item(c);
+        insert_list_item(c);
     }
     select_current_item();
 }
 
 void cell_list_add(CellHandle cell) {
     note("list_add " + name_string(cell));
-    cell_list_insert_item(cell);
+    insert_list_item(cell);
     select_current_item();
 }
 

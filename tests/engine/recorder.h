@@ -1,5 +1,6 @@
-// The test program's host: every function of core/host_messages.h and host_view.h, with a log of
-// the calls, answers given beforehand, and models of the text pane, the cell list and the console.
+// The test program's host: what core/host_messages.h, host_view.h and host_files.h leave to the
+// program, with a log of the calls, answers given beforehand, and models of the text pane, the cell
+// list and the console.
 //
 // The log has a line a call, in order: the function's short name and its arguments, such as
 // "ask_yes_no No such cell. Create it?|foo" or "store 1". A cell is named by its name, none by "-".
@@ -63,6 +64,9 @@ void type_text(const std::string &text);
 
 // Runs this in the n-th call of pump_messages() from now on.
 void at_pump(uint32_t n, const std::function<void()> &run);
+
+// Gives a cell that was made behind the cell list's back its item; not logged.
+void insert_list_item(CellHandle cell);
 
 // The cell list has exactly the live cells, each under the token that its record holds; "" or what
 // is wrong.

@@ -4,7 +4,7 @@
 
 #include "core/numbers.h"
 #include "core/text.h"
-#include "web/cells.h"
+#include "web/index.h"
 #include "web/options.h"
 #include "web/trail.h"
 

@@ -7,8 +7,7 @@
 #include "report/output.h"
 #include "report/reports.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/links.h"
+#include "web/changed.h"
 #include "web/options.h"
 
 using namespace std::string_literals;

@@ -1,5 +1,6 @@
 // Saving: the path names a whole web at every moment, what could not be read whole is kept, and
 // another program's changes are not written over unasked.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 
@@ -10,6 +11,7 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/changed.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -3,7 +3,7 @@
 
 #include "core/text.h"
 #include "web/cell_text.h"
-#include "web/cells.h"
+#include "web/index.h"
 
 using Text = EngineTest;
 

@@ -1,7 +1,6 @@
 // The rings' limits; what goes into them is the model test's.
 #include "tests/engine/engine_test.h"
 
-#include "web/cells.h"
 #include "web/trail.h"
 
 using Trail = EngineTest;

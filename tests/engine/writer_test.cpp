@@ -1,4 +1,5 @@
 // The web writer, byte for byte, and webs that go through writing and reading.
+#include "core/names.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/report_model.h"
 #include "tests/engine/web_files.h"
@@ -11,6 +12,7 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/option_tags.h"
 #include "web/options.h"
 #include "web/value.h"

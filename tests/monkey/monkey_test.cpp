@@ -15,6 +15,7 @@
 #include "tests/shell/answers.h"
 #include "tests/shell/shell_test.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/options.h"
 #include "web/trail.h"
 

@@ -10,6 +10,7 @@
 #include "shell/views.h"
 #include "tests/shell/answers.h"
 #include "web/cells.h"
+#include "web/changed.h"
 
 #include <functional>
 #include <string>

@@ -8,6 +8,7 @@
 #include "shell/panes/text_pane.h"
 #include "tests/shell/shell_test.h"
 #include "web/cells.h"
+#include "web/index.h"
 #include "web/options.h"
 
 #include <algorithm>

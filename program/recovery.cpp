@@ -1,12 +1,12 @@
-#include "file/document.h"
+#include "program/recovery.h"
 
 #include "core/errors.h"
 #include "core/host_view.h"
 #include "core/recovery.h"
+#include "file/document.h"
 #include "file/web_reader.h"
 #include "report/output.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/links.h"
 #include "web/value.h"
 

@@ -1,0 +1,62 @@
+// The cell index: an unbalanced binary search tree of node blocks in folded-name order, and the
+// root of the web's own.
+//
+// Functions that take the root (or its address) serve any tree.
+#pragma once
+
+#include "web/record.h"
+
+// The node of that name, of any kind, or 0.
+CellHandle index_find(CellHandle root, const char *name);
+CellHandle index_find_text(CellHandle root, BlockHandle name);
+
+// Adds a node for the name, which it takes over. An equal name goes to the right.
+CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind);
+
+// Hangs a finished node, whose name is set, into the tree; allocates nothing. An equal name goes to
+// the right.
+void index_link(CellHandle node, CellHandle *root);
+
+// The same, unless the tree has a node of that name: then that one is returned and nothing done.
+// Returns 0 when the node was hung in.
+CellHandle index_link_new(CellHandle node, CellHandle *root);
+
+// Links n nodes into a tree of their own and returns its root. `first` is the first of them in the
+// order of their names, no two of which are equal; each node's right child is the next one. The
+// middle of each run is above both halves.
+CellHandle index_balanced(CellHandle first, uint32_t n);
+
+// Hangs `node` into the tree where `old` hangs, which is then outside.
+void index_replace(CellHandle old, CellHandle node, CellHandle *root);
+
+// Turns the tree until the node is its root.
+void index_raise(CellHandle node, CellHandle *root);
+
+// A new node of that name, or the deleted one revived; 0 when the name is taken.
+CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind);
+
+// A new node, which takes the name over, or the one found when it is of that kind; else 0. In the
+// last two cases the name stays the caller's.
+CellHandle index_find_or_insert_text(BlockHandle name, CellHandle *root, uint16_t kind);
+
+// Leftmost (rightmost) node below and including this one; 0 for 0.
+CellHandle index_first(CellHandle node);
+CellHandle index_last(CellHandle node);
+
+// In-order neighbours; 0 past either end, and for 0.
+CellHandle index_next(CellHandle node);
+CellHandle index_prev(CellHandle node);
+
+// Runs the function on every node, children first; the function may release its node. Needs no
+// stack that grows with the tree.
+void index_walk(CellHandle root, void (*function)(CellHandle node));
+
+// ---- The web's index ----------------------------------------------------------------------------
+
+// Root of the web's index: the home cell, or 0 while there is no web.
+CellHandle index_root();
+CellHandle *index_root_address();
+
+// First live cell at or after (before) the node in index order; 0 when there is none.
+CellHandle live_from(CellHandle node);
+CellHandle live_back_from(CellHandle node);
