@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks of the sources' text that no compiler makes. One line for each fault, exit status 1 if any.
 
-    check_tree.py includes    includes run downwards only, and the engine is free of the platform
+    check_tree.py includes    includes run downwards only, between the rooms of shell/ too, and the
+                              engine is free of the platform
     check_tree.py first       a source includes its own header first
 """
 
@@ -27,6 +28,21 @@ ENGINE = {"core", "web", "report", "file"}
 
 # Of desktop/, a shell source may know only what the handheld can have too.
 SHELL_OF_DESKTOP = {"desktop/frame.h"}
+
+# The rooms of shell/: which other rooms each may include. "" is what stands in shell/ itself, at the
+# top.
+SHELL_ROOMS = {
+    "base": set(),
+    "panes": {"base"},
+    "find": {"base", "panes"},
+    "settings": {"base", "panes", "find"},
+    "dialogs": {"base", "find", "settings"},
+    "": {"base", "panes", "find", "settings", "dialogs"},
+}
+
+# Folders whose modules (a header and the source of its name) include each other in one direction
+# only.
+WITHOUT_CIRCLES = ("shell",)
 
 # Headers of the language that the engine may use: none that brings exceptions, streams, memory
 # management of its own or the platform.
@@ -69,12 +85,59 @@ def include_fault(folder, quoted, name):
     return None
 
 
+def shell_room(name):
+    """The room of a file of shell/, by its path from the root."""
+    parts = name.split("/")
+    return parts[1] if len(parts) > 2 else ""
+
+
+def room_fault(name, other):
+    """What is wrong when the file `name` includes `other`; both by their paths from the root."""
+    if not (name.startswith("shell/") and other.startswith("shell/")):
+        return None
+    room, below = shell_room(name), shell_room(other)
+    if room not in SHELL_ROOMS:
+        return f"shell/{room}/ has no row in SHELL_ROOMS"
+    if below != room and below not in SHELL_ROOMS[room]:
+        return f"shell/{room} does not include shell/{below}"
+    return None
+
+
+def modules(folder):
+    """For each module of a folder those of the folder that it includes."""
+    below = {}
+    for owner, path in sources():
+        if owner == folder:
+            own = str(path.relative_to(ROOT).with_suffix(""))
+            names = {name.rsplit(".", 1)[0] for _, quoted, name in includes_of(path) if quoted}
+            below.setdefault(own, set()).update(names - {own})
+    return {own: sorted(names & below.keys()) for own, names in below.items()}
+
+
+def circle_faults(folder):
+    below, done = modules(folder), set()
+
+    def walk(module, path):
+        if module in path:
+            yield "a circle: " + " > ".join(path[path.index(module):] + [module])
+        elif module not in done:
+            for other in below[module]:
+                yield from walk(other, path + [module])
+            done.add(module)
+
+    for module in sorted(below):
+        yield from walk(module, [])
+
+
 def check_includes():
     for folder, path in sources():
         for number, quoted, name in includes_of(path):
             fault = include_fault(folder, quoted, name)
+            fault = fault or room_fault(str(path.relative_to(ROOT)), name)
             if fault:
                 yield f"{path.relative_to(ROOT)}:{number}: {fault}"
+    for folder in WITHOUT_CIRCLES:
+        yield from circle_faults(folder)
 
 
 def check_first():

@@ -2,7 +2,7 @@
 // core/host_view.h; an item's token is its cell's handle.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 void cell_list_create(HWND parent);
 

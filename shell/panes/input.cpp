@@ -2,10 +2,9 @@
 
 #include "core/busy.h"
 #include "resources/resource.h"
-#include "shell/main_window.h"
+#include "shell/base/focus.h"
+#include "shell/base/handles.h"
 #include "shell/panes/scintilla.h"
-#include "shell/panes/text_pane.h"
-#include "shell/views.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/options.h"
