@@ -42,7 +42,7 @@ SHELL_ROOMS = {
 
 # Folders whose modules (a header and the source of its name) include each other in one direction
 # only.
-WITHOUT_CIRCLES = ("shell",)
+WITHOUT_CIRCLES = ("shell", "desktop")
 
 # Headers of the language that the engine may use: none that brings exceptions, streams, memory
 # management of its own or the platform.
