@@ -4,7 +4,7 @@
 #include "desktop/window.h"
 
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO *info) {
-    if (!info || !IsWindow(info->hwndParent) || window_hooked()) {
+    if (!info || !IsWindow(info->hwndParent) || adopted_main_window()) {
         return FALSE;
     }
     info->hwndMB = menu_bar_create(info->hwndParent, info->hInstRes, info->nToolBarId, info->nBmpId,
@@ -12,7 +12,7 @@ BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO *info) {
     if (!info->hwndMB) {
         return FALSE;
     }
-    window_hook(info->hwndParent);
+    adopt_main_window(info->hwndParent);
     menu_bar_place();
     return TRUE;
 }
@@ -22,7 +22,7 @@ BOOL WINAPI SHSipInfo(UINT action, UINT, PVOID info, UINT) {
         return FALSE;
     }
     SIPINFO *panel = static_cast<SIPINFO *>(info);
-    const SIZE size = window_client_size();
+    const SIZE size = adopted_client_size();
     panel->fdwFlags = SIPF_OFF;
     panel->rcVisibleDesktop = {0, 0, size.cx, size.cy};
     panel->rcSipRect = {0, size.cy, size.cx, size.cy};

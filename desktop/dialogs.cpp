@@ -1,4 +1,4 @@
-#include "desktop/window.h"
+#include "desktop/size.h"
 
 #include <algorithm>
 
@@ -113,7 +113,7 @@ bool lacks_ok_button(HWND dialog) {
 // Over the middle of the owner's client area, all of it on the screen.
 void centre(HWND dialog) {
     HWND owner = GetWindow(dialog, GW_OWNER);
-    const RECT free_area = window_free_area(owner ? owner : dialog);
+    const RECT free_area = free_area_around(owner ? owner : dialog);
     RECT around = free_area;
     if (owner && IsWindowVisible(owner) && !IsIconic(owner)) {
         GetClientRect(owner, &around);

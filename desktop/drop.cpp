@@ -1,10 +1,12 @@
 #include "desktop/drop.h"
 
-#include "desktop/window.h"
+#include "desktop/frame.h"
 
 #include <ole2.h>
 
 namespace {
+
+constexpr int k_path_max = 1024;
 
 // What dropping a file may do to the original: nothing.
 constexpr DWORD k_effects = DROPEFFECT_COPY | DROPEFFECT_LINK;
@@ -24,12 +26,34 @@ struct DropTarget final : IDropTarget {
     HRESULT WINAPI Drop(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) override;
 };
 
-DropTarget targets[4];
-wchar_t dragged_path[k_drop_path_max];  // one drag at a time
+}  // namespace
+
+static struct Drops {
+    HWND main_window;
+    DropTarget targets[4];
+    wchar_t dragged[k_path_max];  // the web file of the drag under way; there is one at a time
+    wchar_t arrived[k_path_max];  // that of WM_DROPFILES
+    wchar_t to_open[k_path_max];  // by the message that is on its way
+} drops;
+
+namespace {
 
 bool is_web_file(const wchar_t *path) {
     const int length = lstrlenW(path);
     return length > 4 && lstrcmpiW(path + length - 4, L".qvx") == 0;
+}
+
+// Puts the first web file (".qvx") of a drop into `path` (`size` units). False when there is none
+// that fits.
+bool first_web_file(HDROP files, wchar_t *path, UINT size) {
+    const UINT count = DragQueryFileW(files, 0xFFFFFFFF, nullptr, 0);
+    for (UINT index = 0; index < count; ++index) {
+        const UINT length = DragQueryFileW(files, index, nullptr, 0);
+        if (length < size && DragQueryFileW(files, index, path, size) && is_web_file(path)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool web_file_in(IDataObject *data, wchar_t *path) {
@@ -38,10 +62,23 @@ bool web_file_in(IDataObject *data, wchar_t *path) {
     if (FAILED(data->GetData(&format, &medium))) {
         return false;
     }
-    const bool found = drop_web_file(static_cast<HDROP>(static_cast<void *>(medium.hGlobal)), path,
-                                     k_drop_path_max);
+    const bool found =
+        first_web_file(static_cast<HDROP>(static_cast<void *>(medium.hGlobal)), path, k_path_max);
     ReleaseStgMedium(&medium);
     return found;
+}
+
+bool takes_files() {
+    return drops.main_window && IsWindowEnabled(drops.main_window);
+}
+
+// False when the main window takes no input now.
+bool open_later(const wchar_t *path) {
+    if (!takes_files()) {
+        return false;
+    }
+    lstrcpynW(drops.to_open, path, k_path_max);
+    return PostMessageW(drops.main_window, k_message_open_dropped, 0, 0);
 }
 
 }  // namespace
@@ -69,7 +106,7 @@ ULONG WINAPI DropTarget::Release() {
 }
 
 HRESULT WINAPI DropTarget::DragEnter(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) {
-    carries_web = web_file_in(data, dragged_path);
+    carries_web = web_file_in(data, drops.dragged);
     if (!carries_web && inner) {
         return inner->DragEnter(data, keys, point, effect);
     }
@@ -80,7 +117,7 @@ HRESULT WINAPI DropTarget::DragOver(DWORD keys, POINTL point, DWORD *effect) {
     if (!carries_web && inner) {
         return inner->DragOver(keys, point, effect);
     }
-    *effect &= carries_web && window_takes_files() ? k_effects : DWORD{DROPEFFECT_NONE};
+    *effect &= carries_web && takes_files() ? k_effects : DWORD{DROPEFFECT_NONE};
     return S_OK;
 }
 
@@ -96,9 +133,7 @@ HRESULT WINAPI DropTarget::Drop(IDataObject *data, DWORD keys, POINTL point, DWO
     if (!carries_web && inner) {
         return inner->Drop(data, keys, point, effect);
     }
-    // Opening may ask the user something: the program that the file comes from must not wait for
-    // it.
-    const bool taken = carries_web && window_open_later(dragged_path);
+    const bool taken = carries_web && open_later(drops.dragged);
     *effect &= taken ? k_effects : DWORD{DROPEFFECT_NONE};
     carries_web = false;
     return S_OK;
@@ -106,7 +141,7 @@ HRESULT WINAPI DropTarget::Drop(IDataObject *data, DWORD keys, POINTL point, DWO
 
 void drop_register(HWND window) {
     DropTarget *target = nullptr;
-    for (DropTarget &candidate : targets) {
+    for (DropTarget &candidate : drops.targets) {
         if (candidate.references == 0) {
             target = &candidate;
         }
@@ -128,13 +163,30 @@ void drop_register(HWND window) {
     target->Release();
 }
 
-bool drop_web_file(HDROP files, wchar_t *path, UINT size) {
-    const UINT count = DragQueryFileW(files, 0xFFFFFFFF, nullptr, 0);
-    for (UINT index = 0; index < count; ++index) {
-        const UINT length = DragQueryFileW(files, index, nullptr, 0);
-        if (length < size && DragQueryFileW(files, index, path, size) && is_web_file(path)) {
-            return true;
-        }
+void drop_start(HWND main_window) {
+    OleInitialize(nullptr);
+    drops.main_window = main_window;
+    drop_register(main_window);
+}
+
+void drop_stop() {
+    RevokeDragDrop(drops.main_window);
+}
+
+void drop_end() {
+    drops.main_window = nullptr;
+    OleUninitialize();
+}
+
+void drop_files_arrived(HDROP files) {
+    if (first_web_file(files, drops.arrived, k_path_max)) {
+        open_later(drops.arrived);
     }
-    return false;
+    DragFinish(files);
+}
+
+void drop_open() {
+    if (takes_files()) {
+        open_dropped_file(drops.to_open);
+    }
 }

@@ -1,6 +1,6 @@
 // What a desktop's window has and a handheld's screen does not.
 //
-// The main window asks for nothing of this: SHCreateMenuBar hooks it. The window then has a title,
+// The main window asks for nothing of this: SHCreateMenuBar adopts it. The window then has a title,
 // a sizing border and buttons, and
 // - its first client area, the menu bar included, is 360 x 560, or what the environment variable
 //   QUORVANE_SCREEN says (WIDTHxHEIGHT in pixels). On the handheld's 240 x 320 screen the title bar

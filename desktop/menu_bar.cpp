@@ -1,8 +1,15 @@
 #include "desktop/menu_bar.h"
 
+#include "desktop/popups.h"
 #include "resources/resource.h"
 
 #include <aygshell.h>
+
+static struct MenuBar {
+    HWND bar;
+    WNDPROC tool_bar;  // the tool bar's own window procedure
+    HFONT font;
+} menu_bar;
 
 namespace {
 
@@ -18,31 +25,13 @@ enum ButtonWord {
     k_button_popup,
     k_button_words
 };
-constexpr WORD k_no_popup = 0xFFFF;
-constexpr int k_buttons_max = 16;
 
 // In pixels; the tool bar would make every button as wide as the widest.
 constexpr int k_image_button_width = 26;
 constexpr int k_text_padding = 18;
 
-struct MenuBar {
-    HWND bar;
-    WNDPROC tool_bar;  // the tool bar's own window procedure
-    HMENU menu;
-    HFONT font;
-    int count;
-    WORD popups[k_buttons_max];
-    HHOOK filter;     // while a pop-up is open
-    int open;         // the button whose pop-up is open, or -1
-    int next;         // the button whose pop-up is to open next, or -1
-    POINT pointer;    // where the mouse was last seen
-    bool on_submenu;  // the highlighted item opens a sub-menu
-    bool in_submenu;  // the highlighted item stands in a sub-menu
-};
-
-MenuBar menu_bar;
-
-HFONT make_font(HWND window) {
+// 9 points, rounded to the nearest pixel.
+HFONT make_bar_font(HWND window) {
     HDC context = GetDC(window);
     LOGFONTW font = {};
     font.lfHeight = -(9 * GetDeviceCaps(context, LOGPIXELSY) + 36) / 72;
@@ -73,7 +62,7 @@ void add_button(HINSTANCE instance, const WORD *entry) {
     if (entry[k_button_text] && LoadStringW(instance, entry[k_button_text], text, 32) > 0) {
         button.iString = reinterpret_cast<INT_PTR>(text);
     }
-    menu_bar.popups[menu_bar.count++] = entry[k_button_popup];
+    popups_add_button(entry[k_button_popup]);
     SendMessageW(menu_bar.bar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     TBBUTTONINFOW width = {};
     width.cbSize = sizeof width;
@@ -84,78 +73,8 @@ void add_button(HINSTANCE instance, const WORD *entry) {
                  reinterpret_cast<LPARAM>(&width));
 }
 
-HMENU popup_of(int index) {
-    if (index < 0 || index >= menu_bar.count || menu_bar.popups[index] == k_no_popup) {
-        return nullptr;
-    }
-    return GetSubMenu(menu_bar.menu, menu_bar.popups[index]);
-}
-
 int index_of(WPARAM command) {
     return static_cast<int>(SendMessageW(menu_bar.bar, TB_COMMANDTOINDEX, command, 0));
-}
-
-// The next button to the left (-1) or right (1) that has a pop-up, around the ends.
-int neighbour(int index, int step) {
-    do {
-        index = (index + step + menu_bar.count) % menu_bar.count;
-    } while (!popup_of(index));
-    return index;
-}
-
-int button_at(POINT screen_point) {
-    ScreenToClient(menu_bar.bar, &screen_point);
-    return static_cast<int>(
-        SendMessageW(menu_bar.bar, TB_HITTEST, 0, reinterpret_cast<LPARAM>(&screen_point)));
-}
-
-void open_instead(int index) {
-    menu_bar.next = index;
-    EndMenu();
-}
-
-// Pointing at another button opens its pop-up, pressing the button again closes its own.
-bool filter_mouse(const MSG &message) {
-    const bool pressed = message.message == WM_LBUTTONDOWN;
-    const bool moved = message.pt.x != menu_bar.pointer.x || message.pt.y != menu_bar.pointer.y;
-    const int index = button_at(message.pt);
-    menu_bar.pointer = message.pt;
-    if ((pressed || moved) && popup_of(index) && index != menu_bar.open) {
-        open_instead(index);
-        return pressed;
-    }
-    if (pressed && index == menu_bar.open) {
-        EndMenu();
-        return true;
-    }
-    return false;
-}
-
-// The arrow keys walk along the bar where they have nothing to do in the menu.
-bool filter_key(WPARAM key) {
-    if (key == VK_LEFT && !menu_bar.in_submenu) {
-        open_instead(neighbour(menu_bar.open, -1));
-        return true;
-    }
-    if (key == VK_RIGHT && !menu_bar.on_submenu) {
-        open_instead(neighbour(menu_bar.open, 1));
-        return true;
-    }
-    return false;
-}
-
-// Sees what the user does while a pop-up is open.
-LRESULT CALLBACK filter_menu_message(int code, WPARAM wparam, LPARAM lparam) {
-    const MSG &message = *reinterpret_cast<const MSG *>(lparam);
-    bool done = false;
-    if (code == MSGF_MENU) {
-        if (message.message == WM_MOUSEMOVE || message.message == WM_LBUTTONDOWN) {
-            done = filter_mouse(message);
-        } else if (message.message == WM_KEYDOWN) {
-            done = filter_key(message.wParam);
-        }
-    }
-    return done ? TRUE : CallNextHookEx(menu_bar.filter, code, wparam, lparam);
 }
 
 // Tool bars differ in the room that they leave for the picture of a button without one, so buttons
@@ -173,8 +92,8 @@ LRESULT draw_button(const NMTBCUSTOMDRAW *draw) {
     }
     HDC context = draw->nmcd.hdc;
     RECT rect = draw->nmcd.rc;
-    const bool open = menu_bar.open == index_of(command);
-    const bool hot = menu_bar.open < 0 && (draw->nmcd.uItemState & CDIS_HOT) != 0;
+    const bool open = popups_open_button() == index_of(command);
+    const bool hot = popups_open_button() < 0 && (draw->nmcd.uItemState & CDIS_HOT) != 0;
     FillRect(context, &rect,
              GetSysColorBrush(open ? COLOR_HIGHLIGHT : (hot ? COLOR_3DLIGHT : COLOR_BTNFACE)));
     SetTextColor(context, GetSysColor(open ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT));
@@ -185,44 +104,9 @@ LRESULT draw_button(const NMTBCUSTOMDRAW *draw) {
     return CDRF_SKIPDEFAULT;
 }
 
-void redraw() {
-    InvalidateRect(menu_bar.bar, nullptr, TRUE);
-    UpdateWindow(menu_bar.bar);
-}
-
-// Shows the pop-ups one after the other until the user is done. The chosen command is posted to the
-// main window by the system.
-void run_menus(int index) {
-    HWND parent = GetParent(menu_bar.bar);
-    HHOOK filter =
-        SetWindowsHookExW(WH_MSGFILTER, filter_menu_message, nullptr, GetCurrentThreadId());
-    menu_bar.filter = filter;
-    while (index >= 0 && menu_bar.bar != nullptr) {
-        TPMPARAMS around = {sizeof around, {}};
-        SendMessageW(menu_bar.bar, TB_GETITEMRECT, static_cast<WPARAM>(index),
-                     reinterpret_cast<LPARAM>(&around.rcExclude));
-        MapWindowPoints(menu_bar.bar, nullptr, reinterpret_cast<POINT *>(&around.rcExclude), 2);
-        menu_bar.open = index;
-        menu_bar.next = -1;
-        menu_bar.on_submenu = false;
-        menu_bar.in_submenu = false;
-        GetCursorPos(&menu_bar.pointer);
-        redraw();
-        TrackPopupMenuEx(popup_of(index), TPM_LEFTALIGN | TPM_BOTTOMALIGN | TPM_VERTICAL,
-                         around.rcExclude.left, around.rcExclude.top, parent, &around);
-        index = menu_bar.next;
-    }
-    UnhookWindowsHookEx(filter);
-    menu_bar.filter = nullptr;
-    menu_bar.open = -1;
-    if (menu_bar.bar != nullptr) {  // it goes with the window, which a pop-up may outlive
-        redraw();
-    }
-}
-
 LRESULT CALLBACK bar_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == SHCMBM_GETMENU) {
-        return reinterpret_cast<LRESULT>(menu_bar.menu);
+        return reinterpret_cast<LRESULT>(popups_menu());
     }
     if (message == SHCMBM_GETSUBMENU) {
         return reinterpret_cast<LRESULT>(popup_of(index_of(static_cast<WPARAM>(lparam))));
@@ -246,7 +130,7 @@ const WORD *load_description(HINSTANCE instance, UINT id) {
 void set_up_bar(HINSTANCE instance, int bitmap, int image_count) {
     HWND bar = menu_bar.bar;
     SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    menu_bar.font = make_font(bar);
+    menu_bar.font = make_bar_font(bar);
     SendMessageW(bar, WM_SETFONT, reinterpret_cast<WPARAM>(menu_bar.font), FALSE);
     SendMessageW(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(16, 15));
     TBADDBITMAP images = {instance, static_cast<UINT_PTR>(bitmap)};
@@ -275,13 +159,12 @@ HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int i
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_BAR_CLASSES};
     InitCommonControlsEx(&controls);
     menu_bar = {};
-    menu_bar.open = -1;
-    menu_bar.menu = menu;
     menu_bar.bar =
         CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
                         WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
                             TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER,
                         0, 0, 0, 0, parent, nullptr, instance, nullptr);
+    popups_start(menu_bar.bar, menu);
     if (!menu_bar.bar) {
         menu_bar_destroyed();
         return nullptr;
@@ -306,9 +189,7 @@ void menu_bar_place() {
 }
 
 void menu_bar_destroyed() {
-    if (menu_bar.menu) {
-        DestroyMenu(menu_bar.menu);
-    }
+    popups_end();
     if (menu_bar.font) {
         DeleteObject(menu_bar.font);
     }
@@ -330,23 +211,8 @@ bool menu_bar_notify(NMHDR *header, LRESULT *result) {
         const int index =
             index_of(static_cast<WPARAM>(reinterpret_cast<const NMTOOLBARW *>(header)->iItem));
         if (popup_of(index)) {
-            run_menus(index);
+            popups_run(index);
         }
     }
     return true;
-}
-
-void menu_bar_item_selected(WPARAM wparam, LPARAM lparam) {
-    menu_bar.on_submenu = (HIWORD(wparam) & MF_POPUP) != 0 && HIWORD(wparam) != 0xFFFF;
-    menu_bar.in_submenu = reinterpret_cast<HMENU>(lparam) != popup_of(menu_bar.open);
-}
-
-bool menu_bar_open_first() {
-    for (int index = 0; index < menu_bar.count; ++index) {
-        if (popup_of(index)) {
-            run_menus(index);
-            return true;
-        }
-    }
-    return false;
 }

@@ -1,5 +1,5 @@
 // The menu bar: a tool bar along the bottom of the main window, whose drop-down buttons open the
-// pop-ups of one menu.
+// pop-ups of one menu (desktop/popups.h).
 #pragma once
 
 #include <windows.h>
@@ -10,16 +10,10 @@ constexpr int k_menu_bar_height = 26;
 // that fails. The bar is the parent's child and dies with it.
 HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int image_count);
 
-// The main window's hook calls these. Place: along the bottom of the parent's client area.
+// The main window calls these. Place: along the bottom of the parent's client area.
 void menu_bar_place();
 void menu_bar_destroyed();
 
 // True when the notification is the bar's own, or one about the tool tips of any tool bar, and done
 // with, with the result to return.
 bool menu_bar_notify(NMHDR *header, LRESULT *result);
-
-// For WM_MENUSELECT.
-void menu_bar_item_selected(WPARAM wparam, LPARAM lparam);
-
-// Opens the first pop-up. False when there is none.
-bool menu_bar_open_first();

@@ -1,72 +1,66 @@
+// SHCreateMenuBar adopts the main window while the program handles WM_CREATE. From then on, until
+// WM_NCDESTROY, window_proc() stands before the program's own procedure. A message has at most one
+// row in k_handlers, and its handler either answers it or hands it on by to_program(); what has no
+// row is handed on as it is.
+//
+// The window goes through three stages, one after the other:
+//
+//     framing   adopt_main_window() gives it its frame and size. The program has no controls yet,
+//               and is not told of the size.
+//     hidden    The program makes its controls and asks for the handheld's whole screen, which it
+//               does not get.
+//     shown     From the first WM_SHOWWINDOW on the size is the user's and the program's business.
+//
+// Alt or F10 alone opens the first menu (SC_KEYMENU). Alt let go after Alt+Left is another matter,
+// but the system cannot always tell the two apart: an accelerator with Alt sets `alt_used`, which
+// is cleared by the SC_KEYMENU that comes of it, or else when the queue is empty and Alt is up.
 #include "desktop/window.h"
 
 #include "desktop/drop.h"
 #include "desktop/frame.h"
 #include "desktop/menu_bar.h"
+#include "desktop/popups.h"
+#include "desktop/size.h"
 #include "desktop/tabs.h"
 #include "resources/resource.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 #include <commctrl.h>
-#include <ole2.h>
+
+enum Stage { k_stage_framing, k_stage_hidden, k_stage_shown };
+
+static struct AdoptedWindow {
+    HWND window;
+    WNDPROC program;  // the program's own window procedure
+    Stage stage;
+    bool alt_used;  // the Alt key held down has been part of an accelerator
+    SIZE size;      // client area before the window was minimised
+    wchar_t directory[MAX_PATH];
+} adopted;
 
 namespace {
 
-constexpr UINT k_message_open_dropped = WM_APP + 1;
-
-// Client areas in pixels, the menu bar included.
-constexpr SIZE k_default_size = {360, 560};
-constexpr SIZE k_smallest_size = {240, 200};
-constexpr long k_longest_side = 4000;
-
-struct MainWindow {
-    HWND window;
-    WNDPROC program;  // the program's own window procedure
-    SIZE size;        // client area before the window was minimised
-    bool placing;     // the first size is being set; the program has no controls yet
-    bool alt_used;    // the Alt key held down has been part of an accelerator
-    bool shown;       // from now on the size is the user's and the program's business
-    wchar_t directory[MAX_PATH];
-    wchar_t dropped[k_drop_path_max];
+constexpr struct {
+    bool tells_size;    // the program hears of sizes
+    bool takes_places;  // the window goes where it is asked to
+} k_stages[] = {
+    {false, true},  // framing
+    {true, false},  // hidden
+    {true, true},   // shown
 };
 
-MainWindow main_window;
+struct Message {
+    HWND window;
+    UINT id;
+    WPARAM wparam;
+    LPARAM lparam;
+};
 
-SIZE first_size() {
-    SIZE size = k_default_size;
-    wchar_t text[32];
-    const DWORD length = GetEnvironmentVariableW(L"QUORVANE_SCREEN", text, 32);
-    if (length > 0 && length < 32) {
-        wchar_t *end = text;
-        const long width = wcstol(text, &end, 10);
-        const long height = *end == L'x' ? wcstol(end + 1, &end, 10) : 0;
-        if (width > 0 && height > 0 && *end == 0) {
-            size = {std::min(width, k_longest_side), std::min(height, k_longest_side)};
-        }
-    }
-    return {std::max(size.cx, k_smallest_size.cx), std::max(size.cy, k_smallest_size.cy)};
+LRESULT to_program(const Message &message) {
+    return CallWindowProcW(adopted.program, message.window, message.id, message.wparam,
+                           message.lparam);
 }
 
-SIZE outer_size(HWND window, SIZE client) {
-    RECT rect = {0, 0, client.cx, client.cy};
-    AdjustWindowRectEx(&rect, static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongW(window, GWL_EXSTYLE)));
-    return {rect.right - rect.left, rect.bottom - rect.top};
-}
-
-// Sizes the window by its client area and keeps all of it on the screen's free area where it fits.
-void set_first_size(HWND window) {
-    const SIZE size = outer_size(window, first_size());
-    const RECT free_area = window_free_area(window);
-    RECT rect;
-    GetWindowRect(window, &rect);
-    const long left = std::max(free_area.left, std::min(rect.left, free_area.right - size.cx));
-    const long top = std::max(free_area.top, std::min(rect.top, free_area.bottom - size.cy));
-    SetWindowPos(window, nullptr, left, top, size.cx, size.cy,
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-}
+// ---- The frame ----------------------------------------------------------------------------------
 
 void set_icons(HWND window) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
@@ -79,66 +73,106 @@ void set_icons(HWND window) {
     }
 }
 
+LRESULT on_show(const Message &message) {
+    adopted.stage = k_stage_shown;
+    return to_program(message);
+}
+
+LRESULT on_place_asked_for(const Message &message) {
+    if (!k_stages[adopted.stage].takes_places) {
+        reinterpret_cast<WINDOWPOS *>(message.lparam)->flags |= SWP_NOSIZE | SWP_NOMOVE;
+    }
+    return to_program(message);
+}
+
+LRESULT on_size(const Message &message) {
+    if (!k_stages[adopted.stage].tells_size || message.wparam == SIZE_MINIMIZED ||
+        IsIconic(message.window)) {
+        return 0;
+    }
+    RECT rect;
+    GetClientRect(message.window, &rect);
+    adopted.size = {rect.right, rect.bottom};
+    menu_bar_place();
+    return to_program(message);
+}
+
+LRESULT on_size_limits(const Message &message) {
+    const LRESULT result = to_program(message);
+    limit_size(message.window, reinterpret_cast<MINMAXINFO *>(message.lparam));
+    return result;
+}
+
+// ---- Quitting, and the Alt key ------------------------------------------------------------------
+
 // Quitting asks about unsaved changes; it comes back only when the user keeps the program.
 void send_quit(HWND window) {
     SendMessageW(window, WM_COMMAND, CMD_QUIT, 0);
 }
 
-// For Alt or F10 alone. Alt let go after Alt+Left is another matter, but the system cannot always
-// tell the two apart.
-bool on_menu_key() {
-    const bool used = main_window.alt_used;
-    main_window.alt_used = false;
-    return used || menu_bar_open_first();
+LRESULT on_close_button(const Message &message) {
+    if (IsWindowEnabled(message.window)) {
+        send_quit(message.window);
+    }
+    return 0;
 }
 
-void on_command(WPARAM wparam) {
+LRESULT on_menu_key(const Message &message) {
+    const bool used = adopted.alt_used;
+    adopted.alt_used = false;
+    return used || popups_run_first() ? 0 : to_program(message);
+}
+
+LRESULT on_system_command(const Message &message) {
+    const WPARAM command = message.wparam & 0xFFF0;
+    if (command == SC_CLOSE) {
+        return on_close_button(message);
+    }
+    return command == SC_KEYMENU && message.lparam == 0 ? on_menu_key(message)
+                                                        : to_program(message);
+}
+
+// The session goes on, because the user kept the program.
+LRESULT on_end_of_session(const Message &message) {
+    send_quit(message.window);
+    return 0;
+}
+
+LRESULT on_command(const Message &message) {
     constexpr WORD k_from_accelerator = 1;
-    if (HIWORD(wparam) == k_from_accelerator && GetKeyState(VK_MENU) < 0) {
-        main_window.alt_used = true;
+    if (HIWORD(message.wparam) == k_from_accelerator && GetKeyState(VK_MENU) < 0) {
+        adopted.alt_used = true;
     }
+    return to_program(message);
 }
 
-bool on_system_command(HWND window, WPARAM wparam, LPARAM lparam) {
-    switch (wparam & 0xFFF0) {
-    case SC_CLOSE:
-        if (IsWindowEnabled(window)) {
-            send_quit(window);
-        }
-        return true;
-    case SC_KEYMENU:
-        return lparam == 0 && on_menu_key();
-    default:
-        return false;
-    }
+// ---- The menu bar, and dropped files ------------------------------------------------------------
+
+LRESULT on_notify(const Message &message) {
+    LRESULT result = 0;
+    return menu_bar_notify(reinterpret_cast<NMHDR *>(message.lparam), &result)
+               ? result
+               : to_program(message);
 }
 
-// True when the program is to lay its window out.
-bool on_size(HWND window, WPARAM wparam) {
-    if (main_window.placing || wparam == SIZE_MINIMIZED || IsIconic(window)) {
-        return false;
-    }
-    RECT rect;
-    GetClientRect(window, &rect);
-    main_window.size = {rect.right, rect.bottom};
-    menu_bar_place();
-    return true;
+LRESULT on_menu_item(const Message &message) {
+    popups_item_selected(message.wparam, message.lparam);
+    return to_program(message);
 }
 
-void on_get_min_max(HWND window, MINMAXINFO *info) {
-    const SIZE size = outer_size(window, k_smallest_size);
-    info->ptMinTrackSize = {size.cx, size.cy};
+LRESULT on_drop_files(const Message &message) {
+    drop_files_arrived(reinterpret_cast<HDROP>(message.wparam));
+    return 0;
 }
 
-void on_drop_files(HDROP files) {
-    static wchar_t path[k_drop_path_max];
-    if (drop_web_file(files, path, k_drop_path_max)) {
-        window_open_later(path);
-    }
-    DragFinish(files);
+LRESULT on_open_dropped(const Message &) {
+    drop_open();
+    return 0;
 }
 
-void on_child_created(HWND child) {
+// ---- Children, dialogs, and the end -------------------------------------------------------------
+
+void dress_child(HWND child) {
     wchar_t name[32] = L"";
     GetClassNameW(child, name, 32);
     if (lstrcmpW(name, L"Scintilla") == 0) {
@@ -148,143 +182,97 @@ void on_child_created(HWND child) {
     }
 }
 
-void on_destroyed(HWND window) {
-    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(main_window.program));
+LRESULT on_child(const Message &message) {
+    if (LOWORD(message.wparam) == WM_CREATE) {
+        dress_child(reinterpret_cast<HWND>(message.lparam));
+    }
+    return to_program(message);
+}
+
+// The window takes input again when a dialog has been closed.
+LRESULT on_enable(const Message &message) {
+    if (message.wparam) {
+        SetCurrentDirectoryW(adopted.directory);
+    }
+    return to_program(message);
+}
+
+LRESULT on_destroy(const Message &message) {
+    drop_stop();
+    return to_program(message);
+}
+
+LRESULT on_destroyed(const Message &message) {
+    const WNDPROC program = adopted.program;
+    SetWindowLongPtrW(message.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(program));
     menu_bar_destroyed();
-    main_window = {};
-    OleUninitialize();
+    adopted = {};
+    drop_end();
+    return CallWindowProcW(program, message.window, message.id, message.wparam, message.lparam);
 }
 
-// What the program never sees: true, and the result, when the message is done with.
-bool handle_before_program(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                           LRESULT *result) {
-    *result = 0;
-    switch (message) {
-    case WM_SYSCOMMAND:
-        return on_system_command(window, wparam, lparam);
-    case WM_SIZE:
-        return !on_size(window, wparam);
-    case WM_NOTIFY:
-        return menu_bar_notify(reinterpret_cast<NMHDR *>(lparam), result);
-    case WM_DROPFILES:
-        on_drop_files(reinterpret_cast<HDROP>(wparam));
-        return true;
-    case WM_QUERYENDSESSION:
-        send_quit(window);  // the session goes on, because the user kept the program
-        return true;
-    case k_message_open_dropped:
-        if (window_takes_files()) {
-            open_dropped_file(main_window.dropped);
-        }
-        return true;
-    default:
-        return false;
-    }
-}
+constexpr struct {
+    UINT message;
+    LRESULT (*handler)(const Message &message);
+} k_handlers[] = {
+    {WM_SHOWWINDOW, on_show},
+    {WM_WINDOWPOSCHANGING, on_place_asked_for},
+    {WM_SIZE, on_size},
+    {WM_GETMINMAXINFO, on_size_limits},
+    {WM_SYSCOMMAND, on_system_command},
+    {WM_QUERYENDSESSION, on_end_of_session},
+    {WM_COMMAND, on_command},
+    {WM_NOTIFY, on_notify},
+    {WM_MENUSELECT, on_menu_item},
+    {WM_DROPFILES, on_drop_files},
+    {k_message_open_dropped, on_open_dropped},
+    {WM_PARENTNOTIFY, on_child},
+    {WM_ENABLE, on_enable},
+    {WM_DESTROY, on_destroy},
+    {WM_NCDESTROY, on_destroyed},
+};
 
-// What the program takes no notice of, before its own handling.
-void observe(UINT message, WPARAM wparam, LPARAM lparam) {
-    switch (message) {
-    case WM_SHOWWINDOW:
-        main_window.shown = true;
-        break;
-    case WM_WINDOWPOSCHANGING:
-        if (!main_window.shown && !main_window.placing) {
-            reinterpret_cast<WINDOWPOS *>(lparam)->flags |= SWP_NOSIZE | SWP_NOMOVE;
+LRESULT CALLBACK window_proc(HWND window, UINT id, WPARAM wparam, LPARAM lparam) {
+    const Message message = {window, id, wparam, lparam};
+    for (const auto &row : k_handlers) {
+        if (row.message == id) {
+            return row.handler(message);
         }
-        break;
-    case WM_ENABLE:
-        if (wparam) {
-            SetCurrentDirectoryW(main_window.directory);
-        }
-        break;
-    case WM_PARENTNOTIFY:
-        if (LOWORD(wparam) == WM_CREATE) {
-            on_child_created(reinterpret_cast<HWND>(lparam));
-        }
-        break;
-    case WM_COMMAND:
-        on_command(wparam);
-        break;
-    case WM_MENUSELECT:
-        menu_bar_item_selected(wparam, lparam);
-        break;
-    default:
-        break;
     }
-}
-
-LRESULT CALLBACK window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    const WNDPROC program = main_window.program;
-    LRESULT result = 0;
-    if (handle_before_program(window, message, wparam, lparam, &result)) {
-        return result;
-    }
-    observe(message, wparam, lparam);
-    if (message == WM_DESTROY) {
-        RevokeDragDrop(window);
-    } else if (message == WM_NCDESTROY) {
-        on_destroyed(window);
-    }
-    result = CallWindowProcW(program, window, message, wparam, lparam);
-    if (message == WM_GETMINMAXINFO) {
-        on_get_min_max(window, reinterpret_cast<MINMAXINFO *>(lparam));
-    }
-    return result;
+    return to_program(message);
 }
 
 }  // namespace
 
-void window_hook(HWND window) {
-    main_window = {};
-    main_window.window = window;
-    GetCurrentDirectoryW(MAX_PATH, main_window.directory);
+void adopt_main_window(HWND window) {
+    adopted = {};
+    adopted.window = window;
+    GetCurrentDirectoryW(MAX_PATH, adopted.directory);
     SetWindowLongW(window, GWL_STYLE,
                    GetWindowLongW(window, GWL_STYLE) |
                        static_cast<LONG>(WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN));
     set_icons(window);
-    main_window.program = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
+    adopted.program = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(window_proc));
-    main_window.placing = true;
     set_first_size(window);
-    main_window.placing = false;
-    OleInitialize(nullptr);
-    drop_register(window);
+    adopted.stage = k_stage_hidden;
+    drop_start(window);
 }
 
-HWND window_hooked() {
-    return main_window.window;
+HWND adopted_main_window() {
+    return adopted.window;
 }
 
-SIZE window_client_size() {
-    if (main_window.window && !IsIconic(main_window.window)) {
+SIZE adopted_client_size() {
+    if (adopted.window && !IsIconic(adopted.window)) {
         RECT rect;
-        GetClientRect(main_window.window, &rect);
-        main_window.size = {rect.right, rect.bottom};
+        GetClientRect(adopted.window, &rect);
+        adopted.size = {rect.right, rect.bottom};
     }
-    return main_window.size;
-}
-
-RECT window_free_area(HWND window) {
-    MONITORINFO screen = {};
-    screen.cbSize = sizeof screen;
-    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &screen);
-    return screen.rcWork;
-}
-
-bool window_takes_files() {
-    return main_window.window && IsWindowEnabled(main_window.window);
-}
-
-bool window_open_later(const wchar_t *path) {
-    if (!window_takes_files()) {
-        return false;
-    }
-    lstrcpynW(main_window.dropped, path, k_drop_path_max);
-    return PostMessageW(main_window.window, k_message_open_dropped, 0, 0);
+    return adopted.size;
 }
 
 void desktop_idle() {
-    main_window.alt_used = main_window.alt_used && GetKeyState(VK_MENU) < 0;
+    adopted.alt_used = adopted.alt_used && GetKeyState(VK_MENU) < 0;
     MsgWaitForMultipleObjectsEx(0, nullptr, 15, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks of the sources' text that no compiler makes. One line for each fault, exit status 1 if any.
 
-    check_tree.py includes    includes run downwards only, and the engine is free of the platform
+    check_tree.py includes    includes run downwards only, between the rooms of shell/ too, and the
+                              engine is free of the platform
     check_tree.py first       a source includes its own header first
     check_tree.py circles     no module (a header and its source) includes one that leads back to it
     check_tree.py sources     no program compiles a source out of another folder than its own
@@ -42,7 +43,18 @@ ONLY = {
 ROOMS = ("platform/posix/", "platform/windows/")
 
 # Folders in which no module may lead back to itself.
-WITHOUT_CIRCLES = ENGINE | {"platform", "cli"}
+WITHOUT_CIRCLES = ENGINE | {"platform", "shell", "desktop", "cli"}
+
+# The rooms of shell/: which other rooms each may include. "" is what stands in shell/ itself, at the
+# top.
+SHELL_ROOMS = {
+    "base": set(),
+    "panes": {"base"},
+    "find": {"base", "panes"},
+    "settings": {"base", "panes", "find"},
+    "dialogs": {"base", "find", "settings"},
+    "": {"base", "panes", "find", "settings", "dialogs"},
+}
 
 # Headers of the language that the engine may use: none that brings exceptions, streams, memory
 # management of its own or the platform.
@@ -91,11 +103,29 @@ def include_fault(path, folder, quoted, name):
     return None
 
 
+def shell_room(name):
+    """The room of a file of shell/, by its path from the root."""
+    parts = name.split("/")
+    return parts[1] if len(parts) > 2 else ""
+
+
+def room_fault(name, other):
+    """What is wrong when the file `name` includes `other`; both by their paths from the root."""
+    if not (name.startswith("shell/") and other.startswith("shell/")):
+        return None
+    room, below = shell_room(name), shell_room(other)
+    if room not in SHELL_ROOMS:
+        return f"shell/{room}/ has no row in SHELL_ROOMS"
+    if below != room and below not in SHELL_ROOMS[room]:
+        return f"shell/{room} does not include shell/{below}"
+    return None
+
+
 def check_includes():
     for folder, path in sources():
         for number, quoted, name in includes_of(path):
-            relative = path.relative_to(ROOT)
-            fault = include_fault(str(relative), folder, quoted, name)
+            relative = str(path.relative_to(ROOT))
+            fault = include_fault(relative, folder, quoted, name) or room_fault(relative, name)
             if fault:
                 yield f"{relative}:{number}: {fault}"
 

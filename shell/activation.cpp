@@ -1,6 +1,6 @@
 #include "shell/activation.h"
 
-#include "shell/views.h"
+#include "shell/base/focus.h"
 
 #include <aygshell.h>
 

@@ -1,7 +1,7 @@
 // What the shell of the handheld wants to be told about activation and its input panel.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 // Clears the record; while the window is created.
 void activation_reset();

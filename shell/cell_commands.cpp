@@ -12,7 +12,7 @@
 
 static struct CellCommands {
     char name[k_cellname_max + 1];  // what the command under way works on
-} state;
+} commands;
 
 namespace {
 
@@ -26,16 +26,16 @@ void go_or_create(const char *name) {
 }
 
 void link_or_create() {
-    if (cell_lookup(state.name) != 0) {
-        go_or_create(state.name);
+    if (cell_lookup(commands.name) != 0) {
+        go_or_create(commands.name);
         show_status_message("Cell already exists, linking to it");
     } else {
-        new_cell(state.name);
+        new_cell(commands.name);
     }
 }
 
 void ask_and_create() {
-    if (ask_cellname(state.name)) {
+    if (ask_cellname(commands.name)) {
         link_or_create();
     }
 }
@@ -44,27 +44,27 @@ void ask_and_create() {
 void create_from_box() {
     const char *name = cellname_box_name();
     if (cellname_valid(name) && cell_lookup(name) == 0) {
-        copy_characters(state.name, name, k_cellname_max);
+        copy_characters(commands.name, name, k_cellname_max);
         link_or_create();
     } else {
         ask_and_create();
     }
 }
 
-// Leaves the selected word in state.name. False when nothing is selected.
+// Leaves the selected word in commands.name. False when nothing is selected.
 bool take_selected_name() {
     const char *text = selected_text();
     bool selected = *text != 0;
-    copy_characters(state.name, text, k_read_name_max);
+    copy_characters(commands.name, text, k_read_name_max);
     selected_text_free();
-    cellname_normalise(state.name);
+    cellname_normalise(commands.name);
     return selected;
 }
 
 void create_from_selection() {
     if (!take_selected_name()) {
         ask_and_create();
-    } else if (!cellname_valid(state.name)) {
+    } else if (!cellname_valid(commands.name)) {
         show_status_message("Invalid Cellname");
     } else {
         link_or_create();
@@ -72,23 +72,23 @@ void create_from_selection() {
 }
 
 void follow_selection() {
-    if (!take_selected_name() || state.name[0] == 0) {
+    if (!take_selected_name() || commands.name[0] == 0) {
         forward();
-    } else if (!cellname_valid(state.name)) {
+    } else if (!cellname_valid(commands.name)) {
         show_status_message("Invalid Cellname");
     } else {
-        go_or_create(state.name);
+        go_or_create(commands.name);
     }
 }
 
 // Goes to the cell named in the box or creates it; the name is valid and not the current one.
 void go_to_box_name() {
-    copy_characters(state.name, cellname_box_name(), k_cellname_max);
-    CellHandle cell = cell_lookup(state.name);
+    copy_characters(commands.name, cellname_box_name(), k_cellname_max);
+    CellHandle cell = cell_lookup(commands.name);
     if (cell == 0) {
-        new_cell(state.name);
+        new_cell(commands.name);
     } else {
-        go_or_create(state.name);
+        go_or_create(commands.name);
     }
     cellname_box_show_current();
 }

@@ -2,7 +2,7 @@
 // that has the focus.
 #pragma once
 
-#include "shell/views.h"
+#include "shell/base/focus.h"
 
 void make_new_cell();
 void follow();

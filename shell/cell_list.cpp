@@ -4,9 +4,9 @@
 #include "core/text.h"
 #include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
-#include "shell/fonts.h"
-#include "shell/main_window.h"
-#include "shell/views.h"
+#include "shell/base/focus.h"
+#include "shell/base/fonts.h"
+#include "shell/base/handles.h"
 #include "web/cell_ops.h"
 #include "web/index.h"
 #include "web/trail.h"
@@ -91,8 +91,7 @@ void cell_list_selection_changed(const NMTREEVIEWW *change) {
     if (go_to_cell(cell) != cell) {
         cell_list_select_current();
     }
-    set_active_pane(k_pane_list);
-    SetFocus(list.window);
+    focus_pane(k_pane_list);
 }
 
 ListItem cell_list_insert_item(CellHandle cell) {

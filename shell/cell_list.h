@@ -2,7 +2,7 @@
 // core/host_view.h; an item's token is its cell's handle.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 #include "core/host_view.h"
 

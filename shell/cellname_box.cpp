@@ -3,10 +3,10 @@
 #include "core/busy.h"
 #include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
-#include "shell/fonts.h"
+#include "shell/base/focus.h"
+#include "shell/base/fonts.h"
+#include "shell/base/handles.h"
 #include "shell/layout.h"
-#include "shell/main_window.h"
-#include "shell/views.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/index.h"
@@ -42,7 +42,7 @@ void add_entry(CellHandle cell) {
 
 // Some systems draw the selection of a field that has no focus, as if it had.
 void select_all() {
-    if (GetFocus() == box.edit) {
+    if (pane_has_focus(k_pane_box)) {
         SendMessageW(box.edit, EM_SETSEL, 0, -1);
     }
 }

@@ -1,7 +1,7 @@
 // The cellname box: the current cell's name in an editable field, the trail in its list.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 #include <cstdint>
 

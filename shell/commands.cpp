@@ -8,14 +8,17 @@
 #include "program/file_commands.h"
 #include "report/reports.h"
 #include "resources/resource.h"
+#include "shell/base/focus.h"
 #include "shell/cell_commands.h"
 #include "shell/cellname_box.h"
+#include "shell/dialogs/cancel_box.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/help_pages.h"
-#include "shell/main_window.h"
+#include "shell/layout.h"
 #include "shell/output_host.h"
 #include "shell/panes/scintilla.h"
 #include "shell/panes/text_pane.h"
+#include "shell/settings/sheet.h"
 #include "web/cell_ops.h"
 #include "web/options.h"
 #include "web/trail.h"
@@ -23,10 +26,8 @@
 namespace {
 
 struct Command {
-    HWND window;
     WORD id;
     WORD notification;
-    LPARAM lparam;
 };
 
 void on_cellname_box(const Command &command) {
@@ -271,14 +272,13 @@ constexpr struct {
 
 }  // namespace
 
-LRESULT run_command(HWND window, WORD id, LPARAM lparam, WORD notification) {
+void run_command(WORD id, WORD notification) {
     for (const auto &row : k_commands) {
         if (row.command == id) {
-            row.handler({window, id, notification, lparam});
-            break;
+            row.handler({id, notification});
+            return;
         }
     }
-    return 0;
 }
 
 // The panes tell about the zoom that they are given here too, which is the option's by then.

@@ -1,11 +1,11 @@
 // What WM_COMMAND does: one table of commands and their handlers.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 // Runs a command; nothing for one that the table does not have. `notification` is the code of a
 // control that tells something, whose identifier is then the command.
-LRESULT run_command(HWND window, WORD command, LPARAM lparam, WORD notification);
+void run_command(WORD command, WORD notification);
 
 // A pane was zoomed by its own means, the wheel or a key: the zoom option follows, and with it the
 // other pane.

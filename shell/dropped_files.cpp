@@ -4,8 +4,8 @@
 #include "core/errors.h"
 #include "file/document.h"
 #include "platform/windows/text_conversion.h"
+#include "shell/base/guard.h"
 #include "shell/commands.h"
-#include "shell/guard.h"
 
 static struct DroppedFiles { char path[k_path_max + 1]; } dropped;
 

@@ -4,9 +4,8 @@
 #include "platform/windows/text_conversion.h"
 #include "report/output.h"
 #include "resources/resource.h"
-#include "shell/main_window.h"
+#include "shell/base/handles.h"
 #include "shell/panes/scintilla.h"
-#include "shell/panes/text_pane.h"
 #include "shell/views.h"
 #include "web/options.h"
 

@@ -1,20 +1,24 @@
 #include "shell/layout.h"
 
-#include "shell/dialogs/dialogs.h"
-#include "shell/main_window.h"
+#include "shell/bars.h"
+#include "shell/base/handles.h"
+#include "shell/find/search_bar.h"
 #include "shell/panes/wrapping.h"
-#include "shell/platform.h"
 #include "shell/status_line.h"
-#include "shell/views.h"
 
 #include <aygshell.h>
 
-static struct LayoutState { LayoutTable table; } layout;
+static struct Layout {
+    LayoutTable table;
+    WPARAM size_type;  // of the last WM_SIZE
+    LPARAM size;
+} layout;
 
 namespace {
 
 constexpr int32_t k_handheld_width = 240;  // for which slot 11 is right as it stands
 constexpr int32_t k_buttons_gap = 6;       // between the cellname box and the buttons
+constexpr int32_t k_list_inset = 2;        // of the cell list from the left
 
 void move(HWND window, LayoutSlot left, LayoutSlot top, LayoutSlot width, LayoutSlot height) {
     MoveWindow(window, layout_slot(left), layout_slot(top), layout_slot(width), layout_slot(height),
@@ -51,33 +55,35 @@ void place_text(HWND pane, bool shown) {
 
 void layout_fill(LayoutTable *table, int32_t width, int32_t height, bool search_band) {
     int32_t *slots = table->slots;
-    slots[0] = width;
-    slots[1] = height;
-    slots[2] = 2;
-    slots[3] = 2;
-    slots[4] = width - 60;
-    slots[5] = 22;
-    slots[6] = 120;
-    slots[7] = 0;
-    slots[8] = 0;
-    slots[9] = width;
-    slots[10] = 25;
-    slots[11] = 186;
-    slots[12] = 18;
-    slots[16] = 20;
-    slots[21] = 25;
-    slots[18] = height - slots[21] + 1;
-    slots[22] = slots[10] + (search_band ? slots[12] : 0);
-    slots[13] = slots[18] - slots[16];
-    slots[14] = 0;
-    slots[15] = width;
-    slots[17] = slots[18] - slots[22];
-    slots[19] = 0;
-    slots[20] = width;
-    slots[23] = 0;
-    slots[24] = width;
-    slots[25] = slots[18] - slots[16] - slots[22] - 1;
-    slots[27] = 200;
+    slots[k_layout_width] = width;
+    slots[k_layout_height] = height;
+    slots[k_layout_box_top] = 2;
+    slots[k_layout_box_left] = 2;
+    slots[k_layout_box_width] = width - 60;
+    slots[k_layout_box_field_height] = 22;
+    slots[k_layout_box_height] = 120;
+    slots[k_layout_bar_top] = 0;
+    slots[k_layout_bar_left] = 0;
+    slots[k_layout_bar_width] = width;
+    slots[k_layout_bar_height] = k_top_band_height;
+    slots[k_layout_bar_indent] = 186;
+    slots[k_layout_search_band] = 18;
+    slots[k_layout_tabs_height] = 20;
+    slots[k_layout_status_height] = 25;
+    // From here on by the slots above.
+    slots[k_layout_status_top] = height - slots[k_layout_status_height] + 1;
+    slots[k_layout_pane_top] =
+        slots[k_layout_bar_height] + (search_band ? slots[k_layout_search_band] : 0);
+    slots[k_layout_tabs_top] = slots[k_layout_status_top] - slots[k_layout_tabs_height];
+    slots[k_layout_tabs_left] = 0;
+    slots[k_layout_tabs_width] = width;
+    slots[k_layout_pane_and_tabs_height] = slots[k_layout_status_top] - slots[k_layout_pane_top];
+    slots[k_layout_status_left] = 0;
+    slots[k_layout_status_width] = width;
+    slots[k_layout_pane_left] = 0;
+    slots[k_layout_pane_width] = width;
+    slots[k_layout_pane_height] = slots[k_layout_tabs_top] - slots[k_layout_pane_top] - 1;
+    slots[k_layout_unused] = 200;
 }
 
 void compute_layout(int32_t width, int32_t height) {
@@ -97,9 +103,21 @@ void layout_set_slot(int32_t index, int32_t value) {
 void place_panes(ViewIndex view) {
     bool text = view == k_view_text;
     bool console = view == k_view_console;
-    place(pane_window(k_pane_list), !text && !console, 2);
+    place(pane_window(k_pane_list), !text && !console, k_list_inset);
     place_text(pane_window(k_pane_text), text);
     place_text(pane_window(k_pane_console), console);
+}
+
+void lay_out(WPARAM size_type, LPARAM size) {
+    Area area = visible_area();
+    compute_layout(area.width, area.height);
+    apply_layout();
+    layout.size_type = size_type;
+    layout.size = size;
+}
+
+void relayout() {
+    SendMessageW(main_window(), WM_SIZE, layout.size_type, layout.size);
 }
 
 void apply_layout() {

@@ -1,7 +1,7 @@
 // Where everything stands in the main window: a table of 28 numbers, in pixels of the client area.
 #pragma once
 
-#include "shell/views.h"
+#include "shell/base/focus.h"
 
 #include <cstdint>
 
@@ -11,7 +11,8 @@ enum LayoutSlot : int32_t {
     k_layout_box_top = 2,
     k_layout_box_left = 3,
     k_layout_box_width = 4,
-    k_layout_box_height = 6,  // with its list dropped down
+    k_layout_box_field_height = 5,  // nothing is placed by it
+    k_layout_box_height = 6,        // with its list dropped down
     k_layout_bar_top = 7,
     k_layout_bar_left = 8,
     k_layout_bar_width = 9,
@@ -22,6 +23,7 @@ enum LayoutSlot : int32_t {
     k_layout_tabs_left = 14,
     k_layout_tabs_width = 15,
     k_layout_tabs_height = 16,
+    k_layout_pane_and_tabs_height = 17,  // nothing is placed by it
     k_layout_status_top = 18,
     k_layout_status_left = 19,
     k_layout_status_width = 20,
@@ -30,6 +32,8 @@ enum LayoutSlot : int32_t {
     k_layout_pane_left = 23,
     k_layout_pane_width = 24,
     k_layout_pane_height = 25,
+    k_layout_unset = 26,
+    k_layout_unused = 27,  // nothing is placed by it
     k_layout_slots = 28,
 };
 
@@ -45,12 +49,18 @@ struct Area {
 // Fills a table for a client area; `search_band` leaves room for the search bar above the panes.
 void layout_fill(LayoutTable *table, int32_t width, int32_t height, bool search_band);
 
-// Fills the table in force.
+// Fills the table in force; the search bar has its band as long as a search is in progress.
 void compute_layout(int32_t width, int32_t height);
 
 // The table in force. An index outside the table reads as 0 and is not written.
 int32_t layout_slot(int32_t index);
 void layout_set_slot(int32_t index, int32_t value);
+
+// For WM_SIZE, whose parameters are kept: computes and applies the layout of the visible area.
+void lay_out(WPARAM size_type, LPARAM size);
+
+// Lays the window out again as its last WM_SIZE did.
+void relayout();
 
 // Places every control by the table in force and the view that is shown.
 void apply_layout();

@@ -1,7 +1,7 @@
 // The program's beginning and end.
 #include "core/host_messages.h"
 
-#include "shell/main_window.h"
+#include "shell/base/handles.h"
 #include "shell/message_loop.h"
 
 // Nothing needs to be put in order: a file that is open now is one that must not be completed.

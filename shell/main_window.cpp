@@ -7,6 +7,7 @@
 #include "program/recovery.h"
 #include "resources/resource.h"
 #include "shell/activation.h"
+#include "shell/base/handles.h"
 #include "shell/cell_commands.h"
 #include "shell/cell_list.h"
 #include "shell/cellname_box.h"
@@ -21,14 +22,9 @@
 
 #include <cstring>
 
-static struct MainWindow {
-    HINSTANCE instance;
-    HWND window;
-    DWORD error;  // the system's code when there is no window
-    char start_path[k_start_path_max + 1];
-    WPARAM size_type;  // of the last WM_SIZE
-    LPARAM size;
-} state;
+static struct StartUp {
+    char path[k_start_path_max + 1];  // named on the command line
+} start_up;
 
 namespace {
 
@@ -44,13 +40,13 @@ struct Call {
 };
 
 LRESULT on_create(HWND window, UINT, WPARAM, LPARAM) {
-    state.window = window;
+    set_main_window(window);
     create_controls(window);
     return 0;
 }
 
 LRESULT on_start(HWND, UINT, WPARAM, LPARAM) {
-    doc_start(state.start_path);
+    doc_start(start_up.path);
     return 0;
 }
 
@@ -120,11 +116,7 @@ LRESULT on_notify(HWND, UINT, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT on_size(HWND, UINT, WPARAM wparam, LPARAM lparam) {
-    Area area = visible_area();
-    compute_layout(area.width, area.height);
-    apply_layout();
-    state.size_type = wparam;
-    state.size = lparam;
+    lay_out(wparam, lparam);
     return 0;
 }
 
@@ -141,8 +133,9 @@ LRESULT on_paint(HWND window, UINT, WPARAM, LPARAM) {
     return 0;
 }
 
-LRESULT on_command(HWND window, UINT, WPARAM wparam, LPARAM lparam) {
-    return run_command(window, LOWORD(wparam), lparam, HIWORD(wparam));
+LRESULT on_command(HWND, UINT, WPARAM wparam, LPARAM) {
+    run_command(LOWORD(wparam), HIWORD(wparam));
+    return 0;
 }
 
 // The system menu has no items of the program's.
@@ -199,7 +192,7 @@ bool register_class() {
     WNDCLASSW window_class = {};
     window_class.style = CS_HREDRAW | CS_VREDRAW;
     window_class.lpfnWndProc = main_window_proc;
-    window_class.hInstance = state.instance;
+    window_class.hInstance = program_instance();
     window_class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     window_class.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     window_class.lpszClassName = k_class_name;
@@ -224,9 +217,9 @@ bool bring_other_copy_forward() {
 }
 
 HWND make_window(int show) {
-    HWND window =
-        CreateWindowExW(0, k_class_name, k_class_name, WS_BORDER, CW_USEDEFAULT, CW_USEDEFAULT,
-                        CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, state.instance, nullptr);
+    HWND window = CreateWindowExW(0, k_class_name, k_class_name, WS_BORDER, CW_USEDEFAULT,
+                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                                  program_instance(), nullptr);
     if (!IsWindow(window)) {
         return nullptr;
     }
@@ -238,17 +231,13 @@ HWND make_window(int show) {
 }  // namespace
 
 HWND create_main_window(HINSTANCE instance, const wchar_t *command_line, int show) {
-    state.instance = instance;
-    HWND window = nullptr;
-    if (!bring_other_copy_forward() && register_class()) {
-        copy_characters(state.start_path, command_line != nullptr ? to_8bit(command_line) : "",
-                        k_start_path_max);
-        window = make_window(show);
+    set_program_instance(instance);
+    if (bring_other_copy_forward() || !register_class()) {
+        return nullptr;
     }
-    if (window == nullptr) {
-        state.error = GetLastError();
-    }
-    return window;
+    copy_characters(start_up.path, command_line != nullptr ? to_8bit(command_line) : "",
+                    k_start_path_max);
+    return make_window(show);
 }
 
 LRESULT CALLBACK main_window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -264,22 +253,6 @@ LRESULT CALLBACK main_window_proc(HWND window, UINT message, WPARAM wparam, LPAR
     return DefWindowProcW(window, message, wparam, lparam);
 }
 
-HINSTANCE program_instance() {
-    return state.instance;
-}
-
-HWND main_window() {
-    return state.window;
-}
-
 void set_window_title(const char *title) {
-    SetWindowTextW(state.window, to_utf16(title));
-}
-
-void relayout() {
-    SendMessageW(state.window, WM_SIZE, state.size_type, state.size);
-}
-
-DWORD window_error() {
-    return state.error;
+    SetWindowTextW(main_window(), to_utf16(title));
 }

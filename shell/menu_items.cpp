@@ -1,8 +1,8 @@
 #include "shell/menu_items.h"
 
 #include "resources/resource.h"
+#include "shell/base/focus.h"
 #include "shell/panes/scintilla.h"
-#include "shell/views.h"
 #include "web/index.h"
 #include "web/trail.h"
 

@@ -2,20 +2,15 @@
 
 #include "core/block_arena.h"
 #include "desktop/frame.h"
-#include "shell/dialogs/dialogs.h"
+#include "shell/base/scratch.h"
+#include "shell/dispatch.h"
 #include "shell/main_window.h"
-#include "shell/output_host.h"
 #include "shell/panes/styles.h"
-#include "shell/scratch.h"
 #include "shell/status_line.h"
 #include "web/options.h"
 #include "web/words.h"
 
-static struct MessageLoop {
-    bool initialised;
-    HACCEL accelerators;
-    DWORD ticked_at;
-} loop;
+static struct MessageLoop { DWORD ticked_at; } loop;
 
 namespace {
 
@@ -29,16 +24,6 @@ void one_second_tick() {
     restyle_panes();
 }
 
-bool goes_to_dialog(MSG *message) {
-    HWND dialogs[] = {cancel_box(), search_bar()};
-    for (HWND dialog : dialogs) {
-        if (dialog != nullptr && IsDialogMessageW(dialog, message)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void init_common_controls() {
     INITCOMMONCONTROLSEX classes = {};
     classes.dwSize = sizeof classes;
@@ -49,7 +34,6 @@ void init_common_controls() {
 }  // namespace
 
 bool app_init() {
-    loop.initialised = false;
     if (!scratch_init()) {
         return false;
     }
@@ -57,19 +41,7 @@ bool app_init() {
     option_defaults();
     char_classes_init();
     recovery_arm(true);
-    loop.initialised = true;
     return true;
-}
-
-void process_message(MSG *message) {
-    if (goes_to_dialog(message)) {
-        return;
-    }
-    if (!TranslateAcceleratorW(main_window(), loop.accelerators, message)) {
-        TranslateMessage(message);
-        DispatchMessageW(message);
-    }
-    status_timeout_check();
 }
 
 bool message_loop_round(int *exit_code) {
@@ -96,7 +68,7 @@ int start_program(HINSTANCE instance, const wchar_t *command_line, int show) {
     if (create_main_window(instance, command_line, show) == nullptr) {
         return k_no_window;
     }
-    loop.accelerators = LoadAcceleratorsW(instance, L"QUORVANE");
+    load_accelerators();
     init_common_controls();
     return 0;
 }

@@ -1,7 +1,8 @@
-// Start-up, the message loop and the work of every second.
+// Start-up, the message loop and the work of every second. shell/dispatch.h has what the loop does
+// with a message.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 // Prepares the engine. False when there is no memory.
 bool app_init();
@@ -11,9 +12,6 @@ int start_program(HINSTANCE instance, const wchar_t *command_line, int show);
 
 // Starts the program and runs it; the exit code.
 int run_message_loop(HINSTANCE instance, const wchar_t *command_line, int show);
-
-// What the loop does with a message other than WM_QUIT.
-void process_message(MSG *message);
 
 // Handles every waiting message, then the second's work when it is due. False, with the exit code,
 // once WM_QUIT has come.

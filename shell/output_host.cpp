@@ -4,71 +4,18 @@
 #include "core/host_messages.h"
 #include "report/output.h"
 #include "resources/resource.h"
-#include "shell/dialogs/dialogs.h"
-#include "shell/main_window.h"
-#include "shell/message_loop.h"
+#include "shell/base/handles.h"
+#include "shell/dialogs/cancel_box.h"
+#include "shell/dispatch.h"
 #include "shell/panes/console_pane.h"
-#include "shell/views.h"
 
 static struct OutputHost {
-    HWND box;
-    DWORD began_at;   // tick
     DWORD pumped_at;  // tick at which the queue was looked at last
     bool under_way;
-    bool blocks_window;  // the main window takes no input meanwhile
-    bool quit_pending;   // the quit command waits for the report to let go
-    bool system_quit;    // WM_QUIT does, with this exit code
+    bool quit_pending;  // the quit command waits for the report to let go
+    bool system_quit;   // WM_QUIT does, with this exit code
     int exit_code;
 } host;
-
-namespace {
-
-constexpr DWORD k_box_delay = 500;  // milliseconds before the box appears
-
-// The box goes after the main window can take the focus back, or another program would get it.
-void take_box_away() {
-    if (host.blocks_window) {
-        host.blocks_window = false;
-        EnableWindow(main_window(), TRUE);
-        focus_active_pane();
-    }
-    if (host.box != nullptr) {
-        HWND box = host.box;
-        host.box = nullptr;
-        DestroyWindow(box);
-    }
-}
-
-INT_PTR CALLBACK cancel_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
-    switch (message) {
-    case WM_INITDIALOG:
-        init_dialog(dialog, k_dialog_box);
-        return TRUE;
-    case WM_COMMAND:
-        if (LOWORD(wparam) == IDCANCEL) {
-            output_abort();
-            take_box_away();
-            return TRUE;
-        }
-        return FALSE;
-    default:
-        return FALSE;
-    }
-}
-
-void show_box_when_slow() {
-    if (host.box == nullptr && !output_aborted() && GetTickCount() - host.began_at > k_box_delay) {
-        host.box = open_modeless(L"ABORTBOX", cancel_proc);
-        ShowWindow(host.box, SW_SHOW);
-        UpdateWindow(host.box);
-    }
-}
-
-}  // namespace
-
-HWND cancel_box() {
-    return host.box;
-}
 
 bool quit_after_output() {
     if (!is_busy()) {
@@ -81,11 +28,7 @@ bool quit_after_output() {
 
 void output_began(bool blocks_window) {
     host.under_way = true;
-    host.blocks_window = blocks_window;
-    host.began_at = GetTickCount();
-    if (blocks_window) {
-        EnableWindow(main_window(), FALSE);
-    }
+    cancel_box_output_began(blocks_window);
 }
 
 // Looking at the queue costs far more than writing a character.
@@ -95,7 +38,7 @@ void pump_messages() {
         return;
     }
     host.pumped_at = now;
-    show_box_when_slow();
+    cancel_box_show_when_slow();
     MSG message;
     while (!output_aborted() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
@@ -112,7 +55,7 @@ void pump_messages() {
 void output_ended() {
     host.under_way = false;
     console_show_pending();
-    take_box_away();
+    cancel_box_take_away();
     if (host.quit_pending) {
         host.quit_pending = false;
         PostMessageW(main_window(), WM_COMMAND, CMD_QUIT, 0);

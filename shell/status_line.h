@@ -2,7 +2,7 @@
 // them is show_status_message() and set_resting_status() of core/host_messages.h.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 #include <cstdint>
 

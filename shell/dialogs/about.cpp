@@ -1,5 +1,7 @@
 #include "shell/dialogs/dialogs.h"
 
+#include "shell/base/dialog.h"
+
 namespace {
 
 INT_PTR CALLBACK about_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {

@@ -4,7 +4,7 @@
 #include "core/names.h"
 #include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
-#include "shell/dialogs/dialogs.h"
+#include "shell/base/dialog.h"
 
 static struct CellnameDialog {
     wchar_t typed[k_cellname_max + 1];

@@ -4,8 +4,8 @@
 
 #include "core/errors.h"
 #include "platform/windows/text_conversion.h"
-#include "shell/main_window.h"
-#include "shell/platform.h"
+#include "shell/base/handles.h"
+#include "shell/base/platform.h"
 
 #include <commdlg.h>
 

@@ -2,8 +2,8 @@
 #include "core/host_messages.h"
 
 #include "platform/windows/text_conversion.h"
-#include "shell/main_window.h"
-#include "shell/platform.h"
+#include "shell/base/handles.h"
+#include "shell/base/platform.h"
 
 static struct MessageBoxes {
     wchar_t caption[k_conversion_units + 1];

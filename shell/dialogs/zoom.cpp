@@ -2,6 +2,7 @@
 #include "shell/dialogs/dialogs.h"
 
 #include "resources/resource.h"
+#include "shell/base/dialog.h"
 #include "web/options.h"
 
 namespace {

@@ -2,13 +2,12 @@
 
 #include "core/busy.h"
 #include "core/host_messages.h"
+#include "shell/base/focus.h"
+#include "shell/base/guard.h"
 #include "shell/find/search_walk.h"
-#include "shell/guard.h"
 #include "shell/panes/input.h"
 #include "shell/panes/scintilla.h"
-#include "shell/panes/text_pane.h"
 #include "shell/panes/wrapping.h"
-#include "shell/views.h"
 #include "web/options.h"
 #include "web/trail.h"
 

@@ -1,24 +1,18 @@
-// The search bar: a strip in the band that the layout keeps free above the panes. The flag that
-// makes the band belongs to the Replace dialog too, which opens the bar.
 #include "shell/find/search_bar.h"
 
 #include "resources/resource.h"
-#include "shell/dialogs/dialogs.h"
+#include "shell/base/dialog.h"
+#include "shell/base/focus.h"
+#include "shell/base/handles.h"
 #include "shell/find/find.h"
-#include "shell/layout.h"
-#include "shell/main_window.h"
-#include "shell/views.h"
 #include "web/options.h"
 
-static struct SearchBar {
-    HWND window;
-    bool in_progress;
-} bar;
+static struct SearchBar { bool in_progress; } bar;
 
 namespace {
 
 void take_case_option() {
-    bool on = SendDlgItemMessageW(bar.window, CTL_NEXT_CASE, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    bool on = SendDlgItemMessageW(search_bar(), CTL_NEXT_CASE, BM_GETCHECK, 0, 0) == BST_CHECKED;
     set_option_search_case(on ? 1 : 0);
 }
 
@@ -29,13 +23,13 @@ void show_case(HWND dialog) {
 
 void start_bar(HWND dialog) {
     init_dialog(dialog, k_dialog_plain);
-    SetWindowPos(dialog, HWND_TOP, 0, layout_slot(k_layout_bar_height), 0, 0, SWP_NOSIZE);
+    SetWindowPos(dialog, HWND_TOP, 0, k_top_band_height, 0, 0, SWP_NOSIZE);
     show_case(dialog);
 }
 
 void close_bar() {
-    HWND window = bar.window;
-    bar.window = nullptr;
+    HWND window = search_bar();
+    register_search_bar(nullptr);
     EnableWindow(main_window(), TRUE);
     set_search_in_progress(false);
     focus_active_pane();
@@ -73,7 +67,7 @@ INT_PTR CALLBACK bar_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
         close_bar();
         return TRUE;
     case WM_DESTROY:  // with the main window
-        bar.window = nullptr;
+        register_search_bar(nullptr);
         bar.in_progress = false;
         return FALSE;
     default:
@@ -82,10 +76,6 @@ INT_PTR CALLBACK bar_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
 }
 
 }  // namespace
-
-HWND search_bar() {
-    return bar.window;
-}
 
 bool search_in_progress() {
     return bar.in_progress;
@@ -100,17 +90,17 @@ void set_search_in_progress(bool in_progress) {
 
 void open_search_bar() {
     set_search_in_progress(true);
-    bar.window = open_modeless(L"NXTBOX", bar_proc);
-    if (bar.window == nullptr) {
+    register_search_bar(open_modeless(L"NXTBOX", bar_proc));
+    if (search_bar() == nullptr) {
         set_search_in_progress(false);
         return;
     }
-    ShowWindow(bar.window, SW_SHOW);
+    ShowWindow(search_bar(), SW_SHOW);
     focus_active_pane();
 }
 
 void search_bar_show_case() {
-    if (bar.window != nullptr) {
-        show_case(bar.window);
+    if (search_bar() != nullptr) {
+        show_case(search_bar());
     }
 }

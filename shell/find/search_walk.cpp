@@ -1,7 +1,7 @@
 #include "shell/find/search_walk.h"
 
 #include "core/text.h"
-#include "shell/scratch.h"
+#include "shell/base/scratch.h"
 #include "web/index.h"
 
 #include <cstring>

@@ -4,7 +4,6 @@
 #include "core/host_view.h"
 
 #include "shell/panes/scintilla.h"
-#include "shell/panes/text_pane.h"
 #include "shell/panes/wrapping.h"
 
 #include <cstring>
@@ -20,45 +19,45 @@ static struct ConsolePane {
     uint32_t count;
     DWORD inserted_at;  // tick of the last insertion
     char pending[k_pending_max];
-} state;
+} console;
 
 // Output cannot be undone. What the user deletes meanwhile makes the console shorter than the
 // stream believes.
 void console_show_pending() {
-    if (state.count == 0) {
+    if (console.count == 0) {
         return;
     }
-    HWND console = console_pane();
-    LRESULT length = sci(console, SCI_GETTEXTLENGTH);
-    LRESULT at = state.position < length ? state.position : length;
-    sci(console, SCI_SETUNDOCOLLECTION, 0);
-    sci(console, SCI_SETTARGETSTART, at);
-    sci(console, SCI_SETTARGETEND, at);
-    sci_text(console, SCI_REPLACETARGET, state.count, state.pending);
-    sci(console, SCI_SETUNDOCOLLECTION, 1);
-    sci(console, SCI_EMPTYUNDOBUFFER);
-    sci(console, SCI_GOTOPOS, at + state.count);
-    pane_scroll_to_caret(console);
-    state.count = 0;
-    state.inserted_at = GetTickCount();
+    HWND pane = console_pane();
+    LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
+    LRESULT at = console.position < length ? console.position : length;
+    sci(pane, SCI_SETUNDOCOLLECTION, 0);
+    sci(pane, SCI_SETTARGETSTART, at);
+    sci(pane, SCI_SETTARGETEND, at);
+    sci_text(pane, SCI_REPLACETARGET, console.count, console.pending);
+    sci(pane, SCI_SETUNDOCOLLECTION, 1);
+    sci(pane, SCI_EMPTYUNDOBUFFER);
+    sci(pane, SCI_GOTOPOS, at + console.count);
+    pane_scroll_to_caret(pane);
+    console.count = 0;
+    console.inserted_at = GetTickCount();
 }
 
 void console_clear() {
-    state.count = 0;
+    console.count = 0;
     sci(console_pane(), SCI_CLEARALL);
     sci(console_pane(), SCI_EMPTYUNDOBUFFER);
 }
 
 void console_insert(uint32_t position, const char *bytes, uint32_t count) {
-    if (position != state.position + state.count || count > k_pending_max - state.count) {
+    if (position != console.position + console.count || count > k_pending_max - console.count) {
         console_show_pending();
     }
-    if (state.count == 0) {
-        state.position = position;
+    if (console.count == 0) {
+        console.position = position;
     }
-    memcpy(state.pending + state.count, bytes, count);
-    state.count += count;
-    if (GetTickCount() - state.inserted_at > k_insert_milliseconds) {
+    memcpy(console.pending + console.count, bytes, count);
+    console.count += count;
+    if (GetTickCount() - console.inserted_at > k_insert_milliseconds) {
         console_show_pending();
     }
 }

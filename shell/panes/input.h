@@ -2,7 +2,7 @@
 // clicks, control characters.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 #include <cstdint>
 

@@ -1,9 +1,18 @@
 // The two text panes are Scintilla controls, driven by its messages alone.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/focus.h"
 
 #include <Scintilla.h>
+
+// The panes' windows; null for one that could not be made.
+inline HWND text_pane() {
+    return pane_window(k_pane_text);
+}
+
+inline HWND console_pane() {
+    return pane_window(k_pane_console);
+}
 
 // Messages of older components, which newer ones take no notice of.
 constexpr UINT k_sci_set_lexer = 4001;

@@ -1,8 +1,8 @@
 // The text selected in the active pane.
 #include "core/host_view.h"
 
+#include "shell/base/focus.h"
 #include "shell/panes/scintilla.h"
-#include "shell/views.h"
 
 #include <cstdlib>
 

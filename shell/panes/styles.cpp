@@ -5,7 +5,6 @@
 #include "shell/panes/cellnames.h"
 #include "shell/panes/input.h"
 #include "shell/panes/scintilla.h"
-#include "shell/panes/text_pane.h"
 #include "shell/panes/wrapping.h"
 #include "web/cells.h"
 #include "web/options.h"
@@ -120,7 +119,7 @@ void apply_pane_styles(HWND pane) {
     set_style(pane, STYLE_DEFAULT, k_text_colour, bold);
     sci(pane, SCI_STYLECLEARALL);
     set_style(pane, k_style_text, k_text_colour, bold);
-    set_style(pane, k_style_text_too, k_text_colour, bold);
+    set_style(pane, k_style_unassigned, k_text_colour, bold);
     set_style(pane, k_style_link, link_colour(option_link_colour()), true);
     sci(pane, SCI_STYLESETHOTSPOT, k_style_link, 1);
 }

@@ -4,10 +4,10 @@
 // word that names a live cell, style 0 for everything else.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 constexpr int k_style_text = 0;
-constexpr int k_style_text_too = 1;
+constexpr int k_style_unassigned = 1;  // no word gets it; it looks like plain text
 constexpr int k_style_link = 2;
 
 // For SCI_SETKEYWORDS, whose first set is the cellnames.

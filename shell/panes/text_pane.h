@@ -1,9 +1,9 @@
 // The text pane and the console pane as windows, and the transfer of text between the text pane and
-// the current cell. store_text_pane(), refresh_current_view(), refresh_views(), selected_text(),
-// hide_text_caret(), console_clear() and console_insert() are those of core/host_view.h.
+// the current cell. store_text_pane() and hide_text_caret() of core/host_view.h are defined here;
+// shell/panes/scintilla.h has the handles.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 #include "core/block_arena.h"
 
@@ -11,14 +11,18 @@
 void text_pane_create(HWND parent);
 void console_pane_create(HWND parent);
 
-HWND text_pane();
-HWND console_pane();
-
 // The zoom option, to both panes.
 void apply_zoom();
 
+// Shows the current cell's text in the text pane. A pane that was modified while it showed this
+// very cell is stored first, and keeps its text when that does not fit.
+void show_cell_text();
+
 // The cell whose text the text pane holds; 0 is none.
 CellHandle text_pane_cell();
+
+// What the pane holds belongs to no cell any more, and is dropped when the next one is shown.
+void text_pane_forget_cell();
 
 // The text pane reports a change of its text.
 void text_pane_changed();

@@ -1,7 +1,6 @@
 #include "shell/panes/wrapping.h"
 
 #include "shell/panes/scintilla.h"
-#include "shell/panes/text_pane.h"
 
 struct Collapsed {
     bool collapsed;

@@ -2,7 +2,7 @@
 // not wrap while it is collapsed, and comes back as it was left.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 void pane_collapsing(HWND pane);
 void pane_expanded(HWND pane);

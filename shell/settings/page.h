@@ -6,7 +6,7 @@
 // can be shown or not.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 #include "shell/settings/settings.h"
 
 #include <cstddef>

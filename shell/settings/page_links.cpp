@@ -2,7 +2,7 @@
 #include "shell/settings/page.h"
 
 #include "resources/resource.h"
-#include "shell/fonts.h"
+#include "shell/base/fonts.h"
 #include "shell/panes/styles.h"
 
 static struct LinksPage {

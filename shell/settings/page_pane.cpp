@@ -2,7 +2,7 @@
 #include "shell/settings/page.h"
 
 #include "resources/resource.h"
-#include "shell/main_window.h"
+#include "shell/base/handles.h"
 
 namespace {
 

@@ -1,12 +1,13 @@
 // The property sheet that edits the options: everything that the user enters goes into a draft,
 // which OK brings into force and Cancel drops.
-#include "shell/dialogs/dialogs.h"
+#include "shell/settings/sheet.h"
 
 #include "report/output.h"
+#include "shell/base/dialog.h"
+#include "shell/base/handles.h"
 #include "shell/find/search_bar.h"
-#include "shell/main_window.h"
+#include "shell/panes/scintilla.h"
 #include "shell/panes/styles.h"
-#include "shell/panes/text_pane.h"
 #include "shell/settings/page.h"
 
 namespace {

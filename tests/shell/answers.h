@@ -2,7 +2,7 @@
 // checks that it is the one expected, and answers it.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 #include <functional>
 #include <string>

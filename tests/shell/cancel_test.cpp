@@ -5,8 +5,8 @@
 #include "core/busy.h"
 #include "core/host_messages.h"
 #include "report/output.h"
+#include "shell/dialogs/cancel_box.h"
 #include "shell/message_loop.h"
-#include "shell/output_host.h"
 #include "tests/shell/shell_test.h"
 #include "web/options.h"
 

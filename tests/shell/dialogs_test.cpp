@@ -1,5 +1,5 @@
 // The dialogs, opened by their commands and driven by their controls.
-#include "shell/dialogs/dialogs.h"
+#include "shell/find/search_bar.h"
 
 #include "core/host_messages.h"
 #include "core/names.h"

@@ -3,7 +3,6 @@
 
 #include "core/block_arena.h"
 #include "report/output.h"
-#include "shell/dialogs/dialogs.h"
 #include "shell/find/search_walk.h"
 #include "tests/shell/shell_test.h"
 #include "web/options.h"

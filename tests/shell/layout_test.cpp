@@ -1,7 +1,7 @@
 // The layout table, and where it puts the controls.
 #include "shell/layout.h"
 
-#include "shell/fonts.h"
+#include "shell/base/fonts.h"
 #include "shell/status_line.h"
 #include "tests/shell/shell_test.h"
 

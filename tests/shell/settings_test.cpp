@@ -4,7 +4,6 @@
 #include "core/numbers.h"
 #include "platform/windows/text_conversion.h"
 #include "report/output.h"
-#include "shell/dialogs/dialogs.h"
 #include "shell/panes/styles.h"
 #include "tests/shell/shell_test.h"
 

@@ -4,7 +4,8 @@
 
 // Included for what nearly every test drives and reads.
 #include "resources/resource.h"
-#include "shell/main_window.h"
+#include "shell/bars.h"
+#include "shell/base/handles.h"
 #include "shell/panes/scintilla.h"
 #include "shell/panes/text_pane.h"
 #include "shell/views.h"

@@ -2,7 +2,7 @@
 // of several rounds counts, because the machine may have other things to do.
 #include "core/block_arena.h"
 #include "resources/resource.h"
-#include "shell/main_window.h"
+#include "shell/base/handles.h"
 #include "shell/panes/scintilla.h"
 #include "shell/panes/styles.h"
 #include "shell/panes/text_pane.h"

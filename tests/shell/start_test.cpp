@@ -1,6 +1,7 @@
 // Starting: which web is shown, under which name, and the single copy.
 #include "platform/windows/text_conversion.h"
 #include "shell/cellname_box.h"
+#include "shell/main_window.h"
 #include "shell/message_loop.h"
 #include "tests/shell/shell_test.h"
 

@@ -1,7 +1,7 @@
 // The fonts of the main window's controls.
 #pragma once
 
-#include "shell/platform.h"
+#include "shell/base/platform.h"
 
 // `tenths` is the size in tenths of a point; without `screen` a point is a pixel. The caller owns
 // the font.

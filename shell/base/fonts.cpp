@@ -1,4 +1,4 @@
-#include "shell/fonts.h"
+#include "shell/base/fonts.h"
 
 #include <cstring>
 

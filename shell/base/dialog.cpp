@@ -1,6 +1,6 @@
-#include "shell/dialogs/dialogs.h"
+#include "shell/base/dialog.h"
 
-#include "shell/main_window.h"
+#include "shell/base/handles.h"
 
 #include <aygshell.h>
 

@@ -1,4 +1,4 @@
-#include "shell/scratch.h"
+#include "shell/base/scratch.h"
 
 #include <cstdlib>
 

@@ -1,4 +1,4 @@
-#include "shell/guard.h"
+#include "shell/base/guard.h"
 
 #include "core/recovery.h"
 #include "program/recovery.h"

@@ -5,6 +5,8 @@
 #include "core/busy.h"
 #include "core/host_messages.h"
 #include "resources/resource.h"
+#include "shell/base/dialog.h"
+#include "shell/base/focus.h"
 #include "shell/find/find.h"
 #include "shell/find/search_bar.h"
 #include "shell/settings/page.h"
