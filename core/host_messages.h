@@ -42,6 +42,10 @@ bool ask_cellname(char *name);
 // Ends the program at once with this exit status. Nothing is saved.
 [[noreturn]] void end_program(int status);
 
+// Says where the program's own code went wrong (core/check.h), as "FILE:LINE: CONDITION", and ends
+// the program at once, without saving: what is in memory cannot be trusted.
+[[noreturn, gnu::cold]] void check_failed(const char *what);
+
 // File dialogs. `path` holds `size` bytes, the terminating zero included; it starts with the path
 // to propose and receives the chosen one. False when the user cancels.
 bool ask_open_path(char *path, uint32_t size);

@@ -1,5 +1,6 @@
 #include "file/web_reader.h"
 
+#include "core/check.h"
 #include "core/errors.h"
 #include "core/host_messages.h"
 #include "core/text.h"
@@ -128,6 +129,7 @@ void commit_run(StagedCell first, uint32_t n) {
         for (uint32_t i = before; i > 0; --i) {
             middle = staged_next(middle);
         }
+        CHECK(is_node(middle));
         StagedCell after = staged_next(middle);
         commit_one(middle);
         commit_run(after, n - 1 - before);

@@ -1,5 +1,6 @@
 #include "web/cells.h"
 
+#include "core/check.h"
 #include "core/text.h"
 #include "web/cell_ops.h"
 #include "web/links.h"
@@ -113,6 +114,7 @@ void cell_delete(CellHandle cell) {
     if (cell == 0) {
         return;
     }
+    CHECK(is_live_cell(cell));
     trail_forget(cell);
     forward_forget(cell);
     if (cell == current_cell()) {

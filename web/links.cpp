@@ -1,5 +1,6 @@
 #include "web/links.h"
 
+#include "core/check.h"
 #include "core/text.h"
 #include "web/cells.h"
 #include "web/words.h"
@@ -38,6 +39,10 @@ static struct Links {
     bool names_marked;
     uint8_t marks[k_name_marks / 8];
 } links;
+
+bool is_list(BlockHandle h) {
+    return h <= k_block_count && block_ptr(h)[k_block_type_at] == k_block_link;
+}
 
 uint8_t byte_at(BlockHandle h, uint32_t at) {
     return block_ptr(h)[at];
@@ -153,6 +158,7 @@ BlockHandle link_list_new(uint8_t kind, CellHandle owner) {
 }
 
 LinkEntry *link_list_append(BlockHandle list) {
+    CHECK(is_list(list));
     BlockHandle last = block_get16(list, k_last_block_at);
     uint32_t index = byte_at(list, k_last_index_at) + 1U;
     if (last == 0 || index >= k_entries) {
@@ -166,6 +172,7 @@ LinkEntry *link_list_first(BlockHandle list) {
     if (list == 0) {
         return nullptr;
     }
+    CHECK(is_list(list));
     BlockHandle block = block_get16(list, k_first_block_at);
     uint32_t index = byte_at(list, k_first_index_at);
     block_set16(list, k_cursor_block_at, block);
@@ -175,6 +182,7 @@ LinkEntry *link_list_first(BlockHandle list) {
 }
 
 LinkEntry *link_list_next(BlockHandle list) {
+    CHECK(list == 0 || is_list(list));
     if (list == 0 || block_get16(list, k_first_block_at) == 0) {
         return nullptr;
     }
@@ -214,6 +222,7 @@ BlockHandle links_scan_text(BlockHandle text, CellHandle owner) {
         return 0;
     }
     text_copy_out(links.text, text, k_scanned_text_max);
+    CHECK(links.under_construction == 0);
     links.under_construction = link_list_new(k_out_pointer_list, owner);
     const char *position = links.text;
     uint32_t length;

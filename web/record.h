@@ -5,6 +5,10 @@
 #include "core/block_arena.h"
 #include "core/host_view.h"
 
+inline bool is_node(CellHandle h) {
+    return h <= k_block_count && block_ptr(h)[k_block_type_at] == k_block_node;
+}
+
 constexpr uint32_t k_record_at = 8;  // the record lies behind the tree's links
 
 // Declares the getter and the setter of a field of 16 bits, by its offset.
