@@ -44,7 +44,7 @@ bool ask_cellname(char *name);
 
 // Says where the program's own code went wrong (core/check.h), as "FILE:LINE: CONDITION", and ends
 // the program at once, without saving: what is in memory cannot be trusted.
-[[noreturn, gnu::cold]] void check_failed(const char *what);
+[[noreturn]] void check_failed(const char *what);
 
 // File dialogs. `path` holds `size` bytes, the terminating zero included; it starts with the path
 // to propose and receives the chosen one. False when the user cancels.

@@ -310,7 +310,6 @@ void text_builder_put(char ch) {
 }
 
 void text_builder_put_run(const char *bytes, uint32_t n) {
-    CHECK(builder.tail != 0);
     uint32_t taken = append_to_block(builder.tail, bytes, n);
     while (taken < n) {
         taken += chain_extend(&builder.tail, k_block_text, bytes + taken, n - taken);

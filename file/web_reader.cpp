@@ -129,7 +129,7 @@ void commit_run(StagedCell first, uint32_t n) {
         for (uint32_t i = before; i > 0; --i) {
             middle = staged_next(middle);
         }
-        CHECK(is_node(middle));
+        CHECK(middle != 0);
         StagedCell after = staged_next(middle);
         commit_one(middle);
         commit_run(after, n - 1 - before);

@@ -178,7 +178,6 @@ ErrorCode put(char c) {
 }
 
 void mark_closed() {
-    CHECK(output.open);
     output.open = false;
     output.aborted = false;
     output.file = nullptr;

@@ -78,6 +78,7 @@ void create_navigation(HWND parent) {
 
 void insert_tab(HWND tabs, WPARAM index, const wchar_t *text) {
     wchar_t label[16];
+    static_assert(sizeof L"console" <= sizeof label);  // the longest
     wcscpy(label, text);
     TCITEMW item = {};
     item.mask = TCIF_TEXT | TCIF_IMAGE;

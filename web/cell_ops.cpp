@@ -96,7 +96,7 @@ BlockHandle parked(BlockHandle head) {
 // Makes every part first and the cell last, so that a clone is whole or not there. The copies of
 // the auxiliary blocks are hung in nowhere: a clone starts without view state, and they stay taken.
 CellHandle make_clone(CellHandle source) {
-    CHECK(is_live_cell(source) && ops.cloned_value == 0);
+    CHECK(is_live_cell(source));
     leave_pane();
     BlockHandle text = parked(text_duplicate(cell_text(source)));
     BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));

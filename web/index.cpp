@@ -77,7 +77,7 @@ CellHandle balance(CellHandle *list, uint32_t n) {
     uint32_t before = (n - 1) / 2;
     CellHandle left = balance(list, before);
     CellHandle middle = *list;
-    CHECK(is_node(middle));
+    CHECK(middle != 0);
     *list = node_right(middle);
     hang_left(middle, left);
     hang_right(middle, balance(list, n - 1 - before));

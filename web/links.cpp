@@ -41,7 +41,7 @@ static struct Links {
 } links;
 
 bool is_list(BlockHandle h) {
-    return h <= k_block_count && block_ptr(h)[k_block_type_at] == k_block_link;
+    return block_ptr(h)[k_block_type_at] == k_block_link;
 }
 
 uint8_t byte_at(BlockHandle h, uint32_t at) {

@@ -5,8 +5,9 @@
 #include "core/block_arena.h"
 #include "core/host_view.h"
 
-inline bool is_node(CellHandle h) {
-    return h <= k_block_count && block_ptr(h)[k_block_type_at] == k_block_node;
+// True for a node block that is in use.
+inline bool is_node(BlockHandle h) {
+    return block_ptr(h)[k_block_type_at] == k_block_node;
 }
 
 constexpr uint32_t k_record_at = 8;  // the record lies behind the tree's links

@@ -32,6 +32,10 @@ uint8_t before(uint8_t i) {
     return static_cast<uint8_t>((i - 1) & (k_ring_slots - 1));
 }
 
+bool is_live_or_none(CellHandle cell) {
+    return cell == 0 || is_live_cell(cell);
+}
+
 // Whether a slot lies between the oldest entry and the slot to write next, which counts.
 bool holds(const Ring *ring, uint8_t slot) {
     uint8_t entries = (ring->head - ring->tail) & (k_ring_slots - 1);
@@ -45,7 +49,7 @@ void put(Ring *ring, CellHandle cell) {
 
 // An entry is not repeated right behind itself, except where the ring is full.
 void ring_push(Ring *ring, CellHandle cell) {
-    CHECK(cell == 0 || is_live_cell(cell));
+    CHECK(is_live_or_none(cell));
     bool empty = ring->head == ring->tail;
     bool full = after(ring->head) == ring->tail;
     if (full) {
@@ -152,7 +156,7 @@ void current_cell_clear() {
 }
 
 void current_cell_assign(CellHandle cell) {
-    CHECK(cell == 0 || is_live_cell(cell));
+    CHECK(is_live_or_none(cell));
     trail.current = cell;
 }
 
@@ -164,7 +168,7 @@ void set_current(CellHandle cell) {
 }
 
 void show_as_current(CellHandle cell) {
-    CHECK(cell == 0 || is_live_cell(cell));
+    CHECK(is_live_or_none(cell));
     trail.current = cell;
     refresh_current_view();
 }
