@@ -158,6 +158,12 @@ void end_program(int status) {
     std::_Exit(status < 0 ? k_exit_memory : status);
 }
 
+void check_failed(const char *what) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "qvx: %s: %s\n", error_message(k_internal_error), what);
+    std::_Exit(k_exit_fault);
+}
+
 // ---- The view: what stands for a selection, and the console -------------------------------------
 
 const char *selected_text() {

@@ -241,7 +241,8 @@ int parse_and_run(std::vector<std::string> arguments) {
     });
     app.footer(
         "- is standard input or output. Exit status: 0 done, 1 nothing found, findings or "
-        "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory.");
+        "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory,\n"
+        "4 a fault of qvx itself.");
     add_commands(&app);
     guard_brackets(&arguments);
     std::reverse(arguments.begin(), arguments.end());

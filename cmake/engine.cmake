@@ -40,6 +40,11 @@ add_library(quorvane_engine OBJECT
     program/recovery.cpp)
 target_link_libraries(quorvane_engine PUBLIC quorvane_warnings quorvane_portable)
 
+# Engines that only tests run overwrite what is in a block when it is released.
+if(QUORVANE_SANITIZE OR QUORVANE_COVERAGE)
+    target_compile_definitions(quorvane_engine PRIVATE QUORVANE_SPOIL_RELEASED)
+endif()
+
 # What reading changes, for the programs that ask; the window does not.
 add_library(quorvane_read_watch OBJECT file/read_watch.cpp)
 target_link_libraries(quorvane_read_watch PUBLIC quorvane_warnings quorvane_portable)

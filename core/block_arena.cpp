@@ -1,6 +1,7 @@
 #include "core/block_arena.h"
 
 #include "core/byte_runs.h"
+#include "core/check.h"
 #include "core/errors.h"
 #include "core/host_messages.h"
 #include "core/recovery.h"
@@ -24,7 +25,12 @@ struct Arena {
     uint32_t parked_count;
     int32_t fault_countdown;  // allocations until one fails; negative: never
     bool fault_for_ever;
+    bool taken[k_block_count + 1];  // by handle: not on the free chain
 } arena;
+
+bool is_taken(BlockHandle h) {
+    return h <= k_block_count && arena.taken[h];
+}
 
 // True when a test wants this allocation to fail.
 bool fault_due() {
@@ -59,6 +65,7 @@ BlockHandle take_block(uint8_t type) {
     BlockHandle h = arena.free_head;
     block_ptr(h)[k_block_type_at] = type;
     arena.free_head = block_next(h);
+    arena.taken[h] = true;
     --arena.free_count;
     // The free chain leads all over the arena: the next block's place in the chain is on its way
     // by the time it is asked for.
@@ -69,6 +76,13 @@ BlockHandle take_block(uint8_t type) {
         short_on_memory_offer();
     }
     return h;
+}
+
+// In test builds whoever still looks at what he released finds handles that are out of range.
+void spoil([[maybe_unused]] BlockHandle h) {
+#ifdef QUORVANE_SPOIL_RELEASED
+    memset(block_ptr(h) + k_block_payload_at, 0xDD, k_block_payload_size);
+#endif
 }
 
 // True when this many allocations have nothing to look out for.
@@ -101,6 +115,7 @@ void block_arena_init() {
     arena.exit_agreed = false;
     arena.offers_open = 0;
     arena.parked_count = 0;
+    memset(arena.taken, 0, sizeof arena.taken);
     arena.fault_countdown = -1;
     for (uint32_t h = 1; h < k_block_count; ++h) {
         uint8_t *block = block_ptr(static_cast<BlockHandle>(h));
@@ -126,6 +141,7 @@ BlockHandle block_try_alloc(uint8_t type) {
 
 // The front of the free chain is a chain already: its blocks keep their links.
 uint32_t chain_extend(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n) {
+    CHECK(*tail != 0 && n > 0);
     uint32_t blocks = (n - 1) / k_block_payload_size + 1;
     if (!are_plenty(blocks)) {
         return extend_by_one(tail, type, bytes, n);
@@ -134,6 +150,7 @@ uint32_t chain_extend(BlockHandle *tail, uint8_t type, const char *bytes, uint32
     block_set_next(*tail, h);
     for (uint32_t i = 1; i < blocks; ++i) {
         uint8_t *block = block_ptr(h);
+        arena.taken[h] = true;
         h = block_next(h);
         block[k_block_type_at] = type;
         block[k_block_count_at] = k_block_payload_size;
@@ -162,6 +179,9 @@ void block_free(BlockHandle h) {
     if (h == 0) {
         return;
     }
+    CHECK(is_taken(h));
+    spoil(h);
+    arena.taken[h] = false;
     block_set_next(h, arena.free_head);
     block_ptr(h)[k_block_type_at] = k_block_plain;
     arena.free_head = h;
@@ -177,6 +197,7 @@ void chain_free(BlockHandle head) {
 }
 
 void block_clear(BlockHandle h) {
+    CHECK(is_taken(h));
     clear(block_ptr(h));
 }
 
@@ -218,10 +239,12 @@ void chain_under_construction_set(BlockHandle head) {
 }
 
 void chain_park(BlockHandle head) {
+    CHECK(arena.parked_count < k_parked_max);
     arena.parked[arena.parked_count++] = head;
 }
 
 BlockHandle chain_unpark() {
+    CHECK(arena.parked_count > 0);
     return arena.parked[--arena.parked_count];
 }
 

@@ -53,7 +53,8 @@ BlockHandle block_try_alloc(uint8_t type);
 // are short. Leaves through the recovery point like block_alloc().
 uint32_t chain_extend(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n);
 
-// Gives one block back; 0 does nothing. The last block released is the next one handed out.
+// Gives one block back, which is taken; 0 does nothing. The last block released is the next one
+// handed out.
 void block_free(BlockHandle h);
 
 // Gives back a chain, head first; 0 does nothing.

@@ -1,11 +1,13 @@
 #include "core/busy.h"
 
 #include "core/block_arena.h"
+#include "core/check.h"
 #include "core/errors.h"
 
 static struct Busy { bool busy; } state;
 
 void busy_set(bool busy) {
+    CHECK(state.busy != busy);
     state.busy = busy;
 }
 

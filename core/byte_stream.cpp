@@ -1,5 +1,6 @@
 #include "core/byte_stream.h"
 
+#include "core/check.h"
 #include "core/errors.h"
 
 #include <cstring>
@@ -29,6 +30,7 @@ bool write_fault_due() {
 }
 
 int write_buffer(ByteOutput *out) {
+    CHECK(out->fill <= k_byte_buffer_size);
     uint32_t n = out->fill;
     out->fill = 0;
     if (n == 0) {
@@ -43,12 +45,14 @@ int write_buffer(ByteOutput *out) {
 }  // namespace
 
 void byte_output_bind(ByteOutput *out, FILE *file) {
+    CHECK(file != nullptr);
     setvbuf(file, nullptr, _IONBF, 0);
     out->file = file;
     out->fill = 0;
 }
 
 void byte_input_bind(ByteInput *in, FILE *file) {
+    CHECK(file != nullptr);
     setvbuf(file, in->read_ahead, _IOFBF, k_read_ahead_size);
     in->file = file;
     in->next = 0;
@@ -100,6 +104,7 @@ bool byte_input_fill(ByteInput *in) {
     if (in->ended) {
         return false;
     }
+    CHECK(in->next >= in->count);
     bool fault = read_fault_due();
     size_t n = fault ? 0 : fread(in->bytes, 1, k_byte_buffer_size, in->file);
     if (n == 0) {

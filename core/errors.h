@@ -11,6 +11,7 @@ constexpr ErrorCode k_cannot_read_web = -5;
 constexpr ErrorCode k_cannot_open_output = -7;
 constexpr ErrorCode k_output_in_use = -13;
 constexpr ErrorCode k_aborted = -16;
+constexpr ErrorCode k_internal_error = -20;
 constexpr ErrorCode k_bad_cellname_in_file = -44;  // has no message of its own
 
 // Result of a document operation whose file dialog the user cancelled.

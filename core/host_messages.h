@@ -73,6 +73,10 @@ void output_ended();
 // that says so. Nothing is saved.
 [[noreturn]] void end_program(int status);
 
+// Says where the program's own code went wrong (core/check.h), as "FILE:LINE: CONDITION", and ends
+// the program at once, without saving: what is in memory cannot be trusted.
+[[noreturn]] void check_failed(const char *what);
+
 // Not the host's: what the arena's offer to save and exit, and a window's quit, lead to. Saves if
 // the user agrees and ends the program; while a web file is being read or written it ends without
 // saving. Returns only when a save that the user asked for did not succeed. Allocates under a

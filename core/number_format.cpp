@@ -23,8 +23,10 @@ struct Decimal {
     bool negative;
     int32_t count;
     int32_t point;
-    char digits[k_integer_digits + k_fraction_digits + 18];
+    char digits[k_integer_digits + k_fraction_digits + 18];  // each part is made nine at a time
 };
+static_assert((k_integer_digits + 8) / 9 * 9 + (k_fraction_digits + 8) / 9 * 9 <=
+              sizeof Decimal::digits);
 
 static struct Formats {
     NumberFormat requested;
@@ -38,6 +40,11 @@ static struct Numbers {
     uint32_t words[k_words];
     char text[k_integer_digits + k_max_digits + 8];
 } numbers;
+
+// "-", the digits with their point, and the end; an exponent takes five and comes with one digit
+// before the point.
+static_assert(1 + k_integer_digits + 1 + k_max_digits + 1 <= sizeof numbers.text);
+static_assert(1 + 1 + 1 + k_max_digits + 5 + 1 <= sizeof numbers.text);
 
 void put_limb(char *to, uint32_t limb) {
     for (int32_t i = 8; i >= 0; --i) {

@@ -82,6 +82,7 @@ int int16_parse(const char *text, int16_t *value) {
 void int16_format(int32_t value, char *buffer) {
     int32_t number = static_cast<int16_t>(value);
     char digits[8];
+    static_assert(sizeof "32768" - 1 <= sizeof digits);
     uint32_t count = 0;
     uint32_t rest = static_cast<uint32_t>(number < 0 ? -number : number);
     do {

@@ -1,5 +1,7 @@
 #include "core/recovery.h"
 
+#include "core/check.h"
+
 #include <csetjmp>
 
 // mingw's setjmp hands the frame to longjmp, which then unwinds every frame between through the
@@ -31,6 +33,7 @@ int recovery_run(void (*body)(void *argument), void *argument) {
     }
     recovery.innermost = &point;
     body(argument);
+    CHECK(recovery.innermost == &point);
     recovery.innermost = point.outer;
     return 0;
 }
@@ -40,6 +43,7 @@ bool recovery_available() {
 }
 
 void recovery_jump() {
+    CHECK(recovery_available());
     RecoveryPoint *point = recovery.innermost;
     recovery.innermost = point->outer;
     longjmp(point->context, -1);

@@ -1,6 +1,7 @@
 #include "core/text.h"
 
 #include "core/byte_runs.h"
+#include "core/check.h"
 
 #include <cstring>
 
@@ -181,6 +182,7 @@ void text_assign(BlockHandle head, const char *bytes, uint32_t n) {
     BlockHandle last = head;
     for (uint32_t i = n / k_text_block_chars; i > 0; --i) {
         last = block_next(last);
+        CHECK(last != 0);
     }
     chain_free(block_next(last));
     block_set_next(last, 0);
@@ -261,6 +263,7 @@ BlockHandle text_duplicate(BlockHandle head) {
 }
 
 BlockHandle text_insert_block_after(BlockHandle h) {
+    CHECK(h != 0);
     BlockHandle block = block_alloc(k_block_text);
     block_set_next(block, block_next(h));
     block_set_next(h, block);
@@ -294,6 +297,7 @@ BlockHandle text_builder_start() {
 }
 
 void text_builder_restart() {
+    CHECK(builder.head != 0);
     chain_free(block_next(builder.head));
     block_set_next(builder.head, 0);
     set_used(builder.head, 0);

@@ -36,6 +36,7 @@ HFONT make_bar_font(HWND window) {
     LOGFONTW font = {};
     font.lfHeight = -(9 * GetDeviceCaps(context, LOGPIXELSY) + 36) / 72;
     font.lfCharSet = DEFAULT_CHARSET;
+    static_assert(sizeof L"Tahoma" <= sizeof font.lfFaceName);
     lstrcpyW(font.lfFaceName, L"Tahoma");
     ReleaseDC(window, context);
     return CreateFontIndirectW(&font);

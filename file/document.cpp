@@ -1,5 +1,6 @@
 #include "file/document.h"
 
+#include "core/check.h"
 #include "core/errors.h"
 #include "core/host_files.h"
 #include "core/host_messages.h"
@@ -15,6 +16,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -22,19 +24,35 @@ constexpr uint32_t k_title_name_max = 10;  // characters of the display name in 
 constexpr uint32_t k_character_max = 4;    // bytes of a character in UTF-8
 constexpr const char *k_home = "home";
 
+// A question is a display name, or this, and the words around it.
+constexpr char k_untitled[] = "(untitled)";
+constexpr char k_save_changes[] = "Save current changes in ";
+constexpr char k_question_mark[] = "?";
+constexpr char k_damaged[] = " could not be read whole. Saving will keep the old file beside it.";
+constexpr char k_title_between[] = " - ";
+constexpr char k_title_untitled[] = "(Untitled)";
+
 static struct Document {
     char current_path[k_path_max + 1];
     char display_name[k_path_max + 1];
     char save_path[k_path_max + 1];
     char open_path[k_path_max + 1];
-    char name[k_path_max + 1];  // the result of doc_display_name()
-    char question[k_path_max + 64];
+    char name[k_path_max + 1];                     // the result of doc_display_name()
+    char question[k_path_max + sizeof k_damaged];  // the longer of the two
     char title[k_title_name_max * k_character_max + 32];
     FILE *file;           // open only while a web is read
     bool keep_old;        // the file at the save path could not be read whole
     Fingerprint last;     // of the file at the save path as it was read or written last
     Fingerprint damaged;  // of a file that could not be read whole, wherever it is saved to
 } document;
+
+static_assert(sizeof k_save_changes + k_path_max + sizeof k_question_mark - 1 <=
+              sizeof document.question);
+static_assert(sizeof k_untitled <= k_path_max);
+static_assert(std::string_view(k_product_name).size() + sizeof k_title_between - 1 +
+                  k_title_name_max * k_character_max <
+              sizeof document.title);
+static_assert(sizeof k_title_untitled - 1 <= k_title_name_max * k_character_max);
 
 // Copies at most k_path_max characters.
 void copy_path(char *to, const char *from) {
@@ -124,7 +142,7 @@ void read_file(void *) {
 // A file that could not be read whole is lost to the next save, but for the copy that this keeps.
 void warn_of_damage() {
     strcpy(document.question, document.display_name);
-    strcat(document.question, " could not be read whole. Saving will keep the old file beside it.");
+    strcat(document.question, k_damaged);
     show_warning(document.question, k_product_name);
 }
 
@@ -214,6 +232,7 @@ int doc_open(const char *path) {
     if (code != 0) {
         return code;
     }
+    CHECK(document.file == nullptr);
     document.file = open_web_file(document.open_path, file_read_mode());
     if (document.file == nullptr) {
         return report_error(k_cannot_open_web);
@@ -253,10 +272,10 @@ int doc_save_if_changed() {
 }
 
 bool doc_confirm_save() {
-    const char *name = document.display_name[0] != 0 ? document.display_name : "(untitled)";
-    strcpy(document.question, "Save current changes in ");
+    const char *name = document.display_name[0] != 0 ? document.display_name : k_untitled;
+    strcpy(document.question, k_save_changes);
     strcat(document.question, name);
-    strcat(document.question, "?");
+    strcat(document.question, k_question_mark);
     return ask_save_changes(document.question, k_product_name);
 }
 
@@ -278,9 +297,9 @@ const char *doc_display_name(const char *path) {
 
 void doc_set_title(const char *display_name) {
     strcpy(document.title, k_product_name);
-    strcat(document.title, " - ");
+    strcat(document.title, k_title_between);
     if (*display_name == 0) {
-        strcat(document.title, "(Untitled)");
+        strcat(document.title, k_title_untitled);
     } else {
         strncat(document.title, display_name, title_name_bytes(display_name));
     }

@@ -1,5 +1,6 @@
 #include "file/web_reader.h"
 
+#include "core/check.h"
 #include "core/errors.h"
 #include "core/host_messages.h"
 #include "core/names.h"
@@ -130,6 +131,7 @@ void commit_run(StagedCell first, uint32_t n) {
         for (uint32_t i = before; i > 0; --i) {
             middle = staged_next(middle);
         }
+        CHECK(middle != 0);
         StagedCell after = staged_next(middle);
         commit_one(middle);
         commit_run(after, n - 1 - before);

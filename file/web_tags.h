@@ -8,7 +8,7 @@
 constexpr unsigned k_tag_name_max = 8;  // characters of the longest name
 
 // The tags' names, by WebTag.
-constexpr const char *k_tag_names[k_tag_count] = {
+constexpr char k_tag_names[k_tag_count][k_tag_name_max + 1] = {
     "eof",   "cell",  "cname",    "text",     "val",     "form",  "script", "opts",
     "odest", "oname", "onewl",    "isrc",     "iname",   "iecho", "cfmt",   "citer",
     "cdisp", "rtype", "rfmt",     "rall",     "starg",   "srpl",  "scount", "sout",

@@ -2,6 +2,7 @@
 
 #include "core/byte_runs.h"
 #include "core/byte_stream.h"
+#include "core/check.h"
 #include "core/text.h"
 #include "file/web_tags.h"
 #include "file/written_names.h"
@@ -45,6 +46,7 @@ constexpr TagTexts make_tags() {
 constexpr TagTexts k_tags = make_tags();
 
 int write_tag(const char (&before)[3], int tag) {
+    CHECK(tag >= 0 && tag < k_tag_count);
     const TagText *text = &k_tags.of[tag];
     char whole[16];
     static_assert(sizeof *text == sizeof whole);

@@ -16,6 +16,7 @@ enum class Way : uint8_t { beside, in_place, straight };
 
 constexpr unsigned k_copies_max = 99;
 constexpr size_t k_number_digits = 2;
+static_assert(k_copies_max < 100);
 
 static struct Replacement {
     FILE *file;  // the next version while it is written

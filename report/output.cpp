@@ -2,6 +2,7 @@
 
 #include "core/busy.h"
 #include "core/byte_stream.h"
+#include "core/check.h"
 #include "core/host_files.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
@@ -15,8 +16,10 @@
 namespace {
 
 constexpr uint32_t k_console_line = 48;  // characters sent to the console at a time
-constexpr const char *k_default_name = ".\\Output";
-constexpr const char *k_suffix = ".txt";
+constexpr char k_default_name[] = ".\\Output";
+constexpr char k_suffix[] = ".txt";
+static_assert(k_oname_max + sizeof k_suffix - 1 <= k_output_name_max);
+static_assert(sizeof k_default_name - 1 <= k_oname_max);
 
 static struct Output {
     bool open;
@@ -275,6 +278,7 @@ ErrorCode output_close() {
 }
 
 void output_release() {
+    CHECK(!output.open);
     output.stopped = false;
 }
 

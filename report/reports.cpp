@@ -1,6 +1,7 @@
 #include "report/reports.h"
 
 #include "core/busy.h"
+#include "core/check.h"
 #include "core/host_view.h"
 #include "core/strings.h"
 #include "report/output.h"
@@ -45,6 +46,7 @@ ErrorCode name_line(const char *prefix, CellHandle cell) {
 }
 
 ErrorCode report_cell(CellHandle cell) {
+    CHECK(is_live_cell(cell));
     switch (option_rtype()) {
     case k_report_fmt:
         return report_formatted_cell(option_rfmt(), cell);

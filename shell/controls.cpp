@@ -34,6 +34,7 @@ void place_main_window(HWND window) {
 // A tab is asked for at its view's number; the control puts the last one where there is room.
 void insert_tab(HWND tabs, ViewIndex view, const wchar_t *text) {
     wchar_t label[16];
+    static_assert(sizeof L"console" <= sizeof label);  // the longest
     wcscpy(label, text);
     TCITEMW item = {};
     item.mask = TCIF_TEXT | TCIF_IMAGE;

@@ -1,4 +1,5 @@
 // The program's beginning and end.
+#include "core/errors.h"
 #include "core/host_messages.h"
 
 #include "shell/base/handles.h"
@@ -14,6 +15,16 @@ void end_program(int status) {
     ExitThread(static_cast<DWORD>(status));
     for (;;) {
     }
+}
+
+// The box lets messages through, and so perhaps further faults.
+void check_failed(const char *what) {
+    static bool failed;
+    if (!failed) {
+        failed = true;
+        show_warning(what, error_message(k_internal_error));
+    }
+    end_program(k_internal_error);
 }
 
 // NOLINTNEXTLINE(readability-identifier-naming): the system's name

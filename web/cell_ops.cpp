@@ -1,6 +1,7 @@
 #include "web/cell_ops.h"
 
 #include "core/busy.h"
+#include "core/check.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
 #include "core/names.h"
@@ -99,6 +100,7 @@ BlockHandle parked(BlockHandle head) {
 // Makes every part first and the cell last, so that a clone is whole or not there. The copies of
 // the auxiliary blocks are hung in nowhere: a clone starts without view state, and they stay taken.
 CellHandle make_clone(CellHandle source) {
+    CHECK(is_live_cell(source));
     leave_pane();
     BlockHandle text = parked(text_duplicate(cell_text(source)));
     BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));

@@ -1,5 +1,6 @@
 #include "web/cell_text.h"
 
+#include "core/check.h"
 #include "core/text.h"
 #include "web/links.h"
 #include "web/record.h"
@@ -14,6 +15,7 @@ constexpr uint32_t k_selection_end_at = k_block_payload_at + 16;
 // Taking a block may offer to save and exit, which stores the pane and so may come here again: the
 // field counts as it is afterwards.
 BlockHandle view_block(CellHandle cell) {
+    CHECK(is_live_cell(cell));
     if (cell_first_aux(cell) == 0) {
         BlockHandle block = block_try_alloc(k_block_plain);
         if (cell_first_aux(cell) == 0) {
@@ -41,6 +43,7 @@ void ensure_text(CellHandle cell) {
 
 // The room is made inside the cell's own text, which stays the old one until all of it is there.
 void cell_replace_text(CellHandle cell, const char *bytes, uint32_t n) {
+    CHECK(is_live_cell(cell));
     if (!cell_text_fits(cell, n)) {
         run_out_of_blocks();
     }

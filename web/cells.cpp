@@ -1,5 +1,6 @@
 #include "web/cells.h"
 
+#include "core/check.h"
 #include "core/names.h"
 #include "core/text.h"
 #include "web/cell_numbers.h"
@@ -92,6 +93,7 @@ void cell_delete(CellHandle cell) {
     if (cell == 0) {
         return;
     }
+    CHECK(is_live_cell(cell));
     trail_forget(cell);
     forward_forget(cell);
     if (cell == current_cell()) {

@@ -1,5 +1,6 @@
 #include "web/index.h"
 
+#include "core/check.h"
 #include "core/text.h"
 
 static struct WebIndex { CellHandle root; } web_index;
@@ -15,6 +16,7 @@ struct Descent {
 
 // Goes down to where the node belongs, stopping at an equal name if asked to.
 Descent descend(CellHandle node, CellHandle root, bool stop_at_equal) {
+    CHECK(is_node(node));
     BlockHandle name = cell_name(node);
     Descent at = {0, 0};
     for (CellHandle next = root; next != 0;) {
@@ -64,6 +66,7 @@ void take_place(CellHandle node, CellHandle child, CellHandle parent, CellHandle
     } else if (node_left(parent) == child) {
         node_set_left(parent, node);
     } else {
+        CHECK(node_right(parent) == child);
         node_set_right(parent, node);
     }
 }
@@ -76,6 +79,7 @@ CellHandle balance(CellHandle *list, uint32_t n) {
     uint32_t before = (n - 1) / 2;
     CellHandle left = balance(list, before);
     CellHandle middle = *list;
+    CHECK(middle != 0);
     *list = node_right(middle);
     hang_left(middle, left);
     hang_right(middle, balance(list, n - 1 - before));
@@ -206,6 +210,7 @@ CellHandle index_next(CellHandle node) {
     if (node == 0) {
         return 0;
     }
+    CHECK(is_node(node));
     if (node_right(node) != 0) {
         return index_first(node_right(node));
     }
@@ -221,6 +226,7 @@ CellHandle index_prev(CellHandle node) {
     if (node == 0) {
         return 0;
     }
+    CHECK(is_node(node));
     if (node_left(node) != 0) {
         return index_last(node_left(node));
     }
@@ -238,6 +244,7 @@ void index_walk(CellHandle root, void (*function)(CellHandle node)) {
     }
     CellHandle node = deepest_first(root);
     for (;;) {
+        CHECK(is_node(node));
         CellHandle next = 0;
         if (node != root) {
             next = node_parent(node);

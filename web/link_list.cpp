@@ -1,5 +1,7 @@
 #include "web/link_list.h"
 
+#include "core/check.h"
+
 #include <bit>
 #include <cstring>
 
@@ -20,6 +22,10 @@ constexpr uint32_t k_owner_at = 18;
 constexpr uint32_t k_previous_at = 4;
 constexpr uint32_t k_entries_at = 6;
 constexpr uint32_t k_entries = 8;
+
+bool is_list(BlockHandle h) {
+    return block_ptr(h)[k_block_type_at] == k_block_link;
+}
 
 uint8_t byte_at(BlockHandle h, uint32_t at) {
     return block_ptr(h)[at];
@@ -51,17 +57,6 @@ LinkEntry *append_block(BlockHandle list) {
     return entry_at(block, 0);
 }
 
-// An entry of kind 5 or 6 owns a chain of text blocks that each own a text.
-void free_entry_chain(const LinkEntry *entry) {
-    BlockHandle h = static_cast<BlockHandle>(entry->target[0] | entry->target[1] << 8);
-    while (h != 0) {
-        BlockHandle next = block_next(h);
-        chain_free(block_get16(h, k_block_payload_at));
-        block_free(h);
-        h = next;
-    }
-}
-
 }  // namespace
 
 int32_t link_target(const LinkEntry *entry) {
@@ -81,6 +76,7 @@ BlockHandle link_list_new(uint8_t kind, CellHandle owner) {
 }
 
 LinkEntry *link_list_append(BlockHandle list) {
+    CHECK(is_list(list));
     BlockHandle last = block_get16(list, k_last_block_at);
     uint32_t index = byte_at(list, k_last_index_at) + 1U;
     if (last == 0 || index >= k_entries) {
@@ -94,6 +90,7 @@ LinkEntry *link_list_first(BlockHandle list) {
     if (list == 0) {
         return nullptr;
     }
+    CHECK(is_list(list));
     BlockHandle block = block_get16(list, k_first_block_at);
     uint32_t index = byte_at(list, k_first_index_at);
     block_set16(list, k_cursor_block_at, block);
@@ -103,6 +100,7 @@ LinkEntry *link_list_first(BlockHandle list) {
 }
 
 LinkEntry *link_list_next(BlockHandle list) {
+    CHECK(list == 0 || is_list(list));
     if (list == 0 || block_get16(list, k_first_block_at) == 0) {
         return nullptr;
     }
@@ -127,11 +125,6 @@ LinkEntry *link_list_next(BlockHandle list) {
 void link_list_free(BlockHandle list) {
     if (list == 0) {
         return;
-    }
-    for (LinkEntry *e = link_list_first(list); e != nullptr; e = link_list_next(list)) {
-        if (e->kind == k_link_chain_a || e->kind == k_link_chain_b) {
-            free_entry_chain(e);
-        }
     }
     chain_free(block_get16(list, k_first_block_at));
     block_free(list);

@@ -6,8 +6,6 @@
 enum LinkEntryKind : uint8_t {
     k_link_none = 0,
     k_link_cell = 3,
-    k_link_chain_a = 5,  // 5 and 6 own a chain of text blocks; nothing makes them
-    k_link_chain_b = 6,
     k_link_end = 30,
 };
 

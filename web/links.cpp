@@ -1,5 +1,6 @@
 #include "web/links.h"
 
+#include "core/check.h"
 #include "core/text.h"
 #include "web/cell_numbers.h"
 #include "web/cells.h"
@@ -88,6 +89,7 @@ BlockHandle links_scan_text(BlockHandle text, CellHandle owner) {
         return 0;
     }
     text_copy_out(links.text, text, k_scanned_text_max);
+    CHECK(links.under_construction == 0);
     links.under_construction = link_list_new(k_out_pointer_list, owner);
     const char *position = links.text;
     uint32_t length;

@@ -11,6 +11,11 @@ enum CellKind : uint16_t {
     k_cell_deleted = 5,
 };
 
+// True for a node block that is in use.
+inline bool is_node(BlockHandle h) {
+    return block_ptr(h)[k_block_type_at] == k_block_node;
+}
+
 constexpr uint32_t k_record_at = 8;  // the record lies behind the tree's links
 
 // Declares the getter and the setter of a field of 16 bits, by its offset.

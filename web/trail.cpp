@@ -1,5 +1,6 @@
 #include "web/trail.h"
 
+#include "core/check.h"
 #include "core/host_view.h"
 #include "web/changed.h"
 #include "web/index.h"
@@ -32,6 +33,16 @@ uint8_t before(uint8_t i) {
     return static_cast<uint8_t>((i - 1) & (k_ring_slots - 1));
 }
 
+bool is_live_or_none(CellHandle cell) {
+    return cell == 0 || is_live_cell(cell);
+}
+
+// Whether a slot lies between the oldest entry and the slot to write next, which counts.
+bool holds(const Ring *ring, uint8_t slot) {
+    uint8_t entries = (ring->head - ring->tail) & (k_ring_slots - 1);
+    return ((slot - ring->tail) & (k_ring_slots - 1)) <= entries;
+}
+
 void put(Ring *ring, CellHandle cell) {
     ring->slots[ring->head] = cell;
     ring->head = after(ring->head);
@@ -39,6 +50,7 @@ void put(Ring *ring, CellHandle cell) {
 
 // An entry is not repeated right behind itself, except where the ring is full.
 void ring_push(Ring *ring, CellHandle cell) {
+    CHECK(is_live_or_none(cell));
     bool empty = ring->head == ring->tail;
     bool full = after(ring->head) == ring->tail;
     if (full) {
@@ -110,6 +122,7 @@ CellHandle trail_walk_next() {
     if (trail.cursor == trail.back.tail) {
         return 0;
     }
+    CHECK(holds(&trail.back, trail.cursor));
     trail.cursor = before(trail.cursor);
     return trail.back.slots[trail.cursor];
 }
@@ -144,6 +157,7 @@ void current_cell_clear() {
 }
 
 void current_cell_assign(CellHandle cell) {
+    CHECK(is_live_or_none(cell));
     trail.current = cell;
 }
 
@@ -155,6 +169,7 @@ void set_current(CellHandle cell) {
 }
 
 void show_as_current(CellHandle cell) {
+    CHECK(is_live_or_none(cell));
     trail.current = cell;
     refresh_current_view();
 }
@@ -169,6 +184,7 @@ CellHandle list_position() {
 }
 
 void list_position_set(CellHandle node) {
+    CHECK(node == 0 || is_node(node));
     trail.list_position = node;
 }
 

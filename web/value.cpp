@@ -1,5 +1,6 @@
 #include "web/value.h"
 
+#include "core/check.h"
 #include "core/numbers.h"
 #include "core/text.h"
 
@@ -66,6 +67,7 @@ void val_free(BlockHandle value) {
 }
 
 BlockHandle val_copy(BlockHandle value) {
+    CHECK(values.under_construction == 0);
     BlockHandle tail = 0;
     for (BlockHandle from = value; from != 0; from = block_next(from)) {
         BlockHandle to = val_new();
@@ -86,6 +88,7 @@ BlockHandle val_copy(BlockHandle value) {
 }
 
 void val_set_text(BlockHandle value, BlockHandle text) {
+    CHECK(value != 0);
     chain_free(val_text(value));
     set_text_field(value, text);
     set_state(value, k_value_text);
@@ -99,6 +102,7 @@ void val_set_number(BlockHandle value, double number) {
 }
 
 void val_make_text(BlockHandle value) {
+    CHECK(value != 0);
     switch (val_state(value)) {
     case k_value_empty:
         set_state(value, k_value_text);

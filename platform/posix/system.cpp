@@ -156,6 +156,7 @@ size_t stem_length(const char *name) {
 // Gives NAME-old.PROCESS the name NAME-old-PROCESS, over no other file.
 void keep_copy(int folder, const char *name, size_t number_at) {
     char kept[NAME_MAX + 1];
+    static_assert(sizeof dirent::d_name <= sizeof kept);
     strcpy(kept, name);
     kept[number_at - 1] = '-';
     if (linkat(folder, name, folder, kept, 0) == 0) {

@@ -112,6 +112,7 @@ void page_fill(const SettingsPage *page, HWND window, const Settings *draft) {
     }
     for (const NumberRow &row : page->numbers) {
         wchar_t digits[16];
+        static_assert(sizeof L"-2147483648" <= sizeof digits);
         wsprintfW(digits, L"%d", *at<int32_t>(draft, row.field));
         SetDlgItemTextW(window, row.control, digits);
     }

@@ -24,6 +24,8 @@
 #include "web/words.h"
 
 #include <csetjmp>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -33,6 +35,12 @@ static struct ProgramEnd {
     bool awaited;
     int status;
 } program_end;
+
+static struct CheckFailure {
+    jmp_buf context;
+    bool awaited;
+    const char *what;
+} check_failure;
 
 void note(const std::string &line) {
     host().log.push_back(line);
@@ -108,6 +116,18 @@ std::optional<int> run_until_end(const std::function<void()> &body) {
     body();
     program_end.awaited = false;
     return std::nullopt;
+}
+
+std::string run_until_check_fails(const std::function<void()> &body) {
+    check_failure.awaited = true;
+    if (setjmp(check_failure.context) != 0) {
+        check_failure.awaited = false;
+        std::string what = check_failure.what;
+        return what.replace(what.find(':') + 1, what.find(": ") - what.find(':'), "");
+    }
+    body();
+    check_failure.awaited = false;
+    return "";
 }
 
 bool run_command(const std::function<void()> &body) {
@@ -210,6 +230,15 @@ void end_program(int status) {
     }
     program_end.status = status;
     longjmp(program_end.context, 1);
+}
+
+void check_failed(const char *what) {
+    if (!check_failure.awaited) {
+        fprintf(stderr, "%s\n", what);
+        abort();  // each test has a process of its own
+    }
+    check_failure.what = what;
+    longjmp(check_failure.context, 1);
 }
 
 // Nothing here may own memory when the arena runs out: the jump runs no destructor.

@@ -55,6 +55,10 @@ void start_program();
 // Runs the body; the status that the program ended with, or nothing when the body came back.
 std::optional<int> run_until_end(const std::function<void()> &body);
 
+// Runs the body; the check (core/check.h) that it failed, without the line's number, or "" when it
+// failed none. What the body left half done is the caller's to forget: start_program().
+std::string run_until_check_fails(const std::function<void()> &body);
+
 // Runs the body as the window runs a command: under a recovery point, with program_recover() after
 // a jump. False when there was one.
 bool run_command(const std::function<void()> &body);

@@ -12,6 +12,7 @@
 #include "web/trail.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -34,6 +35,15 @@ void post_press(HWND pane, LRESULT position) {
 // The program would be gone: the operation in hand ends here.
 void end_program(int status) {
     exit_status = status;
+    recovery_jump();
+}
+
+// So does one with a fault, and the test fails.
+void check_failed(const char *what) {
+    ADD_FAILURE() << what;
+    if (!recovery_available()) {
+        abort();
+    }
     recovery_jump();
 }
 
