@@ -17,7 +17,7 @@ add_library(quorvane_engine OBJECT
     web/cells.cpp
     web/index.cpp
     web/links.cpp
-    web/option_tags.cpp
+    web/option_text.cpp
     web/options.cpp
     web/report_selection.cpp
     web/trail.cpp

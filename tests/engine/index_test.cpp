@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "web/cells.h"
 #include "web/links.h"
+#include "web/option_text.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"

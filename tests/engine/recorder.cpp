@@ -12,7 +12,6 @@
 #include "web/cell_text.h"
 #include "web/cells.h"
 #include "web/links.h"
-#include "web/option_tags.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"
