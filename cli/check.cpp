@@ -14,7 +14,7 @@
 #include "web/cells.h"
 #include "web/index.h"
 #include "web/links.h"
-#include "web/option_tags.h"
+#include "web/option_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -96,9 +96,17 @@ bool parse_number(const std::string &text, double *number) {
     return end != text.c_str() && *end == 0 && std::isfinite(*number);
 }
 
+bool is_written_as_number(OptionId id) {
+    if (id == k_option_count) {
+        return false;
+    }
+    const OptionInfo *info = option_info(id);
+    return info->type != OptionType::text && info->words[0].text[0] == 0;
+}
+
 // Words are the same as cellnames are, numbers in any spelling. A text is kept to the letter or
 // cut.
-bool says_the_same(const std::string &given, const std::string &kept) {
+bool says_the_same(OptionId id, const std::string &given, const std::string &kept) {
     const auto same = [](char a, char b) { return fold_char(a) == fold_char(b); };
     if (std::equal(given.begin(), given.end(), kept.begin(), kept.end(), same)) {
         return true;
@@ -106,14 +114,15 @@ bool says_the_same(const std::string &given, const std::string &kept) {
     constexpr size_t k_number_max = 25;
     double a = 0;
     double b = 0;
-    return given.size() <= k_number_max && parse_number(given, &a) && parse_number(kept, &b) &&
-           a == b;
+    return is_written_as_number(id) && given.size() <= k_number_max && parse_number(given, &a) &&
+           parse_number(kept, &b) && a == b;
 }
 
 void check_options(CheckedFile *file) {
     for (const auto &[tag, given] : check.options) {
-        const std::string kept = option_value_text(tag);
-        if (!says_the_same(given.text, kept)) {
+        const OptionId id = web_tag_option(tag);
+        const std::string kept = id != k_option_count ? option_value_text(id) : "";
+        if (!says_the_same(id, given.text, kept)) {
             file->findings.push_back({"option_changed", given.line, given.text,
                                       std::string("<") + web_tag_name(tag) + "> \"" +
                                           excerpt(given.text) + "\" becomes \"" + excerpt(kept) +

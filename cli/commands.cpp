@@ -138,7 +138,9 @@ int apply_report_options(const CommandLine &line) {
     }
     if (line.has_format) {
         if (line.format.size() > k_rfmt_max) {
-            return misuse("a report format has at most 256 characters");
+            return misuse(
+                ("a report format has at most " + std::to_string(k_rfmt_max) + " characters")
+                    .c_str());
         }
         set_option_rfmt(line.format.c_str());
     }

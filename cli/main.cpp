@@ -32,12 +32,16 @@ constexpr const char *k_version = "qvx " QUORVANE_VERSION;
 
 using Words = std::map<std::string, uint8_t>;
 
-const Words k_type_words = {{"fmt", k_report_fmt},
-                            {"inptr", k_report_inptr},
-                            {"outptr", k_report_outptr},
-                            {"trail", k_report_trail}};
-const Words k_newline_words = {
-    {"lf", k_newline_lf}, {"cr", k_newline_cr}, {"crlf", k_newline_crlf}};
+Words words_of(OptionId id) {
+    Words words;
+    for (const OptionWord *word = option_info(id)->words; word->text[0] != 0; ++word) {
+        words[word->text] = word->value;
+    }
+    return words;
+}
+
+const Words k_type_words = words_of(k_option_rtype);
+const Words k_newline_words = words_of(k_option_onewl);
 
 // 0 for no word.
 uint8_t value_of(const Words &words, const std::string &word) {

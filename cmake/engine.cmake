@@ -20,7 +20,7 @@ add_library(quorvane_engine OBJECT
     web/index.cpp
     web/link_list.cpp
     web/links.cpp
-    web/option_tags.cpp
+    web/option_text.cpp
     web/options.cpp
     web/report_selection.cpp
     web/steps.cpp

@@ -10,7 +10,8 @@
 #include "web/cell_numbers.h"
 #include "web/cells.h"
 #include "web/index.h"
-#include "web/option_tags.h"
+#include "web/links.h"
+#include "web/option_text.h"
 #include "web/value.h"
 
 namespace {
@@ -88,6 +89,13 @@ void apply_value() {
     note_replaced_value(cell_value(staging.last));
     val_free(cell_value(staging.last));
     cell_set_value(staging.last, value);
+}
+
+void apply_option(int tag) {
+    OptionId id = web_tag_option(tag);
+    if (id != k_option_count) {
+        option_apply_text(id, token_text());
+    }
 }
 
 // Releases what a staged or live record holds of the fields that a file sets.
@@ -242,7 +250,7 @@ int web_apply_close_tag(int tag) {
         apply_field(cell_script, cell_set_script);
         return 0;
     default:
-        option_apply_text(tag, token_text());
+        apply_option(tag);
         return 0;
     }
 }

@@ -1,24 +1,79 @@
-// The web file's tag names.
+// The web file's tags: their indexes, their names and the options that they stand for.
 #pragma once
 
-#include "web/option_tags.h"
+#include "web/options.h"
 
 #include <cstdint>
 
+// The format fixes the indexes; those of the options are given in their rows.
+enum WebTag : int {
+    k_tag_eof = 0,
+    k_tag_cell = 1,
+    k_tag_cname = 2,
+    k_tag_text = 3,
+    k_tag_val = 4,
+    k_tag_form = 5,
+    k_tag_script = 6,
+    k_tag_opts = 7,
+    k_tag_scrfont = 27,  // this and the next are known and mean nothing
+    k_tag_statwin = 28,
+#define SAVED_OPTION(type, name, initial, least, most, tag, ...) k_tag_##name = tag,
+#include "web/options.def"
+    k_tag_count = 10 + k_saved_option_count
+};
+
+// The tags of the options that are kept in the web file, by OptionId.
+constexpr uint8_t k_option_tags[k_saved_option_count] = {
+#define SAVED_OPTION(type, name, initial, least, most, tag, ...) tag,
+#include "web/options.def"
+};
+
+// Options are written in the order of their ids, which is that of the column `place`.
+#define SAVED_OPTION(type, name, initial, least, most, tag, place, ...)                            \
+    static_assert(k_option_##name == (place)-1, "options.def: " #name " is not in its place");
+#include "web/options.def"
+
 constexpr unsigned k_tag_name_max = 8;  // characters of the longest name
 
-// The tags' names, by WebTag.
-constexpr char k_tag_names[k_tag_count][k_tag_name_max + 1] = {
-    "eof",   "cell",  "cname",    "text",     "val",     "form",  "script", "opts",
-    "odest", "oname", "onewl",    "isrc",     "iname",   "iecho", "cfmt",   "citer",
-    "cdisp", "rtype", "rfmt",     "rall",     "starg",   "srpl",  "scount", "sout",
-    "nfmt",  "ndec",  "nang",     "scrfont",  "statwin", "pltng", "xmax",   "xmin",
-    "ymax",  "ymin",  "xintrvls", "yintrvls", "xycells",
+struct WebTagNames {
+    const char *of[k_tag_count];
 };
+
+constexpr WebTagNames make_tag_names() {
+    WebTagNames names = {{"eof", "cell", "cname", "text", "val", "form", "script", "opts"}};
+    names.of[k_tag_scrfont] = "scrfont";
+    names.of[k_tag_statwin] = "statwin";
+#define SAVED_OPTION(type, name, ...) names.of[k_tag_##name] = #name;
+#include "web/options.def"
+    return names;
+}
+
+// By WebTag.
+constexpr WebTagNames k_tag_names = make_tag_names();
+
+// As many names as indexes, and none without: no two tags have the same one.
+constexpr bool every_tag_has_a_name() {
+    for (const char *name : k_tag_names.of) {
+        if (name == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(every_tag_has_a_name(), "options.def: the tags' indexes have a gap");
 
 // The name of a tag as it is written.
 constexpr const char *web_tag_name(int tag) {
-    return k_tag_names[tag];
+    return k_tag_names.of[tag];
+}
+
+// The option that a tag stands for; k_option_count when it stands for none.
+constexpr OptionId web_tag_option(int tag) {
+    uint32_t id = 0;
+    while (id < k_saved_option_count && k_option_tags[id] != tag) {
+        ++id;
+    }
+    return id < k_saved_option_count ? static_cast<OptionId>(id) : k_option_count;
 }
 
 // Whether an element only groups others and has no text of its own.

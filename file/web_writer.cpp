@@ -6,7 +6,9 @@
 #include "core/text.h"
 #include "file/web_tags.h"
 #include "file/written_names.h"
+#include "web/cells.h"
 #include "web/index.h"
+#include "web/option_text.h"
 #include "web/value.h"
 
 #include <cstring>
@@ -103,9 +105,9 @@ int write_string_element(int tag, const char *s) {
 
 int write_options() {
     int code = web_write_open_tag(k_tag_opts);
-    for (uint32_t i = 0; i < option_tag_count() && code == 0; ++i) {
-        int tag = option_tag_at(i);
-        code = write_string_element(tag, option_value_text(tag));
+    for (uint32_t id = 0; id < k_saved_option_count && code == 0; ++id) {
+        code =
+            write_string_element(k_option_tags[id], option_value_text(static_cast<OptionId>(id)));
     }
     return code == 0 ? web_write_close_tag(k_tag_opts) : code;
 }

@@ -2,182 +2,143 @@
 
 #include "core/strings.h"
 
+#include <cstddef>
 #include <cstring>
 
 namespace {
 
 static struct Options {
-    uint8_t isrc;
-    uint8_t iecho;
-    uint8_t odest;
-    uint8_t onewl;
-    int32_t citer;
-    uint8_t cdisp;
-    uint8_t rtype;
-    uint8_t rall;
-    int32_t scount;
-    uint8_t sout;
-    uint8_t nfmt;
-    uint8_t ndec;
-    uint8_t nang;
-    uint8_t pltng;
-    double xmax;
-    double xmin;
-    double ymax;
-    double ymin;
-    uint8_t xintrvls;
-    uint8_t yintrvls;
-    int32_t font_size;
-    uint32_t font_style;
-    int32_t zoom;
-    uint8_t link_colour;
-    uint8_t dclick_create;
-    uint8_t dclick_ask;
-    uint8_t search_case;
+    OptionRecord record;
     NumberFormat number_format;
-    char iname[k_iname_max + 1];
-    char oname[k_oname_max + 1];
-    char cfmt[k_cfmt_max + 1];
-    char rfmt[k_rfmt_max + 1];
-    char starg[k_search_max + 1];
-    char srpl[k_search_max + 1];
-    char xycells[k_xycells_max + 1];
-    char font_name[k_font_name_max + 1];
-    char scratch[k_number_text_max + 1];
 } options;
 
-// The rest of the field is cleared. The source may be the field itself.
-void set_text(char *field, uint32_t capacity, const char *text) {
-    uint32_t length = copy_string(field, text, capacity);
-    memset(field + length, 0, capacity + 1 - length);
+constexpr OptionWord k_no_words[] = {{"", 0}};
+
+#define SAVED_OPTION(type, name, initial, least, most, tag, place, ...)                            \
+    constexpr OptionWord k_##name##_words[] = {__VA_ARGS__ __VA_OPT__(, ){"", 0}};
+#include "web/options.def"
+
+template <typename T> constexpr OptionType k_type_of = OptionType::text;
+template <> constexpr OptionType k_type_of<uint8_t> = OptionType::one_byte;
+template <> constexpr OptionType k_type_of<int32_t> = OptionType::integer;
+template <> constexpr OptionType k_type_of<double> = OptionType::number;
+
+#define OPTION_INFO(type, name, words, least, most)                                                \
+    {words, offsetof(OptionRecord, name), k_type_of<type>, least, most},
+
+constexpr OptionInfo k_info[k_option_count] = {
+#define SAVED_OPTION(type, name, initial, least, most, ...)                                        \
+    OPTION_INFO(type, name, k_##name##_words, least, most)
+#define OPTION(type, name, initial, least, most) OPTION_INFO(type, name, k_no_words, least, most)
+#include "web/options.def"
+};
+
+const void *field(const OptionRecord *record, OptionId id) {
+    return reinterpret_cast<const char *>(record) + k_info[id].at;
+}
+
+void *field(OptionRecord *record, OptionId id) {
+    return reinterpret_cast<char *>(record) + k_info[id].at;
+}
+
+void apply_number_format() {
+    options.number_format = {options.record.nfmt, options.record.ndec, k_number_text_max, '.'};
+    number_format_set(&options.number_format);
+}
+
+int32_t clamp(int32_t value, int32_t least, int32_t most) {
+    return value < least ? least : value > most ? most : value;
 }
 
 }  // namespace
 
-#define DEFINE_OPTION(type, name)                                                                  \
+#define OPTION(type, name, initial, least, most)                                                   \
     type option_##name() {                                                                         \
-        return options.name;                                                                       \
+        return options.record.name;                                                                \
     }                                                                                              \
     void set_option_##name(type value) {                                                           \
-        options.name = value;                                                                      \
+        set_option(k_option_##name, value);                                                        \
     }
-
-DEFINE_OPTION(uint8_t, isrc)
-DEFINE_OPTION(uint8_t, iecho)
-DEFINE_OPTION(uint8_t, odest)
-DEFINE_OPTION(uint8_t, onewl)
-DEFINE_OPTION(int32_t, citer)
-DEFINE_OPTION(uint8_t, cdisp)
-DEFINE_OPTION(uint8_t, rtype)
-DEFINE_OPTION(uint8_t, rall)
-DEFINE_OPTION(int32_t, scount)
-DEFINE_OPTION(uint8_t, sout)
-DEFINE_OPTION(uint8_t, nang)
-DEFINE_OPTION(uint8_t, pltng)
-DEFINE_OPTION(double, xmax)
-DEFINE_OPTION(double, xmin)
-DEFINE_OPTION(double, ymax)
-DEFINE_OPTION(double, ymin)
-DEFINE_OPTION(uint8_t, xintrvls)
-DEFINE_OPTION(uint8_t, yintrvls)
-DEFINE_OPTION(int32_t, font_size)
-DEFINE_OPTION(uint32_t, font_style)
-DEFINE_OPTION(uint8_t, link_colour)
-DEFINE_OPTION(uint8_t, dclick_create)
-DEFINE_OPTION(uint8_t, dclick_ask)
-DEFINE_OPTION(uint8_t, search_case)
-
-#define DEFINE_TEXT_OPTION(name, capacity)                                                         \
-    const char *option_##name() {                                                                  \
-        return options.name;                                                                       \
-    }                                                                                              \
-    void set_option_##name(const char *value) {                                                    \
-        set_text(options.name, capacity, value);                                                   \
-    }
-
-DEFINE_TEXT_OPTION(iname, k_iname_max)
-DEFINE_TEXT_OPTION(oname, k_oname_max)
-DEFINE_TEXT_OPTION(cfmt, k_cfmt_max)
-DEFINE_TEXT_OPTION(rfmt, k_rfmt_max)
-DEFINE_TEXT_OPTION(starg, k_search_max)
-DEFINE_TEXT_OPTION(srpl, k_search_max)
-DEFINE_TEXT_OPTION(xycells, k_xycells_max)
-DEFINE_TEXT_OPTION(font_name, k_font_name_max)
-
-uint8_t option_nfmt() {
-    return options.nfmt;
-}
-
-void set_option_nfmt(uint8_t value) {
-    options.nfmt = value;
-    options.number_format.kind = value;
-    number_format_set(&options.number_format);
-}
-
-uint8_t option_ndec() {
-    return options.ndec;
-}
-
-void set_option_ndec(uint8_t value) {
-    options.ndec = value;
-    options.number_format.digits = value;
-    number_format_set(&options.number_format);
-}
-
-int32_t option_zoom() {
-    return options.zoom;
-}
-
-void set_option_zoom(int32_t value) {
-    options.zoom = value < k_zoom_min ? k_zoom_min : value > k_zoom_max ? k_zoom_max : value;
-}
-
-const char *option_number_text(double value) {
-    memset(options.scratch, 0, sizeof options.scratch);
-    number_format(options.scratch, value, number_format_in_force());
-    return options.scratch;
-}
+#include "web/options.def"
 
 const NumberFormat *option_number_format() {
     return &options.number_format;
 }
 
+const OptionInfo *option_info(OptionId id) {
+    return &k_info[id];
+}
+
+const OptionRecord *options_in_force() {
+    return &options.record;
+}
+
+int32_t option_integer(const OptionRecord *record, OptionId id) {
+    const void *from = field(record, id);
+    return k_info[id].type == OptionType::one_byte ? *static_cast<const uint8_t *>(from)
+                                                   : *static_cast<const int32_t *>(from);
+}
+
+double option_number(const OptionRecord *record, OptionId id) {
+    return *static_cast<const double *>(field(record, id));
+}
+
+const char *option_string(const OptionRecord *record, OptionId id) {
+    return static_cast<const char *>(field(record, id));
+}
+
+void option_put(OptionRecord *record, OptionId id, int32_t value) {
+    if (k_info[id].type == OptionType::one_byte) {
+        *static_cast<uint8_t *>(field(record, id)) = static_cast<uint8_t>(value);
+    } else {
+        *static_cast<int32_t *>(field(record, id)) = value;
+    }
+}
+
+// The rest of the field is cleared. The source may be the field itself.
+void option_put(OptionRecord *record, OptionId id, const char *value) {
+    char *to = static_cast<char *>(field(record, id));
+    const uint32_t capacity = static_cast<uint32_t>(k_info[id].most);
+    uint32_t length = copy_string(to, value, capacity);
+    memset(to + length, 0, capacity + 1 - length);
+}
+
+void set_option(OptionId id, int32_t value) {
+    if (id == k_option_zoom) {
+        value = clamp(value, k_zoom_min, k_zoom_max);
+    }
+    option_put(&options.record, id, value);
+    if (id == k_option_nfmt || id == k_option_ndec) {
+        apply_number_format();
+    }
+}
+
+void set_option(OptionId id, double value) {
+    *static_cast<double *>(field(&options.record, id)) = value;
+}
+
+void set_option(OptionId id, const char *value) {
+    option_put(&options.record, id, value);
+}
+
+bool option_take(OptionId id, const OptionRecord *record) {
+    if (k_info[id].type == OptionType::text) {
+        const char *value = option_string(record, id);
+        bool differs = strcmp(value, option_string(&options.record, id)) != 0;
+        if (differs) {
+            set_option(id, value);
+        }
+        return differs;
+    }
+    int32_t value = option_integer(record, id);
+    bool differs = value != option_integer(&options.record, id);
+    if (differs) {
+        set_option(id, value);
+    }
+    return differs;
+}
+
 void option_defaults() {
-    set_option_isrc(k_input_keyboard);
-    set_option_iname("INPUT");
-    set_option_iecho(0);
-    set_option_odest(k_output_console);
-    set_option_oname("OUTPUT");
-    set_option_onewl(k_newline_lf);
-    set_option_cfmt("~\\n");
-    set_option_citer(1);
-    set_option_cdisp(k_display_nolist);
-    set_option_rtype(k_report_fmt);
-    set_option_rfmt("\\n*****\\N**************************\\n\\T\\n\\n");
-    set_option_rall(1);
-    set_option_starg("");
-    set_option_srpl("");
-    set_option_scount(1);
-    set_option_sout(1);
-    options.number_format.width = k_number_text_max;
-    options.number_format.point = '.';
-    set_option_nfmt(k_number_general);
-    set_option_ndec(2);
-    set_option_nang(k_angle_degrees);
-    set_option_pltng(1);
-    set_option_xmax(5);
-    set_option_xmin(-5);
-    set_option_ymax(5);
-    set_option_ymin(-5);
-    set_option_xintrvls(5);
-    set_option_yintrvls(5);
-    set_option_xycells("home,home");
-    set_option_font_name("Tahoma");
-    set_option_font_size(90);
-    set_option_font_style(0);
-    set_option_zoom(0);
-    set_option_link_colour(k_link_red);
-    set_option_dclick_create(1);
-    set_option_dclick_ask(1);
-    set_option_search_case(0);
+#define OPTION(type, name, initial, least, most) set_option_##name(initial);
+#include "web/options.def"
 }

@@ -1,23 +1,8 @@
 // The web's options and the application's settings: one record, a getter and a setter a field.
-//
-// The fields with a tag of their own are saved with the web; the others hold until the next web is
-// made or opened. web/option_tags.h says how each is spelled in a web file.
+// What there are, with their types, defaults, limits and words, is said in web/options.def.
 #pragma once
 
 #include "core/numbers.h"
-
-// Capacities of the text fields, in characters.
-constexpr uint32_t k_iname_max = 100;
-constexpr uint32_t k_oname_max = 48;
-constexpr uint32_t k_cfmt_max = 79;
-constexpr uint32_t k_rfmt_max = 256;
-constexpr uint32_t k_search_max = 48;  // starg and srpl
-constexpr uint32_t k_xycells_max = 256;
-constexpr uint32_t k_font_name_max = 255;
-
-constexpr int32_t k_zoom_min = -10;
-constexpr int32_t k_zoom_max = 20;
-constexpr uint8_t k_decimals_max = 8;
 
 enum InputSource : uint8_t { k_input_keyboard = 1, k_input_cell = 2, k_input_file = 3 };
 enum OutputDest : uint8_t { k_output_console = 1, k_output_file = 2, k_output_print = 3 };
@@ -32,64 +17,87 @@ enum ReportType : uint8_t {
 enum AngleUnit : uint8_t { k_angle_degrees = 1, k_angle_radians = 2 };
 enum LinkColour : uint8_t { k_link_red = 0, k_link_green = 1, k_link_blue = 2, k_link_black = 3 };
 
-constexpr uint32_t k_font_bold = 1;  // bits of font_style
-constexpr uint32_t k_font_italic = 2;
+constexpr int32_t k_font_bold = 1;  // bits of font_style
+constexpr int32_t k_font_italic = 2;
 
 // Sets every field to its default.
 void option_defaults();
 
-// Declares `TYPE option_NAME()` and `void set_option_NAME(TYPE)`.
-#define DECLARE_OPTION(type, name)                                                                 \
+// TYPE option_NAME() and void set_option_NAME(TYPE). A text's getter gives the record's own string;
+// the setter copies and cuts at the capacity.
+#define OPTION(type, name, initial, least, most)                                                   \
     type option_##name();                                                                          \
-    void set_option_##name(type value)
+    void set_option_##name(type value);
+#include "web/options.def"
 
-// Saved with the web.
-DECLARE_OPTION(uint8_t, isrc);    // InputSource
-DECLARE_OPTION(uint8_t, iecho);   // flag
-DECLARE_OPTION(uint8_t, odest);   // OutputDest
-DECLARE_OPTION(uint8_t, onewl);   // Newline
-DECLARE_OPTION(int32_t, citer);   // 1 or more
-DECLARE_OPTION(uint8_t, cdisp);   // CellDisplay
-DECLARE_OPTION(uint8_t, rtype);   // ReportType
-DECLARE_OPTION(uint8_t, rall);    // flag
-DECLARE_OPTION(int32_t, scount);  // 1 or more
-DECLARE_OPTION(uint8_t, sout);    // flag
-DECLARE_OPTION(uint8_t, nfmt);    // NumberKind; setting it applies the number format
-DECLARE_OPTION(uint8_t, ndec);    // 0 to 8; setting it applies the number format
-DECLARE_OPTION(uint8_t, nang);    // AngleUnit
-DECLARE_OPTION(uint8_t, pltng);   // flag
-DECLARE_OPTION(double, xmax);
-DECLARE_OPTION(double, xmin);
-DECLARE_OPTION(double, ymax);
-DECLARE_OPTION(double, ymin);
-DECLARE_OPTION(uint8_t, xintrvls);
-DECLARE_OPTION(uint8_t, yintrvls);
-
-// Texts: the getter's string belongs to the record; the setter copies and cuts at the field's
-// capacity.
-DECLARE_OPTION(const char *, iname);
-DECLARE_OPTION(const char *, oname);
-DECLARE_OPTION(const char *, cfmt);
-DECLARE_OPTION(const char *, rfmt);
-DECLARE_OPTION(const char *, starg);
-DECLARE_OPTION(const char *, srpl);
-DECLARE_OPTION(const char *, xycells);
-
-// Not saved.
-DECLARE_OPTION(const char *, font_name);
-DECLARE_OPTION(int32_t, font_size);      // tenths of a point
-DECLARE_OPTION(uint32_t, font_style);    // k_font_bold, k_font_italic
-DECLARE_OPTION(int32_t, zoom);           // clamped to -10..20
-DECLARE_OPTION(uint8_t, link_colour);    // LinkColour
-DECLARE_OPTION(uint8_t, dclick_create);  // flag: create a cell on double click
-DECLARE_OPTION(uint8_t, dclick_ask);     // flag: ask before that
-DECLARE_OPTION(uint8_t, search_case);    // flag: find and replace match case
-
-#undef DECLARE_OPTION
-
-// The plot bounds as text, the way the web file has them: converted by the current number format
-// into one buffer, which the next call overwrites. Setting reads a number from the text.
-const char *option_number_text(double value);
+// k_NAME_min and k_NAME_max.
+#define OPTION(type, name, initial, least, most)                                                   \
+    constexpr int32_t k_##name##_min = least;                                                      \
+    constexpr int32_t k_##name##_max = most;
+#include "web/options.def"
 
 // The requested number format (kind and digits mirror nfmt and ndec).
 const NumberFormat *option_number_format();
+
+// ---- Options by their ids, for those who treat them alike ---------------------------------------
+
+enum OptionId : uint8_t {
+#define OPTION(type, name, initial, least, most) k_option_##name,
+#include "web/options.def"
+    k_option_count
+};
+
+// The first of them are kept in the web file.
+constexpr uint32_t k_saved_option_count = 0
+#define SAVED_OPTION(...) +1
+#include "web/options.def"
+    ;
+
+template <typename T, int32_t most> struct OptionField { using Stored = T; };
+template <int32_t most> struct OptionField<const char *, most> {
+    using Stored = char[static_cast<uint32_t>(most) + 1];
+};
+
+struct OptionRecord {
+#define OPTION(type, name, initial, least, most) OptionField<type, most>::Stored name;
+#include "web/options.def"
+};
+
+// How a value is written, and the value that reading it gives.
+struct OptionWord {
+    char text[9];  // "" behind the last one
+    uint8_t value;
+    uint8_t reads = value;
+    bool otherwise = false;  // written for values that have no word
+};
+
+enum class OptionType : uint8_t { one_byte, integer, number, text };
+
+struct OptionInfo {
+    const OptionWord *words;
+    uint16_t at;  // in the record
+    OptionType type;
+    int16_t least;
+    int16_t most;
+};
+
+const OptionInfo *option_info(OptionId id);
+
+const OptionRecord *options_in_force();
+
+// A field of a record: bytes and integers, numbers, texts.
+int32_t option_integer(const OptionRecord *record, OptionId id);
+double option_number(const OptionRecord *record, OptionId id);
+const char *option_string(const OptionRecord *record, OptionId id);
+
+// Changes a record that is not in force.
+void option_put(OptionRecord *record, OptionId id, int32_t value);
+void option_put(OptionRecord *record, OptionId id, const char *value);
+
+// What the setters do.
+void set_option(OptionId id, int32_t value);
+void set_option(OptionId id, double value);
+void set_option(OptionId id, const char *value);
+
+// Sets an option to a record's value. False when it has it already, to the last bit.
+bool option_take(OptionId id, const OptionRecord *record);

@@ -14,7 +14,7 @@
 
 static struct ReplaceDialog {
     HWND window;
-    Settings draft;
+    OptionRecord draft;
 } replace_dialog;
 
 namespace {
@@ -25,7 +25,7 @@ void start(HWND dialog) {
     replace_dialog.window = dialog;
     set_search_in_progress(true);
     init_dialog(dialog, k_dialog_full_screen);
-    settings_load(&replace_dialog.draft);
+    replace_dialog.draft = *options_in_force();
     page_fill(&k_search_page, dialog, &replace_dialog.draft);
 }
 
@@ -46,9 +46,9 @@ void take_into_force() {
 
 // The dialog stays open over an entry that does not fit.
 void accept(HWND dialog) {
-    Refusal refusal;
-    if (!page_take(&k_search_page, dialog, &replace_dialog.draft, &refusal)) {
-        page_refuse(dialog, dialog, &refusal);
+    const SettingRow *refused = page_take(&k_search_page, dialog, &replace_dialog.draft);
+    if (refused != nullptr) {
+        page_refuse(dialog, dialog, refused);
     } else if (replace_dialog.draft.starg[0] == 0) {
         show_status_message("Nothing to search for");
         end(dialog, 0);

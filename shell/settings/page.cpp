@@ -2,6 +2,9 @@
 
 #include "core/host_messages.h"
 #include "platform/windows/text_conversion.h"
+#include "shell/main_window.h"
+#include "shell/settings/settings.h"
+#include "web/changed.h"
 
 // Longer entries are refused, not cut, so that controls take more than any field holds.
 constexpr uint32_t k_entry_max = 1000;
@@ -9,17 +12,10 @@ constexpr uint32_t k_entry_max = 1000;
 static struct SettingsPages {
     wchar_t entry[k_entry_max + 1];  // what a control holds
     wchar_t shown[k_entry_max + 1];  // what it was filled with
+    char text[3 * k_entry_max + 1];  // the entry as an option takes it
 } pages;
 
 namespace {
-
-template <typename T> T *at(Settings *draft, size_t field) {
-    return reinterpret_cast<T *>(reinterpret_cast<char *>(draft) + field);
-}
-
-template <typename T> const T *at(const Settings *draft, size_t field) {
-    return reinterpret_cast<const T *>(reinterpret_cast<const char *>(draft) + field);
-}
 
 // Leaves the text as a control shows it in pages.shown. Edit fields want CR LF for a line feed.
 void make_shown(const char *text) {
@@ -70,24 +66,37 @@ void fill_text(HWND control, const char *text) {
     SetWindowTextW(control, pages.shown);
 }
 
-bool take_text(HWND control, const TextRow &row, Settings *draft) {
-    char *field = at<char>(draft, row.field);
-    make_shown(field);
+bool take_text(HWND control, const SettingRow *row, const wchar_t *forbidden, OptionRecord *draft) {
+    make_shown(option_string(draft, row->option));
     GetWindowTextW(control, pages.entry, k_entry_max + 1);
     if (wcscmp(pages.entry, pages.shown) == 0) {
         return true;
     }
     drop_carriage_returns(pages.entry);
-    if (!text_allowed(pages.entry, row.capacity, row.forbidden)) {
+    uint32_t capacity = static_cast<uint32_t>(option_info(row->option)->most);
+    if (!text_allowed(pages.entry, capacity, forbidden)) {
         return false;
     }
-    utf8_copy(field, row.capacity + 1, pages.entry);
+    utf8_copy(pages.text, sizeof pages.text, pages.entry);
+    option_put(draft, row->option, pages.text);
     return true;
 }
 
-bool take_number(HWND control, const NumberRow &row, Settings *draft) {
+int32_t shown_number(const OptionRecord *draft, const SettingRow *row) {
+    return (option_integer(draft, row->option) + row->value / 2) / row->value;
+}
+
+bool take_number(HWND control, const SettingRow *row, OptionRecord *draft) {
+    const OptionInfo *info = option_info(row->option);
+    int32_t number;
     GetWindowTextW(control, pages.entry, k_entry_max + 1);
-    return number_allowed(pages.entry, row.least, row.most, at<int32_t>(draft, row.field));
+    if (!number_allowed(pages.entry, info->least / row->value, info->most / row->value, &number)) {
+        return false;
+    }
+    if (number != shown_number(draft, row)) {
+        option_put(draft, row->option, number * row->value);
+    }
+    return true;
 }
 
 bool is_checked(HWND window, int control) {
@@ -98,52 +107,93 @@ void check(HWND window, int control, bool on) {
     SendDlgItemMessageW(window, control, BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
+bool is_chosen(const SettingsPage *page, int control, const OptionRecord *draft) {
+    for (const SettingRow &row : page->choices) {
+        if (row.control == control && option_integer(draft, row.option) == row.value) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void take_buttons(const SettingsPage *page, HWND window, OptionRecord *draft) {
+    for (const SettingRow &row : page->choices) {
+        if (is_checked(window, row.control) && !is_chosen(page, row.control, draft)) {
+            option_put(draft, row.option, row.value);
+        }
+    }
+    for (const SettingRow &row : page->checks) {
+        int32_t others = option_integer(draft, row.option) & ~row.value;
+        int32_t bits = is_checked(window, row.control) ? row.value : 0;
+        option_put(draft, row.option, others | bits);
+    }
+}
+
+bool apply_rows(std::span<const SettingRow> rows, const OptionRecord *draft) {
+    bool changed = false;
+    for (const SettingRow &row : rows) {
+        if (option_take(row.option, draft)) {
+            changed = true;
+            if (row.option < k_saved_option_count) {
+                set_web_changed(true);
+            }
+        }
+    }
+    return changed;
+}
+
 }  // namespace
 
-void page_fill(const SettingsPage *page, HWND window, const Settings *draft) {
-    for (const ChoiceRow &row : page->choices) {
-        check(window, row.control, *at<uint8_t>(draft, row.field) == row.value);
+void page_fill(const SettingsPage *page, HWND window, const OptionRecord *draft) {
+    for (const SettingRow &row : page->choices) {
+        check(window, row.control, is_chosen(page, row.control, draft));
     }
-    for (const CheckRow &row : page->checks) {
-        check(window, row.control, *at<uint8_t>(draft, row.field) != 0);
+    for (const SettingRow &row : page->checks) {
+        check(window, row.control, (option_integer(draft, row.option) & row.value) != 0);
     }
-    for (const TextRow &row : page->texts) {
-        fill_text(GetDlgItem(window, row.control), at<char>(draft, row.field));
+    for (const SettingRow &row : page->texts) {
+        fill_text(GetDlgItem(window, row.control), option_string(draft, row.option));
     }
-    for (const NumberRow &row : page->numbers) {
+    for (const SettingRow &row : page->numbers) {
         wchar_t digits[16];
         static_assert(sizeof L"-2147483648" <= sizeof digits);
-        wsprintfW(digits, L"%d", *at<int32_t>(draft, row.field));
+        wsprintfW(digits, L"%d", shown_number(draft, &row));
         SetDlgItemTextW(window, row.control, digits);
     }
 }
 
-bool page_take(const SettingsPage *page, HWND window, Settings *draft, Refusal *refusal) {
-    for (const ChoiceRow &row : page->choices) {
-        if (is_checked(window, row.control)) {
-            *at<uint8_t>(draft, row.field) = row.value;
+const SettingRow *page_take(const SettingsPage *page, HWND window, OptionRecord *draft) {
+    take_buttons(page, window, draft);
+    for (const SettingRow &row : page->texts) {
+        if (!take_text(GetDlgItem(window, row.control), &row, page->forbidden, draft)) {
+            return &row;
         }
     }
-    for (const CheckRow &row : page->checks) {
-        *at<uint8_t>(draft, row.field) = is_checked(window, row.control) ? 1 : 0;
-    }
-    for (const TextRow &row : page->texts) {
-        if (!take_text(GetDlgItem(window, row.control), row, draft)) {
-            *refusal = {row.control, row.allowed};
-            return false;
+    for (const SettingRow &row : page->numbers) {
+        if (!take_number(GetDlgItem(window, row.control), &row, draft)) {
+            return &row;
         }
     }
-    for (const NumberRow &row : page->numbers) {
-        if (!take_number(GetDlgItem(window, row.control), row, draft)) {
-            *refusal = {row.control, row.allowed};
-            return false;
-        }
-    }
-    return true;
+    return nullptr;
 }
 
-void page_refuse(HWND owner, HWND window, const Refusal *refusal) {
-    MessageBoxW(owner, refusal->allowed, to_utf16(k_product_name), MB_OK | MB_ICONEXCLAMATION);
-    SetFocus(GetDlgItem(window, refusal->control));
-    SendDlgItemMessageW(window, refusal->control, EM_SETSEL, 0, -1);
+// The string has a place for a text's capacity, or two for a number's limits.
+void page_refuse(HWND owner, HWND window, const SettingRow *row) {
+    const OptionInfo *info = option_info(row->option);
+    int32_t most = info->most / row->value;
+    int32_t first = info->type == OptionType::text ? most : info->least / row->value;
+    LoadStringW(program_instance(), static_cast<UINT>(row->control), pages.entry, k_entry_max);
+    wsprintfW(pages.shown, pages.entry, first, most);
+    MessageBoxW(owner, pages.shown, to_utf16(k_product_name), MB_OK | MB_ICONEXCLAMATION);
+    SetFocus(GetDlgItem(window, row->control));
+    SendDlgItemMessageW(window, row->control, EM_SETSEL, 0, -1);
+}
+
+bool page_apply(const SettingsPage *page, const OptionRecord *draft) {
+    bool changed = false;
+    for (std::span<const SettingRow> rows :
+         {page->choices, page->checks, page->texts, page->numbers}) {
+        changed |= apply_rows(rows, draft);
+    }
+    return changed;
 }

@@ -1,72 +1,55 @@
-// A page of the settings sheet as data: which control stands for which field of the draft, and what
-// the user may enter.
+// A page of the settings sheet as data: which control stands for which option. Defaults and limits
+// are the option's own (web/options.def), and a string of the resources with the control's number
+// tells what may be entered.
 //
-// Fields are offsets into Settings. A page fills its controls when it is first shown and takes them
-// back whenever it is left. A text that still stands as it was shown keeps its bytes, whether they
-// can be shown or not.
+// Pages edit a draft, a copy of the options, which is brought into force as a whole. A page fills
+// its controls when it is first shown and takes them back whenever it is left. What still stands as
+// it was shown keeps its value to the last bit, whether that can be shown or not.
 #pragma once
 
 #include "shell/base/platform.h"
-#include "shell/settings/settings.h"
+#include "web/options.h"
 
-#include <cstddef>
 #include <span>
 
-// A radio button: marked when the byte has this value.
-struct ChoiceRow {
+struct SettingRow {
     int control;
-    size_t field;
-    uint8_t value;
+    OptionId option;
+    // A radio button's value, and one button may have several; a check box's bit; the unit in which
+    // a number is entered.
+    int32_t value = 1;
 };
 
-// A check box for a flag.
-struct CheckRow {
-    int control;
-    size_t field;
-};
-
-struct TextRow {
-    int control;
-    size_t field;
-    uint32_t capacity;         // bytes
-    const wchar_t *forbidden;  // characters
-    const wchar_t *allowed;    // told when the entry is refused
-};
-
-struct NumberRow {
-    int control;
-    size_t field;
-    int32_t least;
-    int32_t most;
-    const wchar_t *allowed;
-};
+// What a change of a page's options calls for, as bits.
+constexpr uint32_t k_effect_panes = 1;   // the panes look different
+constexpr uint32_t k_effect_output = 2;  // reports go elsewhere
 
 struct SettingsPage {
     const wchar_t *name;  // of the template
-    std::span<const ChoiceRow> choices = {};
-    std::span<const CheckRow> checks = {};
-    std::span<const TextRow> texts = {};
-    std::span<const NumberRow> numbers = {};
+    std::span<const SettingRow> choices = {};
+    std::span<const SettingRow> checks = {};
+    std::span<const SettingRow> texts = {};
+    std::span<const SettingRow> numbers = {};
+    const wchar_t *forbidden = L"";  // characters in its texts
+    uint32_t effects = 0;
     // Prepares what the tables do not cover; may be null.
     void (*prepare)(HWND page) = nullptr;
     // Answers a message that the tables do not cover; may be null.
     INT_PTR (*handle)(HWND page, UINT message, WPARAM wparam, LPARAM lparam) = nullptr;
 };
 
-// An entry that is not allowed.
-struct Refusal {
-    int control;
-    const wchar_t *allowed;
-};
+void page_fill(const SettingsPage *page, HWND window, const OptionRecord *draft);
 
-void page_fill(const SettingsPage *page, HWND window, const Settings *draft);
-
-// Takes the controls into the draft. False at the first entry that is not allowed; the draft then
-// keeps what it had for it and for what follows it.
-bool page_take(const SettingsPage *page, HWND window, Settings *draft, Refusal *refusal);
+// Takes the controls into the draft. Returns null, or the first row whose entry is not allowed; the
+// draft then keeps what it had for it and for what follows it.
+const SettingRow *page_take(const SettingsPage *page, HWND window, OptionRecord *draft);
 
 // Tells the user what the entry may be, in a box over `owner`, and goes to it.
-void page_refuse(HWND owner, HWND window, const Refusal *refusal);
+void page_refuse(HWND owner, HWND window, const SettingRow *row);
+
+// Sets the page's options that differ from the draft, and the web changed flag when one of them is
+// kept in the web file. True when any differed.
+bool page_apply(const SettingsPage *page, const OptionRecord *draft);
 
 // The pages in the order of their tabs.
 extern const SettingsPage k_report_page;

@@ -11,16 +11,16 @@ static struct LinksPage {
 
 namespace {
 
-const ChoiceRow k_choices[] = {
-    {CTL_LINKS_RED, offsetof(Settings, link_colour), k_link_red},
-    {CTL_LINKS_GREEN, offsetof(Settings, link_colour), k_link_green},
-    {CTL_LINKS_BLUE, offsetof(Settings, link_colour), k_link_blue},
-    {CTL_LINKS_BLACK, offsetof(Settings, link_colour), k_link_black},
+const SettingRow k_choices[] = {
+    {CTL_LINKS_RED, k_option_link_colour, k_link_red},
+    {CTL_LINKS_GREEN, k_option_link_colour, k_link_green},
+    {CTL_LINKS_BLUE, k_option_link_colour, k_link_blue},
+    {CTL_LINKS_BLACK, k_option_link_colour, k_link_black},
 };
 
-const CheckRow k_checks[] = {
-    {CTL_LINKS_CREATE, offsetof(Settings, dclick_create)},
-    {CTL_LINKS_ASK, offsetof(Settings, dclick_ask)},
+const SettingRow k_checks[] = {
+    {CTL_LINKS_CREATE, k_option_dclick_create},
+    {CTL_LINKS_ASK, k_option_dclick_ask},
 };
 
 // The samples stand in the order of the colours.
@@ -54,6 +54,7 @@ const SettingsPage k_links_page = {
     .name = L"LINKSPAGE",
     .choices = k_choices,
     .checks = k_checks,
+    .effects = k_effect_panes,
     .prepare = prepare,
     .handle = handle,
 };

@@ -6,17 +6,16 @@
 
 namespace {
 
-const ChoiceRow k_choices[] = {
-    {CTL_NUMBERS_FIXED, offsetof(Settings, nfmt), k_number_fixed},
-    {CTL_NUMBERS_EXPONENT, offsetof(Settings, nfmt), k_number_exponent},
-    {CTL_NUMBERS_GENERAL, offsetof(Settings, nfmt), k_number_general},
-    {CTL_NUMBERS_DEGREES, offsetof(Settings, nang), k_angle_degrees},
-    {CTL_NUMBERS_RADIANS, offsetof(Settings, nang), k_angle_radians},
+const SettingRow k_choices[] = {
+    {CTL_NUMBERS_FIXED, k_option_nfmt, k_number_fixed},
+    {CTL_NUMBERS_EXPONENT, k_option_nfmt, k_number_exponent},
+    {CTL_NUMBERS_GENERAL, k_option_nfmt, k_number_general},
+    {CTL_NUMBERS_DEGREES, k_option_nang, k_angle_degrees},
+    {CTL_NUMBERS_RADIANS, k_option_nang, k_angle_radians},
 };
 
-const NumberRow k_numbers[] = {
-    {CTL_NUMBERS_DIGITS, offsetof(Settings, ndec), 0, k_decimals_max,
-     L"The digits are a whole number from 0 to 8."},
+const SettingRow k_numbers[] = {
+    {CTL_NUMBERS_DIGITS, k_option_ndec},
 };
 
 }  // namespace

@@ -6,19 +6,19 @@
 
 namespace {
 
-const CheckRow k_checks[] = {
-    {CTL_PANE_BOLD, offsetof(Settings, bold)},
-    {CTL_PANE_ITALIC, offsetof(Settings, italic)},
+constexpr int32_t k_tenths_of_a_point = 10;
+
+const SettingRow k_checks[] = {
+    {CTL_PANE_BOLD, k_option_font_style, k_font_bold},
+    {CTL_PANE_ITALIC, k_option_font_style, k_font_italic},
 };
 
-const TextRow k_texts[] = {
-    {CTL_PANE_FONT, offsetof(Settings, font_name), k_font_name_max, L"",
-     L"The font is one of those in the list."},
+const SettingRow k_texts[] = {
+    {CTL_PANE_FONT, k_option_font_name},
 };
 
-const NumberRow k_numbers[] = {
-    {CTL_PANE_SIZE, offsetof(Settings, points), k_points_min, k_points_max,
-     L"The size is a whole number of points from 4 to 72."},
+const SettingRow k_numbers[] = {
+    {CTL_PANE_SIZE, k_option_font_size, k_tenths_of_a_point},
 };
 
 const wchar_t *const k_usual_sizes[] = {L"7",  L"8",  L"9",  L"10", L"11",
@@ -56,5 +56,6 @@ const SettingsPage k_pane_page = {
     .checks = k_checks,
     .texts = k_texts,
     .numbers = k_numbers,
+    .effects = k_effect_panes,
     .prepare = prepare,
 };

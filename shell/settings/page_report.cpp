@@ -9,20 +9,19 @@ static struct ReportPage {
 
 namespace {
 
-const ChoiceRow k_choices[] = {
-    {CTL_REPORT_FORMATTED, offsetof(Settings, rtype), k_report_fmt},
-    {CTL_REPORT_IN_POINTERS, offsetof(Settings, rtype), k_report_inptr},
-    {CTL_REPORT_OUT_POINTERS, offsetof(Settings, rtype), k_report_outptr},
-    {CTL_REPORT_TRAIL, offsetof(Settings, rtype), k_report_trail},
+const SettingRow k_choices[] = {
+    {CTL_REPORT_FORMATTED, k_option_rtype, k_report_fmt},
+    {CTL_REPORT_IN_POINTERS, k_option_rtype, k_report_inptr},
+    {CTL_REPORT_OUT_POINTERS, k_option_rtype, k_report_outptr},
+    {CTL_REPORT_TRAIL, k_option_rtype, k_report_trail},
 };
 
-const CheckRow k_checks[] = {
-    {CTL_REPORT_ALL, offsetof(Settings, rall)},
+const SettingRow k_checks[] = {
+    {CTL_REPORT_ALL, k_option_rall},
 };
 
-const TextRow k_texts[] = {
-    {CTL_REPORT_FORMAT, offsetof(Settings, rfmt), k_rfmt_max, L"",
-     L"A format string has at most 256 characters. Letters with accents count as two or three."},
+const SettingRow k_texts[] = {
+    {CTL_REPORT_FORMAT, k_option_rfmt},
 };
 
 // A field of several lines keeps Enter and Escape to itself; here they close the sheet.

@@ -5,16 +5,13 @@
 
 namespace {
 
-const CheckRow k_checks[] = {
-    {CTL_SEARCH_CASE, offsetof(Settings, search_case)},
+const SettingRow k_checks[] = {
+    {CTL_SEARCH_CASE, k_option_search_case},
 };
 
-const TextRow k_texts[] = {
-    {CTL_SEARCH_TEXT, offsetof(Settings, starg), k_search_max, L"",
-     L"The text to search for has at most 48 characters. Letters with accents count as two or "
-     L"three."},
-    {CTL_REPLACE_TEXT, offsetof(Settings, srpl), k_search_max, L"",
-     L"The replacement has at most 48 characters. Letters with accents count as two or three."},
+const SettingRow k_texts[] = {
+    {CTL_SEARCH_TEXT, k_option_starg},
+    {CTL_REPLACE_TEXT, k_option_srpl},
 };
 
 }  // namespace

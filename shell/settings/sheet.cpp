@@ -21,7 +21,7 @@ const SettingsPage *const k_pages[k_page_count] = {
 }  // namespace
 
 static struct SettingsSheet {
-    Settings draft;
+    OptionRecord draft;
     HPROPSHEETPAGE pages[k_page_count];
     HWND windows[k_page_count];  // of the pages that have been shown
     bool accepted;               // closed with OK
@@ -55,14 +55,14 @@ INT_PTR answer(HWND window, LONG_PTR value) {
 
 // A page with an entry that is not allowed can neither be left nor closed with OK.
 INT_PTR notified(HWND window, uint32_t index, UINT code) {
-    Refusal refusal;
     switch (code) {
-    case PSN_KILLACTIVE:
-        if (!page_take(k_pages[index], window, &sheet.draft, &refusal)) {
-            page_refuse(GetParent(window), window, &refusal);
-            return answer(window, TRUE);
+    case PSN_KILLACTIVE: {
+        const SettingRow *refused = page_take(k_pages[index], window, &sheet.draft);
+        if (refused != nullptr) {
+            page_refuse(GetParent(window), window, refused);
         }
-        return answer(window, FALSE);
+        return answer(window, refused != nullptr ? TRUE : FALSE);
+    }
     case PSN_APPLY:
         sheet.accepted = true;
         return answer(window, PSNRET_NOERROR);
@@ -119,7 +119,10 @@ bool run_sheet() {
 }
 
 void bring_into_force() {
-    uint32_t effects = settings_apply(&sheet.draft);
+    uint32_t effects = 0;
+    for (const SettingsPage *page : k_pages) {
+        effects |= page_apply(page, &sheet.draft) ? page->effects : 0;
+    }
     if ((effects & k_effect_panes) != 0) {
         apply_pane_styles(text_pane());
         apply_pane_styles(console_pane());
@@ -134,7 +137,7 @@ void bring_into_force() {
 
 void open_settings_sheet() {
     sheet = {};
-    settings_load(&sheet.draft);
+    sheet.draft = *options_in_force();
     if (run_sheet() && sheet.accepted) {
         bring_into_force();
     }

@@ -8,6 +8,7 @@
 #include "web/index.h"
 #include "web/link_list.h"
 #include "web/links.h"
+#include "web/option_text.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"

@@ -7,9 +7,11 @@
 #include "core/text.h"
 #include "file/read_watch.h"
 #include "file/web_reader.h"
+#include "file/web_tags.h"
 #include "file/web_tokens.h"
 #include "web/cells.h"
-#include "web/option_tags.h"
+#include "web/links.h"
+#include "web/option_text.h"
 #include "web/options.h"
 #include "web/record.h"
 #include "web/value.h"
@@ -25,9 +27,9 @@ std::string text_read(const std::string &element) {
 }
 
 // The value text of an option after a file of just this element.
-std::string option_read(const std::string &name, int tag, const std::string &text) {
+std::string option_read(const std::string &name, OptionId id, const std::string &text) {
     EXPECT_EQ(read_web("<" + name + ">" + text + "</" + name + ">"), 0);
-    return option_value_text(tag);
+    return option_value_text(id);
 }
 
 uint32_t depth_of(CellHandle node) {
@@ -184,32 +186,32 @@ TEST_F(Reader, ARecordOfAnyHomeFillsTheHomeCell) {
 TEST_F(Reader, OptionsTakeTheirWordsAndKeepToTheirLimits) {
     static const struct {
         const char *name;
-        int tag;
+        OptionId id;
         std::string in, out;
     } rows[] = {
-        {"isrc", k_tag_isrc, "disk", "keyboard"},
-        {"scrfont", k_tag_scrfont, "Tahoma", ""},
-        {"iecho", k_tag_iecho, "YES", "yes"},
-        {"odest", k_tag_odest, "print", "screen"},
-        {"onewl", k_tag_onewl, "CrLf", "crlf"},
-        {"rtype", k_tag_rtype, "list", "fmt"},
-        {"rall", k_tag_rall, "nope", "yes"},
-        {"pltng", k_tag_pltng, "off", "on"},
-        {"citer", k_tag_citer, "12x", "12"},
-        {"scount", k_tag_scount, "-3", "1"},
-        {"citer</citer><citer", k_tag_citer, "7</citer><citer>32768", "7"},
-        {"ndec", k_tag_ndec, "12", "8"},
-        {"ndec", k_tag_ndec, "99999999999999999999", "2"},
-        {"xintrvls", k_tag_xintrvls, "0", "1"},
-        {"yintrvls", k_tag_yintrvls, "256", "0"},
-        {"xmax", k_tag_xmax, "7.25 m", "7.2"},
-        {"iname", k_tag_iname, std::string(5000, 'i'), std::string(100, 'i')},
-        {"rfmt", k_tag_rfmt, "&lt;" + std::string(256, 'r'), "<" + std::string(255, 'r')},
-        {"srpl", k_tag_srpl, "a\nb", "a\r\nb"},
-        {"xycells", k_tag_xycells, std::string(300, 'x'), std::string(256, 'x')},
+        {"isrc", k_option_isrc, "disk", "keyboard"},
+        {"scrfont", k_option_font_name, "Arial", "Tahoma"},
+        {"iecho", k_option_iecho, "YES", "yes"},
+        {"odest", k_option_odest, "print", "screen"},
+        {"onewl", k_option_onewl, "CrLf", "crlf"},
+        {"rtype", k_option_rtype, "list", "fmt"},
+        {"rall", k_option_rall, "nope", "yes"},
+        {"pltng", k_option_pltng, "off", "on"},
+        {"citer", k_option_citer, "12x", "12"},
+        {"scount", k_option_scount, "-3", "1"},
+        {"citer</citer><citer", k_option_citer, "7</citer><citer>32768", "7"},
+        {"ndec", k_option_ndec, "12", "8"},
+        {"ndec", k_option_ndec, "99999999999999999999", "2"},
+        {"xintrvls", k_option_xintrvls, "0", "1"},
+        {"yintrvls", k_option_yintrvls, "256", "0"},
+        {"xmax", k_option_xmax, "7.25 m", "7.2"},
+        {"iname", k_option_iname, std::string(5000, 'i'), std::string(100, 'i')},
+        {"rfmt", k_option_rfmt, "&lt;" + std::string(256, 'r'), "<" + std::string(255, 'r')},
+        {"srpl", k_option_srpl, "a\nb", "a\r\nb"},
+        {"xycells", k_option_xycells, std::string(300, 'x'), std::string(256, 'x')},
     };
     for (const auto &row : rows) {
-        EXPECT_EQ(option_read(row.name, row.tag, row.in), row.out) << row.name << " " << row.in;
+        EXPECT_EQ(option_read(row.name, row.id, row.in), row.out) << row.name << " " << row.in;
     }
 }
 

@@ -17,7 +17,6 @@
 #include "web/changed.h"
 #include "web/index.h"
 #include "web/links.h"
-#include "web/option_tags.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"

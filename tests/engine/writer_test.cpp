@@ -13,7 +13,7 @@
 #include "web/cell_text.h"
 #include "web/cells.h"
 #include "web/index.h"
-#include "web/option_tags.h"
+#include "web/option_text.h"
 #include "web/options.h"
 #include "web/value.h"
 
@@ -129,25 +129,31 @@ TEST_F(Writer, OptionsOutsideTheirListsAreEmptyElements) {
     constexpr struct {
         void (*set)(uint8_t);
         uint8_t value;
-        int tag;
+        OptionId id;
         const char *text;
-    } rows[] = {
-        {set_option_isrc, 4, k_tag_isrc, ""},         {set_option_odest, 3, k_tag_odest, "print"},
-        {set_option_odest, 255, k_tag_odest, ""},     {set_option_onewl, 0, k_tag_onewl, ""},
-        {set_option_cdisp, 4, k_tag_cdisp, ""},       {set_option_rtype, 5, k_tag_rtype, ""},
-        {set_option_nfmt, 3, k_tag_nfmt, ""},         {set_option_nang, 0, k_tag_nang, "radians"},
-        {set_option_iecho, 2, k_tag_iecho, "yes"},    {set_option_rall, 0, k_tag_rall, "no"},
-        {set_option_pltng, 0, k_tag_pltng, "off"},    {set_option_pltng, 9, k_tag_pltng, "on"},
-        {set_option_ndec, 200, k_tag_ndec, "200"},    {set_option_sout, 0, k_tag_sout, "no"},
-        {set_option_xintrvls, 0, k_tag_xintrvls, "0"}};
+    } rows[] = {{set_option_isrc, 4, k_option_isrc, ""},
+                {set_option_odest, 3, k_option_odest, "print"},
+                {set_option_odest, 255, k_option_odest, ""},
+                {set_option_onewl, 0, k_option_onewl, ""},
+                {set_option_cdisp, 4, k_option_cdisp, ""},
+                {set_option_rtype, 5, k_option_rtype, ""},
+                {set_option_nfmt, 3, k_option_nfmt, ""},
+                {set_option_nang, 0, k_option_nang, "radians"},
+                {set_option_iecho, 2, k_option_iecho, "yes"},
+                {set_option_rall, 0, k_option_rall, "no"},
+                {set_option_pltng, 0, k_option_pltng, "off"},
+                {set_option_pltng, 9, k_option_pltng, "on"},
+                {set_option_ndec, 200, k_option_ndec, "200"},
+                {set_option_sout, 0, k_option_sout, "no"},
+                {set_option_xintrvls, 0, k_option_xintrvls, "0"}};
     for (const auto &row : rows) {
         row.set(row.value);
-        EXPECT_STREQ(option_value_text(row.tag), row.text) << row.tag;
+        EXPECT_STREQ(option_value_text(row.id), row.text) << row.id;
     }
     set_option_citer(-1);
     set_option_scount(65536 + 12);
     EXPECT_NE(written_web().find("<citer>65535</citer>"), std::string::npos);
-    EXPECT_STREQ(option_value_text(k_tag_scount), "12");
+    EXPECT_STREQ(option_value_text(k_option_scount), "12");
 }
 
 TEST_F(Writer, WritesSingleBytesToo) {
@@ -198,11 +204,11 @@ static void make_random_web(std::minstd_rand *random) {
         }
     }
     const bool escapes = (*random)() % 2 != 0;  // enough of them to fill a buffer
-    for (uint32_t i = 0; i < option_tag_count(); ++i) {
+    for (uint32_t id = 0; id < k_saved_option_count; ++id) {
         const std::string value = random_text(random, 300);
         BlockHandle text =
             text_from_cstring(escapes ? std::string(value.size(), '<').c_str() : value.c_str());
-        option_apply_text(option_tag_at(i), text);
+        option_apply_text(static_cast<OptionId>(id), text);
         chain_free(text);
     }
 }

@@ -10,6 +10,7 @@
 #include "file/read_watch.h"
 #include "file/web_reader.h"
 #include "web/cells.h"
+#include "web/option_text.h"
 #include "web/options.h"
 
 namespace {

@@ -118,7 +118,7 @@ TEST_F(DialogTest, ReplaceDialogKeepsWhatIsSearchedFor) {
     });
     command(CMD_FIND);
     EXPECT_STREQ(option_starg(), "d\xC3\xA9j\xC3\xA0");
-    EXPECT_EQ(option_srpl(), std::string(k_search_max, 'r'));
+    EXPECT_EQ(option_srpl(), std::string(k_srpl_max, 'r'));
     EXPECT_EQ(option_search_case(), 0);
     EXPECT_FALSE(IsDlgButtonChecked(search_bar(), CTL_NEXT_CASE));
 }

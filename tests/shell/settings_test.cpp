@@ -5,6 +5,7 @@
 #include "platform/windows/text_conversion.h"
 #include "report/output.h"
 #include "shell/panes/styles.h"
+#include "shell/settings/page.h"
 #include "tests/shell/shell_test.h"
 
 namespace {
@@ -23,15 +24,8 @@ HWND show_page(HWND sheet, WPARAM index) {
     return shown_page(sheet);
 }
 
-Settings in_force() {
-    Settings now = {};
-    settings_load(&now);
-    return now;
-}
-
-bool are_still(const Settings &before) {
-    const Settings now = in_force();
-    return memcmp(&now, &before, sizeof now) == 0;
+bool are_still(const OptionRecord &before) {
+    return memcmp(options_in_force(), &before, sizeof before) == 0;
 }
 
 void settings(const std::function<void(HWND sheet)> &act, int button = IDOK) {
@@ -148,7 +142,7 @@ TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
 TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
     const std::string cells = web_of("go to home");
     start(options_block(false) + cells);
-    const Settings before = in_force();
+    const OptionRecord before = *options_in_force();
     settings(change_everything, IDCANCEL);
     answer_with("Settings", [](HWND sheet) {
         change_everything(sheet);
@@ -204,7 +198,7 @@ TEST_F(SettingsTest, BadEntriesAreRefusedOnTheirPage) {
     };
     for (const auto &one : entries) {
         SCOPED_TRACE(one.sentence);
-        const Settings before = in_force();
+        const OptionRecord before = *options_in_force();
         answer_with("Settings", [&](HWND sheet) {
             SetDlgItemTextW(show_page(sheet, one.page), one.control, one.bad.c_str());
             PostMessageW(sheet, PSM_SETCURSEL, links, 0);
@@ -236,7 +230,7 @@ TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
     set_option_font_name("No such font");
     set_option_font_size(94);
     set_option_font_style(0xF0);
-    const Settings before = in_force();
+    const OptionRecord before = *options_in_force();
     settings([](HWND sheet) {
         for (WPARAM page = report; page < page_count; ++page) {
             show_page(sheet, page);
@@ -246,7 +240,7 @@ TEST_F(SettingsTest, WhatCannotBeShownIsKept) {
     EXPECT_FALSE(web_changed());
     EXPECT_EQ(option_odest(), k_output_print);
     EXPECT_EQ(option_font_size(), 94);
-    EXPECT_EQ(option_font_style(), 0xF0U);
+    EXPECT_EQ(option_font_style(), 0xF0);
 }
 
 TEST_F(SettingsTest, TheOpenSearchBarFollows) {
@@ -325,22 +319,28 @@ TEST_F(SettingsTest, FitsTheHandheldsScreenAndShowsTheLinksColours) {
 
 // ---- The rules without a window -----------------------------------------------------------------
 
-TEST(SettingsRules, EachChangeHasItsEffects) {
+TEST(SettingsRules, AChangeIsAppliedOnItsPageAlone) {
     option_defaults();
-    const std::pair<void (*)(Settings *), uint32_t> cases[] = {
-        {[](Settings *) {}, 0},
-        {[](Settings *draft) { strcpy(draft->rfmt, "x"); }, k_effect_saved},
-        {[](Settings *draft) { draft->odest = k_output_file; }, k_effect_saved | k_effect_output},
-        {[](Settings *draft) { draft->link_colour = k_link_blue; }, k_effect_panes},
-        {[](Settings *draft) { draft->dclick_ask = 0; }, 0},
+    const struct {
+        const SettingsPage *page;
+        void (*change)(OptionRecord *draft);
+        bool saved;
+    } cases[] = {
+        {&k_report_page, [](OptionRecord *draft) { strcpy(draft->rfmt, "x"); }, true},
+        {&k_output_page, [](OptionRecord *draft) { draft->odest = k_output_file; }, true},
+        {&k_pane_page, [](OptionRecord *draft) { draft->font_style = k_font_italic; }, false},
+        {&k_links_page, [](OptionRecord *draft) { draft->dclick_ask = 0; }, false},
     };
-    for (const auto &[change, effects] : cases) {
-        Settings draft = in_force();
+    for (const auto &[changed, change, saved] : cases) {
+        OptionRecord draft = *options_in_force();
         change(&draft);
         set_web_changed(false);
-        EXPECT_EQ(settings_apply(&draft), effects);
-        EXPECT_EQ(web_changed(), (effects & k_effect_saved) != 0);
-        EXPECT_EQ(settings_apply(&draft), 0U) << "applied already";
+        for (const SettingsPage *page :
+             {&k_report_page, &k_output_page, &k_links_page, &k_pane_page}) {
+            EXPECT_EQ(page_apply(page, &draft), page == changed);
+        }
+        EXPECT_EQ(web_changed(), saved);
+        EXPECT_FALSE(page_apply(changed, &draft)) << "applied already";
     }
     set_web_changed(false);
 }
@@ -357,7 +357,7 @@ TEST(SettingsRules, NumbersAreWholeAndWithinTheirRange) {
     };
     for (const auto &[text, expected] : cases) {
         int32_t value = -1;
-        EXPECT_EQ(number_allowed(text, k_points_min, k_points_max, &value), expected != -1);
+        EXPECT_EQ(number_allowed(text, 4, 72, &value), expected != -1);
         EXPECT_EQ(value, expected) << to_8bit(text);
     }
 }
