@@ -8,64 +8,73 @@
 
 static_assert(std::endian::native == std::endian::little);
 
-// Marks (with its top bit) the lowest byte of the word that equals `byte`, and perhaps higher ones
-// that do not; no byte is marked when none does.
-inline uint64_t mark_bytes(uint64_t word, uint8_t byte) {
-    constexpr uint64_t k_ones = 0x0101010101010101;
-    constexpr uint64_t k_tops = 0x8080808080808080;
-    uint64_t zero_where_equal = word ^ (k_ones * byte);
-    return (zero_where_equal - k_ones) & ~zero_where_equal & k_tops;
-}
+// As many bytes as the machine computes with at once.
+using Word = uintptr_t;
+constexpr uint32_t k_word_size = sizeof(Word);
+constexpr Word k_ones = ~Word{0} / 0xFF;  // 1 in every byte
+constexpr Word k_tops = k_ones << 7;      // the top bit of every byte
 
-// Marks where the stride of bytes at p has stops: k_mark_bits bits for each byte, the first byte's
-// lowest. The lowest mark is right; higher ones need not be. 0 for no stop.
-#if defined(__SSE2__)
-using StopMarks = uint32_t;
-constexpr uint32_t k_stride = 16;
-constexpr uint32_t k_mark_bits = 1;
-template <uint8_t... stops> StopMarks mark_stops(const uint8_t *p) {
-    using Bytes = uint8_t __attribute__((vector_size(k_stride)));
-    using Chars = char __attribute__((vector_size(k_stride)));
-    Bytes bytes;
-    memcpy(&bytes, p, sizeof bytes);
-    auto found = ((bytes == stops) | ...);
-    return static_cast<StopMarks>(__builtin_ia32_pmovmskb128(reinterpret_cast<Chars>(found)));
-}
-#else
-using StopMarks = uint64_t;
-constexpr uint32_t k_stride = sizeof(StopMarks);
-constexpr uint32_t k_mark_bits = 8;
-template <uint8_t... stops> StopMarks mark_stops(const uint8_t *p) {
-    uint64_t word;
+inline Word load_word(const void *p) {
+    Word word;
     memcpy(&word, p, sizeof word);
-    return (mark_bytes(word, stops) | ...);
-}
-#endif
-
-// Which byte of a stride the lowest mark stands for.
-inline uint32_t first_mark(StopMarks marks) {
-    return static_cast<uint32_t>(std::countr_zero(marks)) / k_mark_bits;
+    return word;
 }
 
-// The number of bytes from p on, at most n, before the first one that is among `stops`. The last
-// stride overlaps the one before it, in which nothing was found.
+// Which byte of the word has the lowest bit that is set.
+inline uint32_t lowest_byte(Word bits) {
+    return static_cast<uint32_t>(std::countr_zero(bits)) / 8;
+}
+
+// Marks (with its top bit) the lowest byte of the word that is among `stops`, and perhaps higher
+// ones that are not; no byte is marked when none is. Taking 1 from a byte that equals its stop
+// borrows into its top bit, which it did not have before: stops are below 0x80.
+template <uint8_t... stops> Word mark_stops(Word word) {
+    static_assert(((stops < 0x80) && ...));
+    return (((word ^ k_ones * stops) - k_ones) | ...) & ~word & k_tops;
+}
+
+// The number of bytes from p on before the first one that is among `stops`. There is one, and the
+// bytes of a word behind it can be read.
+template <uint8_t... stops> uint32_t run_to(const uint8_t *p) {
+    for (uint32_t i = 0;; i += k_word_size) {
+        Word marks = mark_stops<stops...>(load_word(p + i));
+        if (marks != 0) {
+            return i + lowest_byte(marks);
+        }
+    }
+}
+
+// The number of bytes from p on before the first one below 0x40, under the same conditions: letters
+// and what lies about them.
+inline uint32_t run_of_letters(const uint8_t *p) {
+    for (uint32_t i = 0;; i += k_word_size) {
+        Word word = load_word(p + i);
+        Word marks = ~(word | word << 1) & k_tops;
+        if (marks != 0) {
+            return i + lowest_byte(marks);
+        }
+    }
+}
+
+// The same as run_to() among n bytes, which may hold none: n then. The last word overlaps the one
+// before it, in which nothing was found.
 template <uint8_t... stops> uint32_t run_before(const uint8_t *p, uint32_t n) {
-    if (n < k_stride) {
+    if (n < k_word_size) {
         uint32_t i = 0;
         while (i < n && ((p[i] != stops) && ...)) {
             ++i;
         }
         return i;
     }
-    uint32_t last = n - k_stride;
-    for (uint32_t i = 0; i < last; i += k_stride) {
-        StopMarks marks = mark_stops<stops...>(p + i);
+    uint32_t last = n - k_word_size;
+    for (uint32_t i = 0; i < last; i += k_word_size) {
+        Word marks = mark_stops<stops...>(load_word(p + i));
         if (marks != 0) {
-            return i + first_mark(marks);
+            return i + lowest_byte(marks);
         }
     }
-    StopMarks marks = mark_stops<stops...>(p + last);
-    return marks != 0 ? last + first_mark(marks) : n;
+    Word marks = mark_stops<stops...>(load_word(p + last));
+    return marks != 0 ? last + lowest_byte(marks) : n;
 }
 
 // Copies n bytes, which are few: by moves that overlap, without a call or a loop.
@@ -81,23 +90,21 @@ inline void copy_short(char *d, const char *s, uint32_t n) {
         memcpy(d + half, s + half, 4);
         memcpy(d + n - 4 - half, s + n - 4 - half, 4);
         memcpy(d + n - 4, s + n - 4, 4);
-    } else {
-        for (uint32_t i = 0; i < n; ++i) {
-            d[i] = s[i];
-        }
+    } else if (n >= 2) {
+        memcpy(d, s, 2);
+        memcpy(d + n - 2, s + n - 2, 2);
+    } else if (n == 1) {
+        *d = *s;
     }
 }
 
 // The number of bytes, at most n, in which x and y begin alike.
 inline uint32_t equal_run(const char *x, const char *y, uint32_t n) {
     uint32_t i = 0;
-    for (; n - i >= sizeof(uint64_t); i += sizeof(uint64_t)) {
-        uint64_t a;
-        uint64_t b;
-        memcpy(&a, x + i, sizeof a);
-        memcpy(&b, y + i, sizeof b);
-        if (a != b) {
-            return i + static_cast<uint32_t>(std::countr_zero(a ^ b)) / 8;
+    for (; n - i >= k_word_size; i += k_word_size) {
+        Word difference = load_word(x + i) ^ load_word(y + i);
+        if (difference != 0) {
+            return i + lowest_byte(difference);
         }
     }
     while (i < n && x[i] == y[i]) {

@@ -55,10 +55,10 @@ void byte_input_bind(ByteInput *in, FILE *file) {
     CHECK(file != nullptr);
     setvbuf(file, in->read_ahead, _IOFBF, k_read_ahead_size);
     in->file = file;
-    in->next = 0;
-    in->count = 0;
-    in->last = 0;
-    in->pending = 0;
+    in->next = 1;
+    in->end = 1;
+    in->bytes[0] = 0;
+    in->bytes[1] = 0;
     in->ended = false;
     in->failed = false;
 }
@@ -106,7 +106,8 @@ bool byte_input_fill(ByteInput *in) {
     }
     CHECK(in->next >= in->count);
     bool fault = read_fault_due();
-    size_t n = fault ? 0 : fread(in->bytes, 1, k_byte_buffer_size, in->file);
+    in->bytes[0] = in->bytes[in->end - 1];
+    size_t n = fault ? 0 : fread(in->bytes + 1, 1, k_byte_buffer_size, in->file);
     if (n == 0) {
         in->ended = true;
         if (fault || !feof(in->file)) {
@@ -115,27 +116,24 @@ bool byte_input_fill(ByteInput *in) {
         }
         return false;
     }
-    in->count = static_cast<uint32_t>(n);
-    in->next = 0;
+    in->next = 1;
+    in->end = static_cast<uint32_t>(n + 1);
+    in->bytes[in->end] = 0;
     return true;
 }
 
+// A bare LF stays the next byte while the CR that comes before it takes the last one's place.
 int byte_input_next(ByteInput *in) {
-    if (in->pending != 0) {
-        in->last = in->pending;
-        in->pending = 0;
-        return in->last;
-    }
-    if (in->ended || (in->next >= in->count && !byte_input_fill(in))) {
+    if (in->next == in->end && !byte_input_fill(in)) {
         return 0;
     }
-    uint8_t byte = in->bytes[in->next++];
-    if (byte == '\n' && in->last != '\r') {
-        in->pending = '\n';
-        byte = '\r';
+    uint8_t *last = &in->bytes[in->next - 1];
+    if (last[1] == '\n' && *last != '\r') {
+        *last = '\r';
+        return '\r';
     }
-    in->last = byte;
-    return byte;
+    ++in->next;
+    return last[1];
 }
 
 void byte_stream_fail_read_after(int32_t countdown) {

@@ -18,14 +18,12 @@ struct ByteOutput {
 
 struct ByteInput {
     FILE *file;
-    uint32_t next;    // index of the byte to hand out next
-    uint32_t count;   // valid bytes
-    uint8_t last;     // the byte handed out last
-    uint8_t pending;  // the LF behind a bare LF's CR; 0 is none
+    uint32_t next;  // index of the byte to hand out next; the one before it was handed out last
+    uint32_t end;   // index behind the last valid byte, where a 0 stands
     bool ended;
-    bool failed;  // ended by a read error
-    uint8_t bytes[k_byte_buffer_size];
-    char read_ahead[k_read_ahead_size];  // the C library's, until the file is closed
+    bool failed;                                    // ended by a read error
+    uint8_t bytes[1 + k_byte_buffer_size + 1 + 8];  // a word can be read behind the 0
+    char read_ahead[k_read_ahead_size];             // the C library's, until the file is closed
 };
 
 // Binds a stream to an open file at its start. The file stays the caller's.

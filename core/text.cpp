@@ -223,8 +223,9 @@ uint32_t text_size(BlockHandle head) {
 
 bool text_is_blank(BlockHandle head) {
     for (BlockHandle h = head; h != 0; h = block_next(h)) {
-        for (uint32_t i = 0; i < block_used(h); ++i) {
-            char c = text_block_chars(h)[i];
+        const char *chars = text_block_chars(h);
+        for (uint32_t i = 0, used = block_used(h); i < used; ++i) {
+            char c = chars[i];
             if (c != ' ' && c != '\t' && c != '\r' && c != '\n') {
                 return false;
             }

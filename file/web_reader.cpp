@@ -122,17 +122,32 @@ void merge(StagedCell staged, CellHandle cell) {
     release_name_and_node(staged);
 }
 
-// A staged node becomes the cell's node as it stands; a name that is there already gives it up.
-void commit_one(StagedCell staged) {
-    CellHandle existing = index_link_new(staged, index_root_address());
-    if (existing != 0) {
-        merge(staged, existing);
+// A staged node becomes the cell's node as it stands; a name that is there already gives it up. The
+// search for its name begins at `from`. Returns the node that has the name.
+CellHandle commit_one(StagedCell staged, CellHandle from) {
+    CellHandle existing = index_link_new(staged, &from);
+    if (existing == 0) {
+        return staged;
     }
+    merge(staged, existing);
+    return existing;
+}
+
+// Where the search for the names on one side (+1: behind, -1: before) of a node begins, itself
+// found from `from`. Names that come in order belong below the last one that parted them, unless
+// the home cell, which alone was there before, is among them.
+CellHandle search_from(CellHandle node, int side, CellHandle from) {
+    CellHandle home = index_root();
+    if (!staging.in_order) {
+        return home;
+    }
+    bool home_among = from == home && side * text_compare(cell_name(home), cell_name(node)) > 0;
+    return home_among ? home : node;
 }
 
 // Inserts a run of n staged cells median first, which leaves the index balanced when they come in
 // its order. The recursion is as deep as the run's logarithm.
-void commit_run(StagedCell first, uint32_t n) {
+void commit_run(StagedCell first, uint32_t n, CellHandle from) {
     while (n > 0) {
         uint32_t before = (n - 1) / 2;
         StagedCell middle = first;
@@ -141,8 +156,9 @@ void commit_run(StagedCell first, uint32_t n) {
         }
         CHECK(middle != 0);
         StagedCell after = staged_next(middle);
-        commit_one(middle);
-        commit_run(after, n - 1 - before);
+        CellHandle node = commit_one(middle, from);
+        commit_run(after, n - 1 - before, search_from(node, 1, from));
+        from = search_from(node, -1, from);
         n = before;
     }
 }
@@ -154,27 +170,8 @@ void forget_staged() {
     staging.in_order = true;
 }
 
-// Does what commit_run() would when the names come in order, comparing almost none: builds the tree
-// that they have on their own, and turns the home cell to its root, which it is already.
-void commit_in_order() {
-    CellHandle home = index_root();
-    CellHandle root = index_balanced(staging.first, staging.count);
-    StagedCell twin = index_find_text(root, cell_name(home));
-    if (twin != 0) {
-        index_replace(twin, home, &root);
-        merge(twin, home);
-    } else {
-        index_link(home, &root);
-    }
-    index_raise(home, &root);
-}
-
 void web_commit_staged() {
-    if (staging.in_order && staging.count > 0) {
-        commit_in_order();
-    } else {
-        commit_run(staging.first, staging.count);
-    }
+    commit_run(staging.first, staging.count, index_root());
     forget_staged();
 }
 

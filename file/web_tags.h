@@ -4,6 +4,7 @@
 #include "web/options.h"
 
 #include <cstdint>
+#include <cstring>
 
 // The format fixes the indexes; those of the options are given in their rows.
 enum WebTag : int {
@@ -86,12 +87,26 @@ constexpr int web_tag_field(int tag) {
     return tag == k_tag_form ? +k_tag_script : tag;
 }
 
-// The index of the tag of this name, regardless of case, or -1.
-int web_tag_find(const char *name);
+// A lower-case name of at most 8 characters as a word: the last one highest, zeros below the first.
+// No name is the word 0.
+constexpr uint64_t name_word(const char *name) {
+    uint64_t word = 0;
+    for (; *name != 0; ++name) {
+        word = word >> 8 | static_cast<uint64_t>(static_cast<uint8_t>(*name)) << 56;
+    }
+    return word;
+}
 
-// The same for a name that stands with the '>' behind it in the lowest bytes of a word, spelled as
-// it is written; `length` receives their number. The longest names do not fit: -1.
-int web_tag_find_written(uint64_t word, uint32_t *length);
+// The same of the first `length` of 8 or more bytes, in any case; 0 for a name that is empty or too
+// long. (A letter's case is one bit, and what is compared with has letters only.)
+inline uint64_t name_word_folded(const char *name, uint32_t length) {
+    if (length - 1 >= k_tag_name_max) {
+        return 0;
+    }
+    uint64_t word;
+    memcpy(&word, name, sizeof word);
+    return (word | 0x2020202020202020) << (64 - 8 * length);
+}
 
-// Whether a name is this lower-case one, regardless of case.
-bool names_match(const char *name, const char *lower_case);
+// The index of the tag whose name is this word, or -1.
+int web_tag_find(uint64_t name);

@@ -11,17 +11,12 @@ namespace {
 
 constexpr uint32_t k_name_max = 31;  // characters of a tag's or an entity's name that count
 
-struct Name {
-    char text[k_name_max + 1];
-    uint32_t length;
-    bool cut;  // there was more
-};
-
 static struct Tokens {
     ByteInput input;
     BlockHandle text;
-    Name tag;
-    Name entity;
+    bool line_end_held;                       // the text is CR LF, which is not in its block yet
+    char name[k_name_max + 1 + k_word_size];  // of the tag or entity; with room for a word
+    uint32_t name_length;                     // k_name_max + 1 stands for more
     int tag_index;
     int sign;      // +1 opening, -1 closing
     int opened;    // the opening tag passed last on the way to this one; 0 is none
@@ -32,8 +27,9 @@ static struct Tokens {
     const ReadWatch *watch;
 } tokens;
 
-// Which tags end a token.
-enum class Wanted : uint8_t { any_tag, closing_tag };
+// Where in the input the tokenizer is. Behind a tag that the web knows, and at the end, the token
+// is complete.
+enum class State : uint8_t { text, entity, tag, behind_tag, at_end };
 
 // Makes the token an empty text.
 void begin_text() {
@@ -42,260 +38,254 @@ void begin_text() {
     } else if (block_used(tokens.text) != 0) {
         text_builder_restart();  // nobody took it
     }
+    tokens.line_end_held = false;
 }
 
-void clear(Name *name) {
-    name->length = 0;
-    name->cut = false;
+void put_held_line_end() {
+    if (tokens.line_end_held) {
+        tokens.line_end_held = false;
+        text_builder_put_run("\r\n", 2);
+    }
 }
 
-void append(Name *name, int c) {
-    if (name->length < k_name_max) {
-        name->text[name->length++] = static_cast<char>(c);
-    } else {
-        name->cut = true;
+void put_text(const char *bytes, uint32_t n) {
+    put_held_line_end();
+    text_builder_put_run(bytes, n);
+}
+
+// Appends n bytes (at least one), behind which those of a word can be read.
+inline void append_to_name(const char *bytes, uint32_t n) {
+    uint32_t length = tokens.name_length;
+    for (uint32_t i = 0; i < n && length + i < k_name_max; i += k_word_size) {
+        memcpy(tokens.name + length + i, bytes + i, k_word_size);
+    }
+    length += n;
+    tokens.name_length = length <= k_name_max ? length : k_name_max + 1;
+}
+
+bool name_is_cut() {
+    return tokens.name_length > k_name_max;
+}
+
+uint32_t kept_of_name() {
+    return name_is_cut() ? k_name_max : tokens.name_length;
+}
+
+uint64_t name_read() {
+    return name_word_folded(tokens.name, tokens.name_length);
+}
+
+void tell(ReadFinding finding) {
+    if (tokens.watch != nullptr) {
+        tokens.name[kept_of_name()] = 0;
+        tokens.watch->found(finding, tokens.name);
     }
 }
 
 // A name that means nothing becomes text, as much of it as was kept.
-void put_name(Name *name, ReadFinding finding, ReadFinding finding_when_cut) {
-    tokens.lost |= name->cut;
-    if (tokens.watch != nullptr) {
-        tokens.watch->found(name->cut ? finding_when_cut : finding, name->text);
-    }
-    text_builder_put_run(name->text, name->length);
-}
-
-// ---- What lies in the buffer --------------------------------------------------------------------
-// Nearly everything does. What does not, or is not spelled as the program spells it, is left to the
-// functions that read byte by byte, with nothing taken.
-
-// Each of these takes what begins at p, before the end of the buffer, and returns where it ends;
-// null when nothing was taken.
-
-// A line end, which the web keeps as CR LF however the file has it. There is a byte before it: the
-// buffer's first one is always taken by web_in_byte().
-const uint8_t *take_line_end(const uint8_t *p) {
-    bool after_cr = p[-1] == '\r';
-    text_builder_put_run(after_cr ? "\n" : "\r\n", after_cr ? 1 : 2);
-    ++tokens.line;
-    return p + 1;
-}
-
-// Plain text up to a tag, an entity, a line end or a NUL.
-const uint8_t *take_plain(const uint8_t *p, const uint8_t *end) {
-    uint32_t n = run_before<'<', '&', '\n', 0>(p, static_cast<uint32_t>(end - p));
-    text_builder_put_run(reinterpret_cast<const char *>(p), n);
-    return p + n;
-}
-
-const uint8_t *take_entity(const uint8_t *p, const uint8_t *end) {
-    if (end - p >= 5 && memcmp(p, "&amp;", 5) == 0) {
-        text_builder_put('&');
-        return p + 5;
-    }
-    if (end - p >= 4 && memcmp(p, "&lt;", 4) == 0) {
-        text_builder_put('<');
-        return p + 4;
-    }
-    return nullptr;
-}
-
-// A known tag.
-const uint8_t *take_tag(const uint8_t *p, const uint8_t *end) {
-    constexpr ptrdiff_t k_longest = k_tag_name_max + 3;  // with '<', '/' and '>'
-    if (end - p < k_longest || *p != '<') {
-        return nullptr;
-    }
-    bool closing = p[1] == '/';
-    const uint8_t *name = p + (closing ? 2 : 1);
-    uint64_t word;
-    memcpy(&word, name, sizeof word);
-    uint32_t length;
-    int tag = web_tag_find_written(word, &length);
-    if (tag < 0) {
-        return nullptr;
-    }
-    tokens.tag_index = tag;
-    tokens.sign = closing ? -1 : 1;
-    return name + length;
-}
-
-// An opening tag on a line of its own, when nothing stands before it. The line end would be all of
-// its text, which is dropped like all text before an opening tag.
-const uint8_t *take_line_of_tag(const uint8_t *p, const uint8_t *end) {
-    if (end - p < 3 || p[2] == '/' || block_used(tokens.text) != 0) {
-        return nullptr;
-    }
-    const uint8_t *behind = take_tag(p + 1, end);
-    tokens.line += behind != nullptr ? 1 : 0;
-    return behind;
-}
-
-void set_position(ByteInput *in, const uint8_t *p) {
-    auto next = static_cast<uint32_t>(p - in->bytes);
-    if (next != in->next) {
-        in->next = next;
-        in->last = p[-1];
-    }
-}
-
-// Rare: an opening tag mostly has a line end alone before it, and nobody who listens.
-[[gnu::noinline]] void pass_opening_tag() {
-    if (tokens.watch != nullptr) {
-        tokens.watch->opening(tokens.tag_index);
-    }
-    if (block_used(tokens.text) != 0) {
-        tokens_drop_text();
-        text_builder_restart();
-    }
-}
-
-// True when the token ends with the tag that was taken; else it begins anew.
-bool tag_is_wanted(Wanted wanted) {
-    if (wanted == Wanted::any_tag || tokens.sign < 0 || tokens.tag_index == 0) {
-        return true;
-    }
-    tokens.opened = tokens.tag_index;
-    if (block_used(tokens.text) != 0 || tokens.watch != nullptr) {
-        pass_opening_tag();
-    }
-    return false;
+void put_name(ReadFinding finding, ReadFinding finding_when_cut) {
+    tokens.lost |= name_is_cut();
+    tell(name_is_cut() ? finding_when_cut : finding);
+    put_text(tokens.name, kept_of_name());
 }
 
 // The end of the input stands for the closing tag of the web. The tag before it is still at hand,
 // and is 0 where there was none: the web's own would have ended the reading. What stands behind a
 // NUL is not read.
-bool end_of_input() {
+State end_input() {
     tokens.ran_out = true;
     tokens.lost |= !tokens.input.ended;
     tokens.tagged = tokens.tag_index != 0;
     tokens.tag_index = 0;
     tokens.sign = -1;
-    return true;
+    return State::at_end;
 }
 
-// Takes what lies in the buffer, up to and with a tag that is wanted; true when it came to one.
-bool take_near(ByteInput *in, Wanted wanted) {
-    const uint8_t *p = in->bytes + in->next;
-    const uint8_t *end = in->pending == 0 ? in->bytes + in->count : p;
-    while (p < end) {
-        const uint8_t *behind = nullptr;
-        switch (*p) {
-        case '<':
-            behind = take_tag(p, end);
-            if (behind != nullptr && tag_is_wanted(wanted)) {
-                set_position(in, behind);
-                return true;
-            }
-            break;
-        case '\n':
-            behind = wanted == Wanted::closing_tag ? take_line_of_tag(p, end) : nullptr;
-            if (behind == nullptr) {
-                behind = take_line_end(p);
-            } else if (tag_is_wanted(wanted)) {
-                set_position(in, behind);
-                return true;
-            }
-            break;
-        case '&':
-            behind = take_entity(p, end);
-            break;
-        case 0:
-            break;
-        default:
-            behind = take_plain(p, end);
-            break;
-        }
-        if (behind == nullptr) {
-            break;
-        }
-        p = behind;
-    }
-    set_position(in, p);
-    return false;
-}
-
-// ---- Byte by byte -------------------------------------------------------------------------------
-
-// Behind '&': the entity's character, or its name when it is unknown or not ended. Returns the last
-// byte read, 0 at the end of the input.
-int read_entity() {
-    clear(&tokens.entity);
-    int c = web_in_byte();
-    for (; c != 0 && c != ';'; c = web_in_byte()) {
-        append(&tokens.entity, c);
-    }
-    tokens.entity.text[tokens.entity.length] = 0;
-    if (c != 0 && names_match(tokens.entity.text, "amp")) {
-        text_builder_put('&');
-    } else if (c != 0 && names_match(tokens.entity.text, "lt")) {
-        text_builder_put('<');
-    } else {
-        put_name(&tokens.entity, ReadFinding::unknown_entity, ReadFinding::long_entity);
-    }
-    tokens.lost |= c == 0;
-    return c;
+State end_input_in_entity() {
+    put_name(ReadFinding::unknown_entity, ReadFinding::long_entity);
+    tokens.lost = true;
+    return end_input();
 }
 
 // A tag that does not end is nothing.
-bool drop_tag() {
+State end_input_in_tag() {
     tokens.lost = true;
-    tokens.tag.text[tokens.tag.length] = 0;
-    if (tokens.watch != nullptr) {
-        tokens.watch->found(ReadFinding::unended_tag, tokens.tag.text);
-    }
-    return end_of_input();
+    tell(ReadFinding::unended_tag);
+    return end_input();
 }
 
-// Behind '<': true when a known tag, or the input, ended. The name of an unknown tag becomes text.
-bool read_tag() {
-    clear(&tokens.tag);
-    int sign = 1;
-    for (int c = web_in_byte(); c != '>'; c = web_in_byte()) {
-        if (c == 0) {
-            return drop_tag();
-        }
-        if (c == '/') {
-            sign = -1;
-        } else {
-            append(&tokens.tag, c);
-        }
+State end_entity() {
+    uint64_t name = name_read();
+    if (name == name_word("amp")) {
+        put_text("&", 1);
+    } else if (name == name_word("lt")) {
+        put_text("<", 1);
+    } else {
+        put_name(ReadFinding::unknown_entity, ReadFinding::long_entity);
     }
-    tokens.tag.text[tokens.tag.length] = 0;
-    int tag = web_tag_find(tokens.tag.text);
+    return State::text;
+}
+
+State end_tag() {
+    int tag = web_tag_find(name_read());
     if (tag < 0) {
-        put_name(&tokens.tag, ReadFinding::unknown_tag, ReadFinding::long_tag);
-        return false;
+        put_name(ReadFinding::unknown_tag, ReadFinding::long_tag);
+        return State::text;
     }
     tokens.tag_index = tag;
-    tokens.sign = sign;
-    return true;
+    return State::behind_tag;
 }
 
-// Reads on with the next byte; true when a tag that is wanted, or the input, ended.
-bool take_far(Wanted wanted) {
-    int c = web_in_byte();
-    switch (c) {
-    case 0:
-        return end_of_input();
-    case '<':
-        return read_tag() && tag_is_wanted(wanted);
-    case '&':
-        if (read_entity() == 0) {
-            return end_of_input();
-        }
-        return false;
-    default:
-        text_builder_put(static_cast<char>(c));
-        return false;
+// ---- The states ---------------------------------------------------------------------------------
+// Each takes bytes up to one that leads to another state, which it returns, with the place behind.
+// Bytes without a case of their own are kept, in runs; so is a line end, which is CR LF in the web
+// however the file has it. 0 is the end of the input; one also stands at the buffer's end, so that
+// runs end there. Where the runs end changes nothing.
+
+// Where to go on behind a 0; null when the input ends with it. The 0 at the buffer's end does not
+// count when there is more behind it.
+const uint8_t *pass_zero(const uint8_t *p) {
+    ByteInput *in = &tokens.input;
+    in->next = static_cast<uint32_t>(p - in->bytes);
+    if (in->next == in->end) {
+        return byte_input_fill(in) ? in->bytes + in->next : nullptr;
+    }
+    ++in->next;
+    return nullptr;
+}
+
+constexpr char k_line_end[2 + k_word_size] = {'\r', '\n'};
+
+// A line end before an opening tag is dropped with all such text, and mostly is all of it: it is
+// put when something else follows.
+void put_line_end(bool after_cr) {
+    ++tokens.line;
+    if (!after_cr && block_used(tokens.text) == 0 && !tokens.line_end_held) {
+        tokens.line_end_held = true;
+    } else {
+        put_text(after_cr ? k_line_end + 1 : k_line_end, after_cr ? 1 : 2);
     }
 }
 
-void next_token(Wanted wanted) {
+void append_line_end_to_name(bool after_cr) {
+    ++tokens.line;
+    append_to_name(after_cr ? k_line_end + 1 : k_line_end, after_cr ? 1 : 2);
+}
+
+// Takes what is at p: a byte without a case of its own, and more such ones.
+inline const uint8_t *append_run_to_name(const uint8_t *p) {
+    uint32_t n = 1 + run_of_letters(p + 1);
+    append_to_name(reinterpret_cast<const char *>(p), n);
+    return p + n;
+}
+
+const uint8_t *put_run(const uint8_t *p) {
+    uint32_t n = run_to<'<', '&', '\n', 0>(p);
+    put_text(reinterpret_cast<const char *>(p), n);
+    return p + n;
+}
+
+State read_text(const uint8_t **at) {
+    for (const uint8_t *p = *at;;) {
+        switch (*p) {
+        case '<':
+            tokens.name_length = 0;
+            tokens.sign = 1;
+            *at = p + 1;
+            return State::tag;
+        case '&':
+            tokens.name_length = 0;
+            *at = p + 1;
+            return State::entity;
+        case '\n':
+            put_line_end(p[-1] == '\r');
+            ++p;
+            break;
+        case 0:
+            p = pass_zero(p);
+            if (p == nullptr) {
+                return end_input();
+            }
+            break;
+        default:
+            p = put_run(p);
+            break;
+        }
+    }
+}
+
+State read_entity(const uint8_t **at) {
+    for (const uint8_t *p = *at;;) {
+        switch (*p) {
+        case ';':
+            *at = p + 1;
+            return end_entity();
+        case '\n':
+            append_line_end_to_name(p[-1] == '\r');
+            ++p;
+            break;
+        case 0:
+            p = pass_zero(p);
+            if (p == nullptr) {
+                return end_input_in_entity();
+            }
+            break;
+        default:
+            p = append_run_to_name(p);
+            break;
+        }
+    }
+}
+
+State read_tag(const uint8_t **at) {
+    for (const uint8_t *p = *at;;) {
+        switch (*p) {
+        case '>':
+            *at = p + 1;
+            return end_tag();
+        case '/':
+            tokens.sign = -1;
+            ++p;
+            break;
+        case '\n':
+            append_line_end_to_name(p[-1] == '\r');
+            ++p;
+            break;
+        case 0:
+            p = pass_zero(p);
+            if (p == nullptr) {
+                return end_input_in_tag();
+            }
+            break;
+        default:
+            p = append_run_to_name(p);
+            break;
+        }
+    }
+}
+
+// Reads on to the tag, or the end of the input, that ends the token.
+void read_token() {
     begin_text();
-    tokens.opened = 0;
-    while (!take_near(&tokens.input, wanted) && !take_far(wanted)) {
+    ByteInput *in = &tokens.input;
+    const uint8_t *p = in->bytes + in->next;
+    for (State state = State::text;;) {
+        switch (state) {
+        case State::text:
+            state = read_text(&p);
+            break;
+        case State::entity:
+            state = read_entity(&p);
+            break;
+        case State::tag:
+            state = read_tag(&p);
+            break;
+        case State::behind_tag:
+            in->next = static_cast<uint32_t>(p - in->bytes);
+            return;
+        case State::at_end:
+            return;
+        }
     }
 }
 
@@ -315,6 +305,7 @@ void tokens_begin(FILE *file) {
 void tokens_end() {
     chain_free(token_take());
     text_builder_reset();
+    tokens.input.next = tokens.input.end;
     tokens.input.ended = true;
     tokens.input.file = nullptr;
 }
@@ -388,11 +379,24 @@ int web_in_byte() {
 }
 
 int web_next_token() {
-    next_token(Wanted::any_tag);
+    tokens.opened = 0;
+    read_token();
+    put_held_line_end();
     return tokens.tag_index * tokens.sign;
 }
 
 int token_next_closing() {
-    next_token(Wanted::closing_tag);
-    return tokens.tag_index;
+    tokens.opened = 0;
+    for (;;) {
+        read_token();
+        if (tokens.sign < 0 || tokens.tag_index == 0) {
+            put_held_line_end();
+            return tokens.tag_index;
+        }
+        tokens.opened = tokens.tag_index;
+        if (tokens.watch != nullptr) {
+            tokens.watch->opening(tokens.tag_index);
+        }
+        tokens_drop_text();
+    }
 }
