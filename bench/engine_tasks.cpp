@@ -17,8 +17,7 @@ void no_clear() {}
 
 uint32_t count_cells() {
     uint32_t count = 0;
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
         ++count;
     }
     return count;
@@ -66,8 +65,7 @@ uint32_t count_links_of(CellHandle cell) {
 
 uint32_t count_links() {
     uint32_t count = 0;
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
         count += count_links_of(c);
     }
     return count;

@@ -179,8 +179,8 @@ void note_cells_without_number(CheckedFile *file, const std::string &first) {
 void check_cells(CheckedFile *file) {
     std::string first_unnumbered;
     written_names_begin();
-    CellHandle cell = live_from(index_first(index_root()));
-    for (; cell != 0; cell = live_from(index_next(cell))) {
+    CellHandle cell = first_live_cell();
+    for (; cell != 0; cell = next_live_cell(cell)) {
         check_name(file, cell);
         note_long_text(file, cell);
         if (file->cells++ == k_cell_number_max) {

@@ -196,8 +196,8 @@ int command_list(const CommandLine &line) {
     }
     const bool escaped = !line.zero && output_is_terminal();
     const char end = line.zero ? '\0' : '\n';
-    CellHandle cell = live_from(index_first(index_root()));
-    for (; cell != 0; cell = live_from(index_next(cell))) {
+    CellHandle cell = first_live_cell();
+    for (; cell != 0; cell = next_live_cell(cell)) {
         print_name(cell_name(cell), escaped);
         host_print(&end, 1);
     }

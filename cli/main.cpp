@@ -209,11 +209,11 @@ void add_commands(CLI::App *app) {
 
 // What the program does before it opens its first web.
 void start_engine() {
-    recovery_arm(false);
+    block_arena_allow_recovery(false);
     block_arena_init();
     option_defaults();
     char_classes_init();
-    recovery_arm(true);
+    block_arena_allow_recovery(true);
 }
 
 void run_body(void *) {

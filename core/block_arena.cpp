@@ -256,7 +256,7 @@ void block_arena_recover() {
     }
 }
 
-void recovery_arm(bool armed) {
+void block_arena_allow_recovery(bool armed) {
     arena.armed = armed;
 }
 

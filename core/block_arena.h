@@ -132,7 +132,7 @@ void block_arena_recover();
 
 // Start-up is complete: running out now jumps to the recovery point. Until then it shows "OUT OF
 // MEMORY" and ends the program with -1.
-void recovery_arm(bool armed);
+void block_arena_allow_recovery(bool armed);
 
 // ---- Faults, for tests --------------------------------------------------------------------------
 

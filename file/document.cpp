@@ -182,12 +182,12 @@ int choose_path(const char *path) {
 }
 
 void store_body(void *) {
-    store_text_pane_keep_flag();
+    store_current_text();
 }
 
 // Ends the program, or returns when a save that was asked for did not succeed.
 void save_and_end(void *) {
-    store_text_pane_or_say();
+    try_store_current_text();
     hide_text_caret();
     cell_list_clear();
     if (doc_save_if_changed() == 0) {
@@ -318,7 +318,7 @@ const char *doc_current_display_name() {
     return document.display_name;
 }
 
-bool store_text_pane_or_say() {
+bool try_store_current_text() {
     if (recovery_run(store_body, nullptr) == 0) {
         return true;
     }

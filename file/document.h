@@ -41,7 +41,7 @@ const char *doc_current_display_name();
 
 // Stores the pane, or says "OUT OF MEMORY" when its text does not fit. False in that case; the pane
 // still holds the text. The web changed flag keeps its value.
-bool store_text_pane_or_say();
+bool try_store_current_text();
 
 // Lets go of the web file. Part of recovery.
 void document_recover();

@@ -10,7 +10,6 @@
 #include "web/cell_numbers.h"
 #include "web/cells.h"
 #include "web/index.h"
-#include "web/links.h"
 #include "web/option_text.h"
 #include "web/value.h"
 
@@ -105,11 +104,6 @@ void release_read_fields(CellHandle cell) {
     val_free(cell_value(cell));
 }
 
-void release_name_and_node(CellHandle cell) {
-    chain_free(cell_name(cell));
-    block_free(cell);
-}
-
 // Moves the fields of a staged duplicate into the cell that has its name.
 void merge(StagedCell staged, CellHandle cell) {
     note_replaced(cell_text(cell));
@@ -119,7 +113,7 @@ void merge(StagedCell staged, CellHandle cell) {
     cell_set_text(cell, cell_text(staged));
     cell_set_script(cell, cell_script(staged));
     cell_set_value(cell, cell_value(staged));
-    release_name_and_node(staged);
+    node_free(staged);
 }
 
 // A staged node becomes the cell's node as it stands; a name that is there already gives it up. The
@@ -180,7 +174,7 @@ void web_discard_staged() {
     while (cell != 0) {
         StagedCell next = staged_next(cell);
         release_read_fields(cell);
-        release_name_and_node(cell);
+        node_free(cell);
         cell = next;
     }
     forget_staged();

@@ -157,8 +157,7 @@ int web_write(FILE *file) {
     byte_output_bind(&writer.bytes, file);
     written_names_begin();
     int code = write_options();
-    for (CellHandle cell = live_from(index_first(index_root())); cell != 0 && code == 0;
-         cell = live_from(index_next(cell))) {
+    for (CellHandle cell = first_live_cell(); cell != 0 && code == 0; cell = next_live_cell(cell)) {
         code = write_cell(cell);
     }
     if (code == 0) {

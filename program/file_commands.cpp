@@ -25,7 +25,7 @@ int save_command(int (*save)()) {
     if (refused_while_busy()) {
         return k_output_in_use;
     }
-    bool stored = store_text_pane_or_say();
+    bool stored = try_store_current_text();
     int code = save();
     if (!stored) {
         set_web_changed(true);
@@ -40,7 +40,7 @@ int doc_command_new() {
     if (refused_while_busy()) {
         return k_output_in_use;
     }
-    store_text_pane_keep_flag();
+    store_current_text();
     int code = doc_new();
     if (code != k_left_alone) {
         output_reset();
@@ -57,7 +57,7 @@ int doc_command_open_path(const char *path) {
     if (refused_while_busy()) {
         return k_output_in_use;
     }
-    store_text_pane_keep_flag();
+    store_current_text();
     int code = doc_open(path);
     if (code == 0) {
         trail_reset();

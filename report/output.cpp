@@ -277,7 +277,7 @@ ErrorCode output_close() {
     return code;
 }
 
-void output_release() {
+void output_clear_stop() {
     CHECK(!output.open);
     output.stopped = false;
 }

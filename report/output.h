@@ -32,7 +32,7 @@ ErrorCode output_close();
 
 // After a cancel or a failure nothing reopens the stream before this is called. Whatever writes to
 // the stream calls it before the first character and after the last.
-void output_release();
+void output_clear_stop();
 
 // Raises the abort flag: the next character ends the report.
 void output_abort();

@@ -69,11 +69,11 @@ bool needs_all_links() {
 }
 
 CellHandle first_live() {
-    return live_from(index_first(index_root()));
+    return first_live_cell();
 }
 
 CellHandle next_live(CellHandle cell) {
-    return live_from(index_next(cell));
+    return next_live_cell(cell);
 }
 
 ErrorCode run_chosen_report() {
@@ -92,7 +92,7 @@ int report_run() {
     if (refused_while_busy()) {
         return k_output_in_use;
     }
-    output_release();
+    output_clear_stop();
     store_text_pane(1);
     if (option_rall() == 0) {
         report_selection_build(selected_text());
@@ -103,9 +103,9 @@ int report_run() {
     if (reports.result == 0) {
         reports.result = closing;
     }
-    store_text_pane_keep_flag();
+    store_current_text();
     refresh_current_view();
-    output_release();
+    output_clear_stop();
     return 0;
 }
 

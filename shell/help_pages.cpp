@@ -54,13 +54,13 @@ void show_help_page(HelpPage page) {
     }
     uint8_t destination = option_odest();
     set_option_odest(k_output_console);
-    output_release();
+    output_clear_stop();
     for (const Page &candidate : k_pages) {
         if (candidate.page == page) {
             write_page(candidate);
         }
     }
-    output_release();
+    output_clear_stop();
     set_option_odest(destination);
     sci(console_pane(), SCI_GOTOPOS, 0);
     show_console();

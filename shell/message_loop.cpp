@@ -40,7 +40,7 @@ bool app_init() {
     block_arena_init();
     option_defaults();
     char_classes_init();
-    recovery_arm(true);
+    block_arena_allow_recovery(true);
     return true;
 }
 

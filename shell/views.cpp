@@ -20,7 +20,7 @@ void select_tab(TabIndex tab) {
 // output is under way nothing is stored, and the pane keeps its text as well.
 void store_before_leaving() {
     if (!is_busy()) {
-        store_text_pane_or_say();
+        try_store_current_text();
     }
 }
 

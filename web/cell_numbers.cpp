@@ -12,11 +12,11 @@ static struct CellNumbers {
 
 void cell_numbers_rebuild() {
     memset(&numbers, 0, sizeof numbers);
-    CellHandle cell = live_from(index_first(index_root()));
+    CellHandle cell = first_live_cell();
     while (cell != 0 && numbers.count < k_cell_number_max) {
         numbers.cells[numbers.count++] = cell;
         cell_set_numbered(cell, true);
-        cell = live_from(index_next(cell));
+        cell = next_live_cell(cell);
     }
 }
 

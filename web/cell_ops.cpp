@@ -46,9 +46,9 @@ bool take_name(const char *name) {
 }
 
 // Every step away from a cell begins here: if the pane's text does not fit, nothing has changed.
-void leave_pane() {
+void store_if_current() {
     if (current_cell() != 0) {
-        store_text_pane_keep_flag();
+        store_current_text();
     }
 }
 
@@ -56,11 +56,11 @@ void leave_pane() {
 void follow_by_name(CellHandle cell) {
     forward_clear();
     trail_push(current_cell());
-    show_as_current(cell);
+    set_current_unstored(cell);
 }
 
 void show_existing(CellHandle cell) {
-    leave_pane();
+    store_if_current();
     follow_by_name(cell);
     cell_list_select_current();
 }
@@ -77,7 +77,7 @@ void show_created(CellHandle cell) {
 }
 
 CellHandle create_named() {
-    leave_pane();
+    store_if_current();
     return cell_create(index_root_address(), ops.name);
 }
 
@@ -101,13 +101,13 @@ BlockHandle parked(BlockHandle head) {
 // the auxiliary blocks are hung in nowhere: a clone starts without view state, and they stay taken.
 CellHandle make_clone(CellHandle source) {
     CHECK(is_live_cell(source));
-    leave_pane();
+    store_if_current();
     BlockHandle text = parked(text_duplicate(cell_text(source)));
     BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));
     BlockHandle script = parked(text_duplicate(cell_script(source)));
     ops.cloned_value = val_copy(cell_value(source));
-    parked(copy_aux_block(cell_first_aux(source)));
-    parked(copy_aux_block(cell_second_aux(source)));
+    parked(copy_aux_block(cell_view_state(source)));
+    parked(copy_aux_block(cell_spare_block(source)));
     CellHandle clone = cell_create(index_root_address(), ops.name);
     for (int i = 0; i < 5; ++i) {
         chain_unpark();
@@ -120,11 +120,11 @@ CellHandle make_clone(CellHandle source) {
     return clone;
 }
 
-void leave_current_for_step() {
+void begin_step() {
     if (current_cell() != 0) {
-        store_text_pane_keep_flag();
+        store_current_text();
         list_position_set(current_cell());
-        current_cell_clear();
+        current_cell_reset(0);
     }
 }
 
@@ -147,8 +147,8 @@ bool is_on_trail(CellHandle cell) {
     return entry != 0;
 }
 
-void show_and_select(CellHandle cell) {
-    show_as_current(cell);
+void set_current_unstored_and_select(CellHandle cell) {
+    set_current_unstored(cell);
     cell_list_select_current();
 }
 
@@ -158,9 +158,9 @@ CellHandle go_to_cell(CellHandle cell) {
     if (!is_live_cell(cell) || cell == current_cell() || refused_while_busy()) {
         return current_cell();
     }
-    leave_pane();
+    store_if_current();
     trail_push(current_cell());
-    show_and_select(cell);
+    set_current_unstored_and_select(cell);
     return cell;
 }
 
@@ -241,14 +241,14 @@ void delete_cell() {
 
 void previous_cell() {
     if (!refused_while_busy()) {
-        leave_current_for_step();
+        begin_step();
         step_to_previous();
     }
 }
 
 void next_cell() {
     if (!refused_while_busy()) {
-        leave_current_for_step();
+        begin_step();
         step_to_next();
     }
 }
@@ -277,7 +277,7 @@ void back() {
     if (refused_while_busy()) {
         return;
     }
-    leave_pane();
+    store_if_current();
     CellHandle cell = trail_pop();
     if (cell == 0) {
         cell = index_root();
@@ -285,14 +285,14 @@ void back() {
             forward_push(current_cell());
         }
     }
-    show_and_select(cell);
+    set_current_unstored_and_select(cell);
 }
 
 void forward() {
     if (refused_while_busy()) {
         return;
     }
-    leave_pane();
+    store_if_current();
     CellHandle cell = forward_pop();
     if (cell != 0) {
         go_to_cell(cell);
@@ -308,11 +308,11 @@ void jump_to_trail_cell(CellHandle cell) {
     if (refused_while_busy() || cell == 0 || (cell != index_root() && !is_on_trail(cell))) {
         return;
     }
-    leave_pane();
+    store_if_current();
     for (CellHandle popped = trail_pop(); popped != 0 && popped != cell;) {
         popped = trail_pop();
     }
-    show_and_select(cell);
+    set_current_unstored_and_select(cell);
 }
 
 void cell_ops_recover() {

@@ -16,15 +16,15 @@ constexpr uint32_t k_selection_end_at = k_block_payload_at + 16;
 // field counts as it is afterwards.
 BlockHandle view_block(CellHandle cell) {
     CHECK(is_live_cell(cell));
-    if (cell_first_aux(cell) == 0) {
+    if (cell_view_state(cell) == 0) {
         BlockHandle block = block_try_alloc(k_block_plain);
-        if (cell_first_aux(cell) == 0) {
-            cell_set_first_aux(cell, block);
+        if (cell_view_state(cell) == 0) {
+            cell_set_view_state(cell, block);
         } else {
             block_free(block);
         }
     }
-    return cell_first_aux(cell);
+    return cell_view_state(cell);
 }
 
 // Gives the cell a text to grow; see view_block() for the second look.

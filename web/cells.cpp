@@ -23,31 +23,26 @@ void release_cell(CellHandle cell) {
     chain_free(cell_text(cell));
     link_list_free(cell_second_links(cell));
     cell_set_second_links(cell, 0);
-    block_free(cell_first_aux(cell));
+    block_free(cell_view_state(cell));
     cell_set_text(cell, 0);
-    cell_set_first_aux(cell, 0);
+    cell_set_view_state(cell, 0);
     // The out pointer list is forgotten, not given back: its field is zero by the time it is freed.
     cell_set_out_pointers(cell, 0);
     chain_free(cell_script(cell));
     link_list_free(cell_out_pointers(cell));
-    block_free(cell_second_aux(cell));
-    cell_set_second_aux(cell, 0);
+    block_free(cell_spare_block(cell));
+    cell_set_spare_block(cell, 0);
     cell_set_script(cell, 0);
     cell_set_numbered(cell, false);
     val_free(cell_value(cell));  // the field keeps its handle; reviving the cell clears it
-}
-
-void release_name_and_node(CellHandle node) {
-    chain_free(cell_name(node));
-    block_free(node);
 }
 
 // A cell that was deleted may hold stale handles in these.
 void clear_fields(CellHandle cell) {
     cell_set_list_item(cell, 0);
     cell_set_text(cell, 0);
-    cell_set_first_aux(cell, 0);
-    cell_set_second_aux(cell, 0);
+    cell_set_view_state(cell, 0);
+    cell_set_spare_block(cell, 0);
     cell_set_out_pointers(cell, 0);
     cell_set_script(cell, 0);
     cell_set_second_links(cell, 0);
@@ -59,10 +54,10 @@ void clear_fields(CellHandle cell) {
 void release_web(CellHandle kept) {
     index_walk(index_root(), cell_release_fields);
     if (kept != 0) {
-        index_walk(node_left(kept), release_name_and_node);
-        index_walk(node_right(kept), release_name_and_node);
+        index_walk(node_left(kept), node_free);
+        index_walk(node_right(kept), node_free);
     } else {
-        index_walk(index_root(), release_name_and_node);
+        index_walk(index_root(), node_free);
     }
     *index_root_address() = 0;
     trail_reset();
@@ -137,7 +132,7 @@ void web_reset(const char *cellname) {
                           ? index_root()
                           : 0;
     release_web(home);
-    current_cell_clear();
+    current_cell_reset(0);
     if (home != 0) {
         clear_fields(home);
         index_link(home, index_root_address());
@@ -145,6 +140,6 @@ void web_reset(const char *cellname) {
     } else {
         home = cell_create(index_root_address(), cellname);
     }
-    current_cell_assign(home);
+    current_cell_reset(home);
     option_defaults();
 }

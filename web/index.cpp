@@ -97,6 +97,14 @@ CellHandle deepest_first(CellHandle node) {
     }
 }
 
+// The first live cell from the node on, in one direction.
+CellHandle live_from(CellHandle node, CellHandle (*neighbour)(CellHandle)) {
+    while (node != 0 && !is_live_cell(node)) {
+        node = neighbour(node);
+    }
+    return node;
+}
+
 }  // namespace
 
 CellHandle index_find(CellHandle root, const char *name) {
@@ -269,16 +277,19 @@ CellHandle *index_root_address() {
     return &web_index.root;
 }
 
-CellHandle live_from(CellHandle node) {
-    while (node != 0 && !is_live_cell(node)) {
-        node = index_next(node);
-    }
-    return node;
+CellHandle first_live_cell() {
+    return live_from(index_first(web_index.root), index_next);
 }
 
-CellHandle live_back_from(CellHandle node) {
-    while (node != 0 && !is_live_cell(node)) {
-        node = index_prev(node);
-    }
-    return node;
+CellHandle last_live_cell() {
+    return live_from(index_last(web_index.root), index_prev);
+}
+
+CellHandle next_live_cell(CellHandle cell) {
+    return live_from(index_next(cell), index_next);
+}
+
+void node_free(CellHandle node) {
+    chain_free(cell_name(node));
+    block_free(node);
 }

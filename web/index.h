@@ -57,6 +57,10 @@ void index_walk(CellHandle root, void (*function)(CellHandle node));
 CellHandle index_root();
 CellHandle *index_root_address();
 
-// First live cell at or after (before) the node in index order; 0 when there is none.
-CellHandle live_from(CellHandle node);
-CellHandle live_back_from(CellHandle node);
+// The web's live cells in index order; 0 past either end.
+CellHandle first_live_cell();
+CellHandle last_live_cell();
+CellHandle next_live_cell(CellHandle cell);
+
+// Gives back a node that is in no tree, and its name. What its record owns must have gone.
+void node_free(CellHandle node);

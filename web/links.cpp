@@ -70,8 +70,7 @@ CellHandle lookup_word(char *word, uint32_t length) {
 }
 
 void for_all_live(void (*function)(CellHandle cell)) {
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
         function(c);
     }
 }

@@ -15,14 +15,6 @@ CellHandle step(CellHandle (*neighbour)(CellHandle), CellHandle wrapped) {
     return node != 0 ? node : wrapped;
 }
 
-CellHandle first_live() {
-    return live_from(index_first(index_root()));
-}
-
-CellHandle last_live() {
-    return live_back_from(index_last(index_root()));
-}
-
 void select_if_any(CellHandle cell) {
     if (cell != 0) {
         set_current_and_select(cell);
@@ -32,23 +24,23 @@ void select_if_any(CellHandle cell) {
 }  // namespace
 
 void step_to_previous() {
-    select_if_any(step(index_prev, last_live()));
+    select_if_any(step(index_prev, last_live_cell()));
 }
 
 void step_to_next() {
-    select_if_any(step(index_next, first_live()));
+    select_if_any(step(index_next, first_live_cell()));
 }
 
 void step_to_first() {
-    select_if_any(first_live());
+    select_if_any(first_live_cell());
 }
 
 void step_to_last() {
-    select_if_any(last_live());
+    select_if_any(last_live_cell());
 }
 
 void step_off_current_cell() {
     list_position_set(current_cell());
-    current_cell_clear();
+    current_cell_reset(0);
     step_to_previous();
 }

@@ -152,23 +152,19 @@ CellHandle current_cell() {
     return trail.current;
 }
 
-void current_cell_clear() {
-    trail.current = 0;
-}
-
-void current_cell_assign(CellHandle cell) {
+void current_cell_reset(CellHandle cell) {
     CHECK(is_live_or_none(cell));
     trail.current = cell;
 }
 
 void set_current(CellHandle cell) {
     if (trail.current != 0 && trail.current != cell) {
-        store_text_pane_keep_flag();
+        store_current_text();
     }
-    show_as_current(cell);
+    set_current_unstored(cell);
 }
 
-void show_as_current(CellHandle cell) {
+void set_current_unstored(CellHandle cell) {
     CHECK(is_live_or_none(cell));
     trail.current = cell;
     refresh_current_view();
@@ -188,7 +184,7 @@ void list_position_set(CellHandle node) {
     trail.list_position = node;
 }
 
-void store_text_pane_keep_flag() {
+void store_current_text() {
     bool changed = web_changed();
     store_text_pane(1);
     set_web_changed(changed);

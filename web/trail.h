@@ -26,26 +26,25 @@ void forward_forget(CellHandle cell);
 void forward_clear();
 
 CellHandle current_cell();
-void current_cell_clear();
 
 // Makes a cell current and shows it. The pane's text is first stored into the cell left behind.
 void set_current(CellHandle cell);
 
 // The same without storing: the pane's text has been stored, or is about to go.
-void show_as_current(CellHandle cell);
+void set_current_unstored(CellHandle cell);
 
 // set_current(), and selects the cell in the cell list.
 void set_current_and_select(CellHandle cell);
 
-// Makes a cell current without storing or showing anything.
-void current_cell_assign(CellHandle cell);
+// Makes a cell current, or none (0), without storing or showing anything.
+void current_cell_reset(CellHandle cell);
 
 // The node from which previous_cell() and next_cell() step while there is no current cell.
 CellHandle list_position();
 void list_position_set(CellHandle node);
 
 // Stores the pane into the current cell; the web changed flag keeps its value. Allocates.
-void store_text_pane_keep_flag();
+void store_current_text();
 
 // ---- For tests ----------------------------------------------------------------------------------
 // Entries of a ring from the oldest to the newest; returns their number. `out` holds 31 handles.

@@ -44,8 +44,8 @@ bool cell_may_hold(CellHandle cell, const char *target, bool match_case) {
 }
 
 CellHandle next_live(CellHandle cell) {
-    CellHandle next = live_from(index_next(cell));
-    return next != 0 ? next : live_from(index_first(index_root()));
+    CellHandle next = next_live_cell(cell);
+    return next != 0 ? next : first_live_cell();
 }
 
 }  // namespace

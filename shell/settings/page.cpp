@@ -2,7 +2,7 @@
 
 #include "core/host_messages.h"
 #include "platform/windows/text_conversion.h"
-#include "shell/main_window.h"
+#include "shell/base/handles.h"
 #include "shell/settings/settings.h"
 #include "web/changed.h"
 

@@ -67,8 +67,8 @@ TEST_F(Arena, BelowAHundredBlocksEveryAllocationAsks) {
 TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
     std::vector<BlockHandle> blocks = leave_free_blocks(k_low_block_count);
     for (uint32_t size : {90 * k_text_block_chars, 98 * k_text_block_chars}) {
-        block_free(cell_first_aux(index_root()));
-        cell_set_first_aux(index_root(), 0);
+        block_free(cell_view_state(index_root()));
+        cell_set_view_state(index_root(), 0);
         if (size < 98 * k_text_block_chars) {
             blocks.push_back(block_alloc(k_block_plain));  // or it is the second that asks
         }
@@ -86,7 +86,7 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
 TEST_F(Arena, RunningOutDuringStartUpOrOutsideACommandEndsTheProgram) {
     std::vector<BlockHandle> blocks = leave_free_blocks(0);
     EXPECT_EQ(run_until_end(alloc_one), -1);
-    recovery_arm(false);
+    block_arena_allow_recovery(false);
     EXPECT_EQ(run_until_end([] { run_command(alloc_one); }), -1);
     EXPECT_EQ(take_log().end()[-2], "warning OUT OF MEMORY|Quorvane");
     give_back(blocks);

@@ -104,7 +104,7 @@ constexpr Wrong k_wrong[] = {
      }},
     // Cells that are no longer there.
     {"cells.cpp: is_live_cell(cell)", [] { cell_delete(dead_cell()); }},
-    {"trail.cpp: is_live_or_none(cell)", [] { current_cell_assign(dead_cell()); }},
+    {"trail.cpp: is_live_or_none(cell)", [] { current_cell_reset(dead_cell()); }},
     {"trail.cpp: is_live_or_none(cell)", [] { set_current(dead_cell()); }},
     {"trail.cpp: is_live_or_none(cell)", [] { trail_push(dead_cell()); }},
     {"trail.cpp: node == 0 || is_node(node)", [] { list_position_set(text_alloc(0)); }},
@@ -119,7 +119,7 @@ constexpr Wrong k_wrong[] = {
     {"cell_text.cpp: is_live_cell(cell)", [] { cell_view(dead_cell()); }},
     {"cell_ops.cpp: is_live_cell(source)",
      [] {
-         current_cell_clear();
+         current_cell_reset(0);
          clone_cell("clone");
      }},
     // Values, links, reports and the writer.
@@ -132,7 +132,7 @@ constexpr Wrong k_wrong[] = {
     {"output.cpp: !output.open",
      [] {
          output_char('x');
-         output_release();
+         output_clear_stop();
      }},
     {"reports.cpp: is_live_cell(cell)",
      [] {

@@ -84,8 +84,8 @@ bool claim_node(CellHandle node) {
         claim_chain(cell_text(node), k_block_text, "a cell's text");
         claim_chain(cell_script(node), k_block_text, "a script");
         claim_value(cell_value(node));
-        claim_chain(cell_first_aux(node), k_block_plain, "an auxiliary block");
-        claim_chain(cell_second_aux(node), k_block_plain, "an auxiliary block");
+        claim_chain(cell_view_state(node), k_block_plain, "an auxiliary block");
+        claim_chain(cell_spare_block(node), k_block_plain, "an auxiliary block");
         claim_links(cell_out_pointers(node));
         claim_links(cell_second_links(node));
     } else if (cell_kind(node) == k_cell_value_entry) {

@@ -42,8 +42,7 @@ TEST_F(Index, ListsAndClearsATreeOfAnyShape) {
 }
 
 TEST_F(Index, TakesNoCellForAnAnswer) {
-    for (auto *step :
-         {index_first, index_last, index_next, index_prev, live_from, live_back_from}) {
+    for (auto *step : {index_first, index_last, index_next, index_prev, next_live_cell}) {
         EXPECT_EQ(step(0), 0);
     }
     index_walk(0, cell_release_fields);

@@ -30,10 +30,10 @@ namespace {
 
 // Writes one report of these characters and returns its code.
 ErrorCode write_report(const std::string &characters) {
-    output_release();
+    output_clear_stop();
     ErrorCode code = output_string(characters.c_str());
     ErrorCode closing = output_close();
-    output_release();
+    output_clear_stop();
     return code != 0 ? code : closing;
 }
 
@@ -191,7 +191,7 @@ TEST_F(Stream, CancellingStopsAtTheCharacterInHand) {
     EXPECT_TRUE(output_aborted());
     EXPECT_FALSE(output_pump());
     EXPECT_EQ(host().console, "ab");
-    output_release();
+    output_clear_stop();
     output_abort();
     EXPECT_FALSE(output_aborted()) << "there is nothing to cancel";
 }

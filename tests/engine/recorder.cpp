@@ -73,7 +73,7 @@ void end_operations() {
     byte_stream_fail_write_after(-1);
     block_arena_fail_after(-1, false);
     output_recover();
-    output_release();
+    output_clear_stop();
     output_set_path(nullptr);
     document_recover();
     web_read_observe(nullptr);
@@ -94,11 +94,11 @@ Recorder &host() {
 void start_program() {
     end_operations();
     host() = Recorder();
-    recovery_arm(false);
+    block_arena_allow_recovery(false);
     block_arena_init();
     char_classes_init();
     option_defaults();
-    recovery_arm(true);
+    block_arena_allow_recovery(true);
     set_web_changed(false);
     doc_start("");
     output_reset();
@@ -169,7 +169,7 @@ std::string check_cell_list() {
 
 std::vector<CellHandle> live_cells() {
     std::vector<CellHandle> cells;
-    for (CellHandle c = index_first(index_root()); (c = live_from(c)) != 0; c = index_next(c)) {
+    for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
         cells.push_back(c);
     }
     return cells;

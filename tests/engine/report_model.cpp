@@ -27,8 +27,7 @@ struct ModelCells {
 
 ModelCells model_cells() {
     ModelCells cells;
-    for (CellHandle c = live_from(index_first(index_root())); c != 0;
-         c = live_from(index_next(c))) {
+    for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
         cells.by_name[model_fold(name_string(c))] = cells.all.size();
         cells.all.push_back({name_string(c), text_string(cell_text(c)).substr(0, k_seen)});
     }
