@@ -110,6 +110,7 @@ one includes check_includes
 one own_header_first check_own_header_first
 one circles check_circles
 one sources check_sources
+one seam check_seam
 run_native native
 run_native sanitize
 run_native arm

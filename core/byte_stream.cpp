@@ -104,7 +104,7 @@ bool byte_input_fill(ByteInput *in) {
     if (in->ended) {
         return false;
     }
-    CHECK(in->next >= in->count);
+    CHECK(in->next >= in->end);
     bool fault = read_fault_due();
     in->bytes[0] = in->bytes[in->end - 1];
     size_t n = fault ? 0 : fread(in->bytes + 1, 1, k_byte_buffer_size, in->file);

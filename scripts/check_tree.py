@@ -6,6 +6,7 @@
     check_tree.py first       a source includes its own header first
     check_tree.py circles     no module (a header and its source) includes one that leads back to it
     check_tree.py sources     no program compiles a source out of another folder than its own
+    check_tree.py seam        core/host_*.h name the sources that define their functions, and no other
 """
 
 import os
@@ -205,9 +206,35 @@ def check_sources():
                 yield f"{path.relative_to(ROOT)}:{number}: {shown} is another folder's: link its target"
 
 
+# ---- The seam -----------------------------------------------------------------------------------
+
+
+def programs_sources():
+    """Yields every source that may define a function of the seam."""
+    for folder in ("file", "cli", "platform", "shell"):
+        yield from sorted((ROOT / folder).rglob("*.cpp"))
+    yield from (ROOT / "tests/engine/recorder.cpp", ROOT / "tests/shell/shell_test.cpp")
+
+
+def check_seam():
+    texts = {str(path.relative_to(ROOT)): path.read_text(encoding="utf-8")
+             for path in programs_sources()}
+    for path in sorted((ROOT / "core").glob("host_*.h")):
+        _, _, rest = path.read_text(encoding="utf-8").partition("#pragma once")
+        declared = re.findall(r"^(?!//)[^\n(]*?\b(\w+)\([^;{]*\);", rest, re.MULTILINE)
+        by_name = r"^(?:\w.*[ *]|LOGGED\()(?:" + "|".join(declared) + r")[()].*"
+        named = set(re.findall(r"[\w/]+\.cpp", path.read_text(encoding="utf-8")))
+        defining = {name for name, text in texts.items()
+                    if any(line[-1] in "{}" or line.startswith("LOGGED")
+                           for line in re.findall(by_name, text, re.MULTILINE))}
+        for name in sorted(defining ^ named):
+            fault = "is not named" if name in defining else "defines none of these functions"
+            yield f"{path.relative_to(ROOT)}: {name} {fault}"
+
+
 def main(arguments):
     checks = {"includes": check_includes, "first": check_first, "circles": check_circles,
-              "sources": check_sources}
+              "sources": check_sources, "seam": check_seam}
     if len(arguments) != 1 or arguments[0] not in checks:
         sys.exit(__doc__)
     faults = list(checks[arguments[0]]())

@@ -43,6 +43,8 @@ check_circles() { python3 scripts/check_tree.py circles; }
 
 check_sources() { python3 scripts/check_tree.py sources; }
 
+check_seam() { python3 scripts/check_tree.py seam; }
+
 # ---- Headers that compile alone -----------------------------------------------------------------
 
 compile_header() {

@@ -13,6 +13,8 @@ const char *const k_standard_input_path = "";
 
 namespace {
 
+// Not utf8_copy(), which encodes each UTF-16 unit by itself, as the window's texts are: a character
+// of two units must come as one, because the argument may become a text in a web.
 std::string utf8_of(const wchar_t *text) {
     const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
     if (size <= 1) {

@@ -2,7 +2,10 @@
 // Beside it a block of shared memory says which process holds it.
 #include "platform/lock.h"
 
+#include "platform/windows/text_conversion.h"
+
 #include <cerrno>
+#include <cstring>
 
 #include <windows.h>
 
@@ -14,11 +17,10 @@ HANDLE mutex;
 HANDLE mapping;
 DWORD *holder;
 
+// As the file functions read the path, which takes no more units than bytes.
 std::wstring wide_of(const char *path) {
-    const int size = MultiByteToWideChar(CP_UTF8, 0, path, -1, nullptr, 0);
-    std::wstring wide(static_cast<size_t>(size > 0 ? size : 1), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, path, -1, wide.data(), size);
-    wide.pop_back();
+    std::wstring wide(strlen(path) + 1, L'\0');
+    wide.resize(utf16_copy(wide.data(), static_cast<uint32_t>(wide.size()), path));
     return wide;
 }
 

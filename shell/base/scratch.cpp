@@ -1,27 +1,20 @@
 #include "shell/base/scratch.h"
 
-#include <cstdlib>
+#include "shell/base/buffer.h"
 
-static struct Scratch {
-    char *bytes;
-    uint32_t size;
-} scratch;
+#include <cstring>
+
+static struct Scratch { Buffer buffer; } scratch;
 
 bool scratch_init() {
-    free(scratch.bytes);
-    scratch.bytes = static_cast<char *>(calloc(1, k_scratch_first_size));
-    scratch.size = scratch.bytes != nullptr ? k_scratch_first_size : 0;
-    return scratch.bytes != nullptr;
+    buffer_free(&scratch.buffer);
+    char *bytes = buffer_reserve(&scratch.buffer, k_scratch_first_size);
+    if (bytes != nullptr) {
+        memset(bytes, 0, k_scratch_first_size);
+    }
+    return bytes != nullptr;
 }
 
 char *scratch_reserve(uint32_t size) {
-    if (size > scratch.size) {
-        char *larger = static_cast<char *>(realloc(scratch.bytes, size));
-        if (larger == nullptr) {
-            return nullptr;
-        }
-        scratch.bytes = larger;
-        scratch.size = size;
-    }
-    return scratch.bytes;
+    return buffer_reserve(&scratch.buffer, size);
 }

@@ -2,17 +2,16 @@
 
 #include "core/names.h"
 #include "core/text.h"
+#include "shell/base/buffer.h"
 #include "web/index.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
 constexpr uint32_t k_first_size = 4096;
 
 struct NameList {
-    char *bytes;
-    uint32_t size;
+    Buffer buffer;
     uint32_t length;  // without the terminator
 };
 
@@ -24,18 +23,11 @@ static struct Cellnames {
 namespace {
 
 bool make_room(NameList *list, uint32_t size) {
-    if (size <= list->size) {
+    if (size <= list->buffer.size) {
         return true;
     }
-    uint32_t grown = list->size < k_first_size ? k_first_size : list->size * 2;
-    grown = grown < size ? size : grown;
-    char *bytes = static_cast<char *>(realloc(list->bytes, grown));
-    if (bytes == nullptr) {
-        return false;
-    }
-    list->bytes = bytes;
-    list->size = grown;
-    return true;
+    uint32_t doubled = list->buffer.size < k_first_size ? k_first_size : list->buffer.size * 2;
+    return buffer_reserve(&list->buffer, doubled < size ? size : doubled) != nullptr;
 }
 
 // A record that is no cell leaves a blank.
@@ -43,7 +35,7 @@ bool append_cell(NameList *list, CellHandle cell) {
     if (!make_room(list, list->length + k_cellname_max + 2)) {
         return false;
     }
-    char *at = list->bytes + list->length;
+    char *at = list->buffer.bytes + list->length;
     uint32_t count = is_live_cell(cell) ? text_copy_out(at, cell_name(cell), k_cellname_max) : 0;
     at[count] = ' ';
     list->length += count + 1;
@@ -64,18 +56,19 @@ bool build(NameList *list) {
     if (list->length > 0) {
         --list->length;
     }
-    list->bytes[list->length] = 0;
+    list->buffer.bytes[list->length] = 0;
     return true;
 }
 
 bool same(const NameList &a, const NameList &b) {
-    return a.bytes != nullptr && a.length == b.length && memcmp(a.bytes, b.bytes, a.length) == 0;
+    return a.buffer.bytes != nullptr && a.length == b.length &&
+           memcmp(a.buffer.bytes, b.buffer.bytes, a.length) == 0;
 }
 
 }  // namespace
 
 const char *cellnames_list() {
-    return names.current.bytes != nullptr ? names.current.bytes : "";
+    return names.current.buffer.bytes != nullptr ? names.current.buffer.bytes : "";
 }
 
 bool cellnames_rebuild() {

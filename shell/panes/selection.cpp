@@ -1,13 +1,12 @@
 // The text selected in the active pane.
 #include "core/host_view.h"
 
+#include "shell/base/buffer.h"
 #include "shell/base/focus.h"
 #include "shell/panes/scintilla.h"
 
-#include <cstdlib>
-
 static struct Selection {
-    char *bytes;  // as long as somebody uses it
+    Buffer buffer;  // as long as somebody uses it
 } selection;
 
 const char *selected_text() {
@@ -21,16 +20,16 @@ const char *selected_text() {
     // A rectangular selection has a line end behind each of its lines, so the pane is asked.
     LRESULT length = sci(pane, SCI_GETSELTEXT);
     LRESULT size = (length > end - start ? length : end - start) + 8;
-    selection.bytes = static_cast<char *>(calloc(1, static_cast<size_t>(size)));
-    if (selection.bytes == nullptr) {
+    char *bytes = buffer_reserve(&selection.buffer, static_cast<uint32_t>(size));
+    if (bytes == nullptr) {
         short_on_memory_offer();
         return "";
     }
-    sci_text(pane, SCI_GETSELTEXT, 0, selection.bytes);
-    return selection.bytes;
+    *bytes = 0;
+    sci_text(pane, SCI_GETSELTEXT, 0, bytes);
+    return bytes;
 }
 
 void selected_text_free() {
-    free(selection.bytes);
-    selection.bytes = nullptr;
+    buffer_free(&selection.buffer);
 }

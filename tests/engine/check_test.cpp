@@ -11,7 +11,9 @@
 #include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
+#include "web/link_list.h"
 #include "web/links.h"
+#include "web/report_selection.h"
 #include "web/trail.h"
 #include "web/value.h"
 
@@ -71,10 +73,10 @@ constexpr Wrong k_wrong[] = {
     {"busy.cpp: state.busy != busy", [] { busy_set(false); }},
     {"byte_stream.cpp: file != nullptr", [] { byte_input_bind(&input, nullptr); }},
     {"byte_stream.cpp: file != nullptr", [] { byte_output_bind(&output, nullptr); }},
-    {"byte_stream.cpp: in->next >= in->count",
+    {"byte_stream.cpp: in->next >= in->end",
      [] {
          input.ended = false;
-         input.count = input.next + 1;
+         input.end = input.next + 1;
          byte_input_fill(&input);
      }},
     {"byte_stream.cpp: out->fill <= k_byte_buffer_size",
@@ -125,9 +127,9 @@ constexpr Wrong k_wrong[] = {
     // Values, links, reports and the writer.
     {"value.cpp: value != 0", [] { val_set_text(0, 0); }},
     {"value.cpp: value != 0", [] { val_make_text(0); }},
-    {"links.cpp: is_list(list)", [] { link_list_append(text_alloc(0)); }},
-    {"links.cpp: is_list(list)", [] { link_list_free(released(link_list_new(1, 0))); }},
-    {"links.cpp: list == 0 || is_list(list)",
+    {"link_list.cpp: is_list(list)", [] { link_list_append(text_alloc(0)); }},
+    {"link_list.cpp: is_list(list)", [] { link_list_free(released(link_list_new(1, 0))); }},
+    {"link_list.cpp: list == 0 || is_list(list)",
      [] { link_list_next(released(link_list_new(1, 0))); }},
     {"output.cpp: !output.open",
      [] {
