@@ -68,9 +68,9 @@ def main(arguments):
         sys.exit(__doc__)
     stamps = pathlib.Path(arguments[0])
     jobs = [(path, ["-p", "build/native"]) for folder in NATIVE
-            for path in sorted((ROOT / folder).glob("*.cpp"))]
+            for path in sorted((ROOT / folder).rglob("*.cpp"))]
     options = windows_options()
-    jobs += [(path, options) for folder in WINDOWS for path in sorted((ROOT / folder).glob("*.cpp"))]
+    jobs += [(path, options) for folder in WINDOWS for path in sorted((ROOT / folder).rglob("*.cpp"))]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         faults = list(pool.map(lambda job: tidy(stamps, *job), jobs))
     print("".join(faults), end="")
