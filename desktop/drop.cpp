@@ -28,9 +28,11 @@ struct DropTarget final : IDropTarget {
 
 }  // namespace
 
+// Quorvane.exe runs no constructors, so the table must need none.
+static constinit struct DropTargets { DropTarget table[4]; } targets;
+
 static struct Drops {
     HWND main_window;
-    DropTarget targets[4];
     wchar_t dragged[k_path_max];  // the web file of the drag under way; there is one at a time
     wchar_t arrived[k_path_max];  // that of WM_DROPFILES
     wchar_t to_open[k_path_max];  // by the message that is on its way
@@ -141,7 +143,7 @@ HRESULT WINAPI DropTarget::Drop(IDataObject *data, DWORD keys, POINTL point, DWO
 
 void drop_register(HWND window) {
     DropTarget *target = nullptr;
-    for (DropTarget &candidate : drops.targets) {
+    for (DropTarget &candidate : targets.table) {
         if (candidate.references == 0) {
             target = &candidate;
         }

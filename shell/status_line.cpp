@@ -3,7 +3,6 @@
 #include "core/host_messages.h"
 #include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
-#include "shell/base/handles.h"
 
 #include <cstring>
 
