@@ -22,6 +22,7 @@ namespace {
 
 constexpr uint32_t k_title_name_max = 10;  // characters of the display name in the caption
 constexpr uint32_t k_character_max = 4;    // bytes of a character in UTF-8
+constexpr uint32_t k_title_name_bytes = k_title_name_max * k_character_max;
 constexpr const char *k_home = "home";
 
 // A question is a display name, or this, and the words around it.
@@ -39,7 +40,7 @@ static struct Document {
     char open_path[k_path_max + 1];
     char name[k_path_max + 1];                     // the result of doc_display_name()
     char question[k_path_max + sizeof k_damaged];  // the longer of the two
-    char title[k_title_name_max * k_character_max + 32];
+    char title[k_title_name_bytes + 32];
     FILE *file;           // open only while a web is read
     bool keep_old;        // the file at the save path could not be read whole
     Fingerprint last;     // of the file at the save path as it was read or written last
@@ -50,9 +51,9 @@ static_assert(sizeof k_save_changes + k_path_max + sizeof k_question_mark - 1 <=
               sizeof document.question);
 static_assert(sizeof k_untitled <= k_path_max);
 static_assert(std::string_view(k_product_name).size() + sizeof k_title_between - 1 +
-                  k_title_name_max * k_character_max <
+                  k_title_name_bytes <
               sizeof document.title);
-static_assert(sizeof k_title_untitled - 1 <= k_title_name_max * k_character_max);
+static_assert(sizeof k_title_untitled - 1 <= k_title_name_bytes);
 
 // Copies at most k_path_max characters.
 void copy_path(char *to, const char *from) {
@@ -63,7 +64,7 @@ void copy_path(char *to, const char *from) {
 uint32_t title_name_bytes(const char *name) {
     uint32_t characters = 0;
     uint32_t bytes = 0;
-    for (; name[bytes] != 0 && bytes < k_title_name_max * k_character_max; ++bytes) {
+    for (; name[bytes] != 0 && bytes < k_title_name_bytes; ++bytes) {
         bool begins_character = (name[bytes] & 0xC0) != 0x80;
         if (begins_character && ++characters > k_title_name_max) {
             break;
