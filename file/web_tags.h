@@ -36,15 +36,23 @@ constexpr uint8_t k_option_tags[k_saved_option_count] = {
 
 constexpr unsigned k_tag_name_max = 8;  // characters of the longest name
 
+// Rows of characters: pointers to them would take more room, and be put right when the program is
+// loaded.
 struct WebTagNames {
-    const char *of[k_tag_count];
+    char of[k_tag_count][k_tag_name_max + 1];
 };
+
+constexpr void put_tag_name(WebTagNames *names, int tag, const char *name) {
+    for (unsigned i = 0; name[i] != 0; ++i) {
+        names->of[tag][i] = name[i];
+    }
+}
 
 constexpr WebTagNames make_tag_names() {
     WebTagNames names = {{"eof", "cell", "cname", "text", "val", "form", "script", "opts"}};
-    names.of[k_tag_scrfont] = "scrfont";
-    names.of[k_tag_statwin] = "statwin";
-#define SAVED_OPTION(type, name, ...) names.of[k_tag_##name] = #name;
+    put_tag_name(&names, k_tag_scrfont, "scrfont");
+    put_tag_name(&names, k_tag_statwin, "statwin");
+#define SAVED_OPTION(type, name, ...) put_tag_name(&names, k_tag_##name, #name);
 #include "web/options.def"
     return names;
 }
@@ -54,8 +62,8 @@ constexpr WebTagNames k_tag_names = make_tag_names();
 
 // As many names as indexes, and none without: no two tags have the same one.
 constexpr bool every_tag_has_a_name() {
-    for (const char *name : k_tag_names.of) {
-        if (name == nullptr) {
+    for (const auto &name : k_tag_names.of) {
+        if (name[0] == 0) {
             return false;
         }
     }

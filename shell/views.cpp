@@ -8,7 +8,7 @@
 #include "shell/panes/scintilla.h"
 #include "shell/panes/styles.h"
 #include "shell/panes/text_pane.h"
-#include "web/cells.h"
+#include "web/changed.h"
 
 namespace {
 

@@ -126,6 +126,7 @@ void link_list_free(BlockHandle list) {
     if (list == 0) {
         return;
     }
+    CHECK(is_list(list));
     chain_free(block_get16(list, k_first_block_at));
     block_free(list);
 }
