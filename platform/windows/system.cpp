@@ -103,6 +103,9 @@ bool put_over(const wchar_t *next, const wchar_t *target) {
 
 constexpr DWORD k_rights_max = 2048;
 
+// NOLINTNEXTLINE(misc-redundant-expression): the system's own sets overlap
+constexpr DWORD k_own_rights = FILE_GENERIC_READ | FILE_GENERIC_WRITE | DELETE | READ_CONTROL;
+
 // Who may do what with a file: bytes that can be compared, and how many they would be.
 struct Rights {
     alignas(void *) char bytes[k_rights_max];
@@ -139,8 +142,7 @@ SECURITY_ATTRIBUTES *private_rights() {
     CloseHandle(token);
     ACL *allowed = reinterpret_cast<ACL *>(list);
     known = known && InitializeAcl(allowed, sizeof list, ACL_REVISION) &&
-            AddAccessAllowedAce(allowed, ACL_REVISION,
-                                FILE_GENERIC_READ | FILE_GENERIC_WRITE | DELETE | READ_CONTROL,
+            AddAccessAllowedAce(allowed, ACL_REVISION, k_own_rights,
                                 reinterpret_cast<TOKEN_USER *>(user)->User.Sid) &&
             InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
             SetSecurityDescriptorDacl(&descriptor, TRUE, allowed, FALSE);
@@ -277,14 +279,12 @@ FILE *system_create_temporary(char *path, bool) {
 }
 
 bool system_next_path(char *next, const char *target) {
-    size_t length = strlen(target);
-    size_t suffix_length = strlen(k_next_suffix);
-    if (length + suffix_length >= k_system_path_max) {
+    if (strlen(target) + strlen(k_next_suffix) >= k_system_path_max) {
         errno = ENAMETOOLONG;
         return false;
     }
-    memcpy(next, target, length);
-    memcpy(next + length, k_next_suffix, suffix_length + 1);
+    strcpy(next, target);
+    strcat(next, k_next_suffix);
     return true;
 }
 
