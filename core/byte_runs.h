@@ -14,10 +14,18 @@ constexpr uint32_t k_word_size = sizeof(Word);
 constexpr Word k_ones = ~Word{0} / 0xFF;  // 1 in every byte
 constexpr Word k_tops = k_ones << 7;      // the top bit of every byte
 
-inline Word load_word(const void *p) {
-    Word word;
-    memcpy(&word, p, sizeof word);
-    return word;
+// Integers wherever they stand. Compilers for machines whose words must be aligned make a call of
+// memcpy() instead.
+template <typename Integer> struct [[gnu::packed, gnu::may_alias]] Unaligned {
+    Integer value;
+};
+
+template <typename Integer> Integer load(const void *p) {
+    return static_cast<const Unaligned<Integer> *>(p)->value;
+}
+
+template <typename Integer> void store(void *p, Integer value) {
+    static_cast<Unaligned<Integer> *>(p)->value = value;
 }
 
 // Which byte of the word has the lowest bit that is set.
@@ -37,7 +45,7 @@ template <uint8_t... stops> Word mark_stops(Word word) {
 // bytes of a word behind it can be read.
 template <uint8_t... stops> uint32_t run_to(const uint8_t *p) {
     for (uint32_t i = 0;; i += k_word_size) {
-        Word marks = mark_stops<stops...>(load_word(p + i));
+        Word marks = mark_stops<stops...>(load<Word>(p + i));
         if (marks != 0) {
             return i + lowest_byte(marks);
         }
@@ -48,7 +56,7 @@ template <uint8_t... stops> uint32_t run_to(const uint8_t *p) {
 // and what lies about them.
 inline uint32_t run_of_letters(const uint8_t *p) {
     for (uint32_t i = 0;; i += k_word_size) {
-        Word word = load_word(p + i);
+        Word word = load<Word>(p + i);
         Word marks = ~(word | word << 1) & k_tops;
         if (marks != 0) {
             return i + lowest_byte(marks);
@@ -68,12 +76,12 @@ template <uint8_t... stops> uint32_t run_before(const uint8_t *p, uint32_t n) {
     }
     uint32_t last = n - k_word_size;
     for (uint32_t i = 0; i < last; i += k_word_size) {
-        Word marks = mark_stops<stops...>(load_word(p + i));
+        Word marks = mark_stops<stops...>(load<Word>(p + i));
         if (marks != 0) {
             return i + lowest_byte(marks);
         }
     }
-    Word marks = mark_stops<stops...>(load_word(p + last));
+    Word marks = mark_stops<stops...>(load<Word>(p + last));
     return marks != 0 ? last + lowest_byte(marks) : n;
 }
 
@@ -86,13 +94,13 @@ inline void copy_short(char *d, const char *s, uint32_t n) {
         memcpy(d + n - 16, s + n - 16, 16);
     } else if (n >= 4) {
         uint32_t half = n / 8 * 4;
-        memcpy(d, s, 4);
-        memcpy(d + half, s + half, 4);
-        memcpy(d + n - 4 - half, s + n - 4 - half, 4);
-        memcpy(d + n - 4, s + n - 4, 4);
+        store(d, load<uint32_t>(s));
+        store(d + half, load<uint32_t>(s + half));
+        store(d + n - 4 - half, load<uint32_t>(s + n - 4 - half));
+        store(d + n - 4, load<uint32_t>(s + n - 4));
     } else if (n >= 2) {
-        memcpy(d, s, 2);
-        memcpy(d + n - 2, s + n - 2, 2);
+        store(d, load<uint16_t>(s));
+        store(d + n - 2, load<uint16_t>(s + n - 2));
     } else if (n == 1) {
         *d = *s;
     }
@@ -102,7 +110,7 @@ inline void copy_short(char *d, const char *s, uint32_t n) {
 inline uint32_t equal_run(const char *x, const char *y, uint32_t n) {
     uint32_t i = 0;
     for (; n - i >= k_word_size; i += k_word_size) {
-        Word difference = load_word(x + i) ^ load_word(y + i);
+        Word difference = load<Word>(x + i) ^ load<Word>(y + i);
         if (difference != 0) {
             return i + lowest_byte(difference);
         }

@@ -1,10 +1,10 @@
 // The web file's tags: their indexes, their names and the options that they stand for.
 #pragma once
 
+#include "core/byte_runs.h"
 #include "web/options.h"
 
 #include <cstdint>
-#include <cstring>
 
 // The format fixes the indexes; those of the options are given in their rows.
 enum WebTag : int {
@@ -111,9 +111,7 @@ inline uint64_t name_word_folded(const char *name, uint32_t length) {
     if (length - 1 >= k_tag_name_max) {
         return 0;
     }
-    uint64_t word;
-    memcpy(&word, name, sizeof word);
-    return (word | 0x2020202020202020) << (64 - 8 * length);
+    return (load<uint64_t>(name) | 0x2020202020202020) << (64 - 8 * length);
 }
 
 // The index of the tag whose name is this word, or -1.

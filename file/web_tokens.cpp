@@ -5,8 +5,6 @@
 #include "core/text.h"
 #include "file/web_tags.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr uint32_t k_name_max = 31;  // characters of a tag's or an entity's name that count
@@ -57,7 +55,7 @@ void put_text(const char *bytes, uint32_t n) {
 inline void append_to_name(const char *bytes, uint32_t n) {
     uint32_t length = tokens.name_length;
     for (uint32_t i = 0; i < n && length + i < k_name_max; i += k_word_size) {
-        memcpy(tokens.name + length + i, bytes + i, k_word_size);
+        store(tokens.name + length + i, load<Word>(bytes + i));
     }
     length += n;
     tokens.name_length = length <= k_name_max ? length : k_name_max + 1;
