@@ -3,8 +3,8 @@
 
     mutate.py [FOLDER ...] [--seed N] [--count N] [--only FILE[:LINE]] [--matrix] [--list]
 
-FOLDER is core, web, report, file, platform or cli (all of them without one). Faults are drawn at
-random from all that the folders offer; the same seed draws the same ones. Each is built and tested
+FOLDER is core, web, report, file, platform or cli (all of them without one). So many faults are
+drawn at random from each; the same seed draws the same ones. Each is built and tested
 in a copy below build/mutate/, one copy a processor. What the tests do not notice is printed as soon
 as it is known, and at the end the net share that they do: known equivalents
 (scripts/mutants_known.txt) do not count.
@@ -33,14 +33,15 @@ KNOWN_LIST = ROOT / "scripts" / "mutants_known.txt"
 FOLDERS = ["core", "web", "report", "file", "platform", "cli"]
 LEFT_OUT = {"platform/windows", "cli/platform_windows.cpp"}
 
-# What is run one after the other, until something fails: tests that take seconds come last. The
-# engine's tests know nothing of cli/.
+# What is built and run one after the other, until something fails: (program, tests, folders whose
+# faults it may notice). Tests that take seconds come last.
 SLOW = "*.KilledRuns*:*.TwoWriters*:*.WaitsForAnother*:*.NewDoesNotWriteOver*"
-ENGINE = ("tests/engine/engine_tests", "*")
-PROGRAMS = [ENGINE, ("tests/cli/qvx_tests", "-" + SLOW), ("tests/cli/qvx_tests", SLOW)]
+PROGRAMS = [("tests/engine/engine_tests", "*", ["core", "web", "report", "file", "platform"]),
+            ("tests/cli/qvx_tests", "-" + SLOW, FOLDERS),
+            ("tests/cli/qvx_tests", SLOW, ["platform", "cli"])]
 
 # A fault may make a program hang, or take all there is; more than this none needs.
-SECONDS = 10          # beyond four times what it takes without a fault
+SECONDS = 20          # beyond four times what it takes without a fault
 MEMORY = 4_000_000_000
 FILE_SIZE = 200_000_000
 
@@ -62,6 +63,13 @@ SLIPS = [
     ("constant", r"(?<![\w.'x])([0-9]+)(?![\w.'])", [None]),  # one more
 ]
 
+# Shapes in which one comparison is as good as the other: a smaller or larger one, a difference that
+# is not below zero, a value without its sign.
+OPERAND = r"([\w.\->\[\]]+(?:\([\w, ]*\))?(?: [-+] 1)?)"
+EITHER = [OPERAND + r" (?:[<>]=?) " + OPERAND + r" \? (?:\1 : \2|\2 : \1|\1 - \2 : 0|\2 - \1 : 0)\b",
+          OPERAND + r" (?:[<>]=?) 0 \? (?:-\1 : \1|0 : \1)"]
+NO_CODE = ("#", "static_assert", "__builtin_prefetch")
+
 # A statement of one line that does something: a call, an assignment, a step.
 STATEMENT = re.compile(r"^\s+(?!return|break|continue|case|default|using|else|if|for|while|const|"
                        r"static|goto|delete|throw)"
@@ -79,6 +87,9 @@ class Fault:
 
     def key(self):
         return f"{self.path} | {self.before.strip()} | {self.after.strip()}"
+
+    def folder(self):
+        return self.path.split("/", 1)[0]
 
     def __str__(self):
         return (f"{self.path}:{self.line}: {self.name}\n    - {self.before.strip()}\n"
@@ -99,10 +110,13 @@ def replaced(line, start, end, text):
 
 def faults_of_line(path, number, line):
     code = code_of(line)
-    if not code.strip() or code.lstrip().startswith(("#", "static_assert")):
+    if not code.strip() or code.lstrip().startswith(NO_CODE):
         return
+    same = [match.span() for shape in EITHER for match in re.finditer(shape, code)]
     for name, pattern, texts in SLIPS:
         for match in re.finditer(pattern, code):
+            if name == "comparison" and any(a <= match.start() < b for a, b in same):
+                continue
             for text in texts:
                 yield Fault(path, number, name, line, replaced(line, *match.span(), text))
     if STATEMENT.match(code) and not DECLARATION.match(code):
@@ -110,14 +124,24 @@ def faults_of_line(path, number, line):
         yield Fault(path, number, "dropped statement", line, " " * indent + ";")
 
 
-def faults_of(folders):
+def faults_of(folder):
+    for path in sorted((ROOT / folder).rglob("*.cpp")):
+        name = path.relative_to(ROOT).as_posix()
+        if any(name.startswith(left_out) for left_out in LEFT_OUT):
+            continue
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            yield from faults_of_line(name, number, line)
+
+
+def draw(folders, seed, count, only):
+    """At most so many faults of each folder, whose place begins like this; in no order."""
+    random.seed(seed)
+    drawn = []
     for folder in folders:
-        for path in sorted((ROOT / folder).rglob("*.cpp")):
-            name = path.relative_to(ROOT).as_posix()
-            if any(name.startswith(left_out) for left_out in LEFT_OUT):
-                continue
-            for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-                yield from faults_of_line(name, number, line)
+        faults = [one for one in faults_of(folder) if f"{one.path}:{one.line}".startswith(only)]
+        drawn += random.sample(faults, min(count, len(faults)))
+    random.shuffle(drawn)
+    return drawn
 
 
 def read_known():
@@ -140,7 +164,7 @@ class Copy:
         self.tree = WORK / str(number)
         self.build = self.tree / "build" / "mutate"
         self.result = self.tree / "build" / "result.json"
-        self.seconds = {}  # that each of PROGRAMS may take
+        self.seconds = {}  # that tests may take
 
     def command(self, *arguments, seconds=900):
         """True, False, or None when it took too long; what it started ends with it."""
@@ -168,51 +192,55 @@ class Copy:
                 shutil.copyfile(source, copy)  # as of now, so that it is built again
         return (self.command("cmake", "-S", ".", "-B", str(self.build), "-G", "Ninja",
                              "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS=-O1 -w") and
-                self.make() and self.passes())
+                self.passes())
 
     def passes(self):
-        for program in PROGRAMS:
-            start = time.monotonic()
-            if not self.run_tests(*program, 600, False):
+        for program, tests, _ in PROGRAMS:
+            if not self.make(program):
                 return False
-            self.seconds[program] = SECONDS + 4 * (time.monotonic() - start)
+            start = time.monotonic()
+            if tests != SLOW and not self.run_tests(program, tests, False):
+                return False
+            self.seconds[tests] = SECONDS + 4 * (time.monotonic() - start)
+        self.seconds[SLOW] = 10 * SECONDS
         return True
 
-    def make(self):
+    def make(self, program):
         return self.command("cmake", "--build", str(self.build), "--parallel", "1", "--target",
-                            "engine_tests", "qvx_tests")
+                            program.rsplit("/", 1)[1])
 
-    def run_tests(self, program, tests, seconds, whole):
+    def run_tests(self, program, tests, whole):
         arguments = [str(self.build / program), f"--gtest_output=json:{self.result}",
                      f"--gtest_filter={tests}"]
-        return self.command(*arguments, *([] if whole else ["--gtest_fail_fast"]), seconds=seconds)
+        return self.command(*arguments, *([] if whole else ["--gtest_fail_fast"]),
+                            seconds=self.seconds.get(tests, 600))
 
     def failures(self, fault, whole):
-        """The tests that fail, all of them or the first."""
+        """The tests that fail, all of them or the first; None when it does not compile."""
         failed = []
-        for program in PROGRAMS:
-            if program == ENGINE and fault.path.startswith("cli/"):
+        for program, tests, folders in PROGRAMS:
+            if fault.folder() not in folders:
                 continue
+            if not self.make(program):
+                return None
             self.result.unlink(missing_ok=True)
-            passed = self.run_tests(*program, self.seconds[program], whole)
-            if passed:
-                continue
-            name = program[0].rsplit("/", 1)[1]
-            failed += (failed_tests(self.result) or [f"({name} crashes)"]
-                       if passed is False else [f"({name} hangs)"])
-            if not whole:
-                break
+            passed = self.run_tests(program, tests, whole)
+            if not passed:
+                failed += (failed_tests(self.result) or [f"({program} crashes)"]
+                           if passed is False else [f"({program} hangs)"])
+                if not whole:
+                    break
         return failed
 
     def try_fault(self, fault, whole):
-        """The tests that notice it; None when it does not compile."""
+        """failures() with the fault in."""
         path = self.tree / fault.path
         text = path.read_text(encoding="utf-8")
         lines = text.splitlines(keepends=True)
         lines[fault.line - 1] = fault.after + "\n"
         path.write_text("".join(lines), encoding="utf-8")
         try:
-            return self.failures(fault, whole) if self.make() else None
+            return self.failures(fault, whole)
         finally:
             path.write_text(text, encoding="utf-8")
 
@@ -277,7 +305,7 @@ def report(outcomes):
     for fault, failed in outcomes:
         if failed is None:
             continue
-        row = table.setdefault(fault.path.split("/")[0], [0, 0, 0])
+        row = table.setdefault(fault.folder(), [0, 0, 0])
         row[0 if failed else 1 if fault.key() in KNOWN else 2] += 1
     for folder, (noticed, equal, left) in sorted(table.items()):
         share = 100 * noticed / max(noticed + left, 1)
@@ -287,18 +315,15 @@ def report(outcomes):
 def main():
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("folders", nargs="*", default=FOLDERS)
+    parser.add_argument("folders", nargs="*")
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--count", type=int, default=200)
+    parser.add_argument("--count", type=int, default=35)
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1)
     parser.add_argument("--only", default="", help="faults whose file and line begin like this")
     parser.add_argument("--matrix", action="store_true")
     parser.add_argument("--list", action="store_true")
     options = parser.parse_args()
-    faults = list(faults_of(options.folders))
-    faults = [fault for fault in faults if f"{fault.path}:{fault.line}".startswith(options.only)]
-    drawn = random.Random(options.seed).sample(faults, min(options.count, len(faults)))
-    print(f"{len(drawn)} of {len(faults)} faults, seed {options.seed}")
+    drawn = draw(options.folders or FOLDERS, options.seed, options.count, options.only)
     if options.list:
         for fault in drawn:
             print(fault)

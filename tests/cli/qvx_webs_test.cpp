@@ -140,6 +140,7 @@ TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
         {{"rm", "w.qvx", "HOME"}, 1, "qvx: w.qvx: Can't Delete Home\n"},
         {{"set", "w.qvx", "1st", "--text", "x"}, 1, "qvx: w.qvx: Bad cell name supplied\n"},
         {{"set", "w.qvx", "a\nb", "--text", "x"}, 1, "qvx: w.qvx: Bad cell name supplied\n"},
+        {{"set", "w.qvx", "a\rb", "--text", "x"}, 1, "qvx: w.qvx: Bad cell name supplied\n"},
         {{"set", "w.qvx", std::string(49, 'a')}, 1, "qvx: w.qvx: Bad cell name supplied\n"},
         {{"set", "w.qvx", "[z]"}, 1, "qvx: w.qvx: Bad cell name supplied\n"},
         {{"set", "w.qvx", ""}, 1, "qvx: w.qvx: Bad cell name supplied\n"},
@@ -256,6 +257,11 @@ TEST_F(QvxWebs, WhatIsSavedCanBeReadAgain) {
     EXPECT_EQ(shown.status, 0);
     EXPECT_EQ(shown.err, "qvx: w.qvx: short on memory: fewer than 100 blocks are left\n");
     EXPECT_EQ(run_qvx({"rm", "w.qvx", "lines"}).status, 0);
+    std::string lines;
+    for (int i = 0; i < 150000; ++i) {
+        lines += "\r\n";  // which do not grow
+    }
+    EXPECT_EQ(run_qvx({"set", "w.qvx", "lines", "--file", "-"}, lines).status, 0);
 }
 
 TEST_F(QvxWebs, HelpVersionAndUsage) {

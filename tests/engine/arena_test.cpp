@@ -84,6 +84,8 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
 
 TEST_F(Arena, RunningOutDuringStartUpOrOutsideACommandEndsTheProgram) {
     std::vector<BlockHandle> blocks = leave_free_blocks(0);
+    EXPECT_FALSE(run_command(alloc_one));
+    EXPECT_FALSE(recovery_available()) << "outside of it";
     EXPECT_EQ(run_until_end(alloc_one), -1);
     recovery_arm(false);
     EXPECT_EQ(run_until_end([] { run_command(alloc_one); }), -1);

@@ -181,6 +181,8 @@ TEST_F(CellOps, GoingOnAfterAnOfferOnTheWay) {
 TEST_F(CellOps, HomeStaysAndNewCellsMayComeUnasked) {
     delete_cell();
     EXPECT_EQ(take_log(), Log{"status Can't Delete Home"});
+    jump_to_trail_entry("home");
+    EXPECT_EQ(take_log(), shown("home")) << "though the trail is empty";
     set_option_dclick_ask(0);
     go_to_name("foo");
     EXPECT_EQ(take_log(), made("foo"));

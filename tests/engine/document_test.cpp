@@ -264,7 +264,11 @@ TEST_F(Document, AWebThatDoesNotFitIsGivenBackWhole) {
         EXPECT_LE(blocks_in_use(), 3) << "home, its name and its view";
         EXPECT_EQ(file_bytes(path), file);
         ASSERT_EQ(check_engine(), "");
+        set_web_changed(true);
+        host().save_changes = {true};
+        EXPECT_EQ(run_until_end(save_and_exit), std::nullopt) << "no file is being read";
     }
+    set_web_changed(false);
     doc_start(path.c_str());
     EXPECT_EQ(document_state(), untitled());
 }

@@ -2,6 +2,7 @@
 #include "tests/engine/engine_test.h"
 
 #include "core/text.h"
+#include "web/cell_text.h"
 #include "web/cells.h"
 #include "web/links.h"
 
@@ -12,8 +13,9 @@ namespace {
 // The names in the list of a cell with this text, "?" for a target without a number.
 Names links_of(const std::string &text) {
     CellHandle cell = cell_lookup("t") != 0 ? cell_lookup("t") : make_cell("t");
-    chain_free(cell_text(cell));
-    cell_set_text(cell, text_from_cstring(text.c_str()));
+    links_build(cell);
+    cell_replace_text(cell, text.data(), static_cast<uint32_t>(text.size()));
+    EXPECT_EQ(cell_out_pointers(cell), 0) << "of another text";
     uint16_t before = blocks_in_use();
     links_build(cell);
     links_build(cell);

@@ -184,6 +184,10 @@ TEST_F(EngineTest, RandomOperationsAgreeWithTheModel) {
             if (random() % 4 == 0) {
                 store_text_pane_keep_flag();
             }
+            if (random() % 4 == 0) {
+                model.changed = false;
+                set_web_changed(false);
+            }
             ASSERT_EQ(host().pane.text, model.cells[model.current]);
             if (!host().pane.modified) {  // else what was typed last may be in the pane alone
                 Names state = visible_state();

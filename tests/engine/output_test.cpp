@@ -75,13 +75,13 @@ TEST_F(Stream, EscapesAndQuotes) {
 }
 
 TEST_F(Stream, NewlineModesOfFiles) {
-    const std::string text = "a\r\nb\nc\rd\n\re\r\r\nf\n\n";
+    const std::string text = "\na\r\nb\nc\rd\n\re\r\r\nf\n\n\r";  // the next one begins anew
     struct {
         uint8_t mode;
         std::string out;
     } rows[] = {
-        {k_newline_lf, "a\nb\ncd\ne\nf\n\n"},
-        {k_newline_cr, "a\rb\rc\rd\r\re\r\rf\r\r"},
+        {k_newline_lf, "\na\nb\ncd\ne\nf\n\n"},
+        {k_newline_cr, "\ra\rb\rc\rd\r\re\r\rf\r\r\r"},
         {k_newline_crlf, text},
         {0, text},
     };

@@ -211,6 +211,27 @@ TEST_F(Reader, OptionsTakeTheirWordsAndKeepToTheirLimits) {
     for (const auto &row : rows) {
         EXPECT_EQ(option_read(row.name, row.tag, row.in), row.out) << row.name << " " << row.in;
     }
+    const struct {
+        const char *name;
+        int tag;
+        Names words;
+    } kept[] = {
+        {"isrc", k_tag_isrc, {"cell", "file", "keyboard"}},
+        {"iecho", k_tag_iecho, {"yes", "no"}},
+        {"odest", k_tag_odest, {"file", "screen"}},
+        {"onewl", k_tag_onewl, {"cr", "crlf", "lf"}},
+        {"cdisp", k_tag_cdisp, {"list", "fmtlist", "nolist"}},
+        {"rtype", k_tag_rtype, {"inptr", "outptr", "trail", "fmt"}},
+        {"rall", k_tag_rall, {"no", "yes"}},
+        {"sout", k_tag_sout, {"no", "yes"}},
+        {"nfmt", k_tag_nfmt, {"fixed", "exponent", "general"}},
+        {"nang", k_tag_nang, {"radians", "degrees"}},
+    };
+    for (const auto &row : kept) {
+        for (const std::string &word : row.words) {
+            EXPECT_EQ(option_read(row.name, row.tag, word), word);
+        }
+    }
 }
 
 // What the reader passes over, too.

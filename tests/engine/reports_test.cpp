@@ -65,6 +65,13 @@ TEST_F(Reports, TheLayoutOfEachType) {
     EXPECT_EQ(report(k_report_fmt, false, "a home"),
               "\r\n*****a" + rule + "\r\nHome, a and A; home again\r\n\r\n" + "\r\n*****home" +
                   rule + "\r\nb_2 a\nc\r\n\r\n");
+    for (const char *name : {"new", "newer"}) {  // after reports on all cells: whole, and cut off
+        make_cell(name, name);
+        EXPECT_EQ(report(k_report_outptr, false, name), "\n"s + name + "\n    >" + name);
+        set_option_rtype(k_report_inptr);
+        block_arena_fail_after(1, false);
+        EXPECT_FALSE(run_command([] { report_run(); }));
+    }
     go_to_name("a");
     go_to_name("c");
     EXPECT_EQ(report(k_report_trail, false, "a b_2"), "\nTrail:\n    a\n    home");

@@ -19,4 +19,8 @@ TEST_F(Trail, BothRingsKeep31EntriesAndTheOddRepetition) {
     expected.push_back("c30");
     EXPECT_EQ(trail_names(), expected);
     EXPECT_EQ(forward_names(), expected);
+    while (forward_pop() != 0) {
+    }
+    forward_push(cell_lookup("c0"));
+    EXPECT_EQ(forward_names(), Names{"c0"}) << "which the emptied ring still has in its slots";
 }

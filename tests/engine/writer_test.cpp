@@ -170,7 +170,7 @@ TEST_F(RoundTrip, TheGuideChangesNoByte) {
 // Words that mean something somewhere, and bytes of every value but line feeds, which would grow
 // when read.
 static std::string random_text(std::minstd_rand *random, uint32_t longest) {
-    static const Names k_pieces = {"home ", "Alpha", "beta_1 ", "BETA 1", "zoo\r\n", "x9", "\\n",
+    static const Names k_pieces = {"home ", "Alpha", "beta_1 ", "BETA 1", "zoo\r\n", "x_9", "\\n",
                                    "\\",    "'",     "\"",      "_a",     "<",       "&",  "&lt;"};
     std::string s;
     for (auto n = (*random)() % longest; n > 0; --n) {
@@ -184,7 +184,7 @@ static std::string random_text(std::minstd_rand *random, uint32_t longest) {
 static void make_random_web(std::minstd_rand *random) {
     web_reset("home");
     for (auto n = (*random)() % 60; n > 0; --n) {
-        static const Names k_names = {"alpha", "beta 1", "zoo", "x9", "a'b\\", "home"};
+        static const Names k_names = {"alpha", "beta 1", "zoo", "x 9", "a'b\\", "home"};
         std::string name = n < k_names.size() ? k_names[n] : "n" + random_text(random, 12);
         CellHandle cell = cell_lookup(name.c_str());
         cell = cell != 0 ? cell : cell_create(index_root_address(), name.c_str());
