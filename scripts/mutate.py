@@ -280,6 +280,9 @@ def work(copy, waiting, outcomes, whole):
 
 
 def tell(fault, failed, whole):
+    with (WORK / "outcomes.txt").open("a", encoding="utf-8") as log:
+        log.write(f"{fault.path}:{fault.line} | {fault.before.strip()} | {fault.after.strip()} | "
+                  f"{failed}\n")
     if failed is not None and not failed and fault.key() not in KNOWN:
         print(f"survives: {fault}", flush=True)
     elif failed and whole:

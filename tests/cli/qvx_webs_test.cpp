@@ -176,19 +176,6 @@ TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
     EXPECT_EQ(run_qvx({"list", "w.qvx"}).out, "home\n");
 }
 
-TEST_F(QvxWebs, CarriesEveryByteButNul) {
-    std::string text;
-    for (int i = 0; i < 600; ++i) {
-        const char ch = static_cast<char>(1 + i % 255);
-        text += ch == '\n' ? "\r\n" : std::string(1, ch);
-    }
-    ASSERT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, text).status, 0);
-    EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha", "--newline", "crlf"}).out, text);
-    const std::string before = file_bytes("w.qvx");
-    EXPECT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, "a\0b"s).status, 1);
-    EXPECT_EQ(file_bytes("w.qvx"), before);
-}
-
 TEST_F(QvxWebs, StandardStreamsStandForFiles) {
     const Outcome set = run_qvx({"set", "-", "gamma", "--text", "new"}, k_small);
     ASSERT_EQ(set.status, 0);

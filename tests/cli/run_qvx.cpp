@@ -4,8 +4,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -132,18 +130,4 @@ void enter_empty_folder() {
     std::filesystem::remove_all(folder);
     std::filesystem::create_directory(folder);
     std::filesystem::current_path(folder);
-}
-
-std::string file_bytes(const std::string &path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        return "(none)";
-    }
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
-
-void write_file(const std::string &path, const std::string &bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
 }

@@ -1,6 +1,8 @@
 // Runs the built qvx the way a shell does, in a folder of the test's own.
 #pragma once
 
+#include "tests/support/files.h"
+
 #include <string>
 #include <vector>
 
@@ -27,6 +29,3 @@ Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments);
 
 // Makes an empty folder the current one.
 void enter_empty_folder();
-
-std::string file_bytes(const std::string &path);  // "(none)" when there is no such file
-void write_file(const std::string &path, const std::string &bytes);

@@ -17,32 +17,6 @@ static void alloc_one() {
     block_alloc(k_block_plain);
 }
 
-TEST_F(Arena, BlocksComeInOrderAndTheLastReleasedComesFirst) {
-    web_clear();
-    block_arena_init();
-    host().quiet = true;
-    CellHandle first = 0;
-    auto visit = [](BlockHandle h, void *to) { return *static_cast<CellHandle *>(to) = h, false; };
-    block_arena_each_free(visit, &first);
-    EXPECT_EQ(first, 1);
-    for (uint32_t h = 1; h <= k_block_count; ++h) {
-        ASSERT_EQ(block_alloc(k_block_plain), h);
-    }
-    block_set_next(5, 3);
-    block_set_next(3, 9);
-    chain_free(5);
-    block_free(k_block_count);
-    EXPECT_EQ(blocks_in_use(), k_block_count - 4);
-    for (uint32_t h : {k_block_count, 9U, 3U, 5U}) {
-        EXPECT_EQ(block_alloc(k_block_text), h);
-    }
-    memset(block_ptr(7), 0x7F, k_block_size);
-    block_clear(7);
-    EXPECT_EQ(block_used(7), 0);
-    EXPECT_EQ(block_next(7), 0x7F7F) << "a block of no known type loses no more";
-    start_program();
-}
-
 TEST_F(Arena, BelowAHundredBlocksEveryAllocationAsks) {
     std::vector<BlockHandle> blocks = leave_free_blocks(k_low_block_count);
     host().quiet = false;

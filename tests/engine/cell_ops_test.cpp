@@ -188,19 +188,6 @@ TEST_F(CellOps, HomeStaysAndNewCellsMayComeUnasked) {
     EXPECT_EQ(take_log(), made("foo"));
 }
 
-TEST_F(CellOps, ACloneHasCopiesOfItsOwn) {
-    open_scene();
-    type_text("new text");
-    CellHandle clone = clone_cell("copy");
-    lost_blocks = 1;
-    type_text("edited");
-    go_home();
-    EXPECT_EQ(text_of("beta"), "new text") << "what was typed first belongs to both";
-    EXPECT_EQ(text_of("copy"), "edited");
-    EXPECT_EQ(text_string(cell_script(clone)), "script");
-    EXPECT_EQ(val_number(cell_value(clone)), 12);
-}
-
 TEST_F(CellOps, AreRefusedWhileOutputIsUnderWay) {
     open_scene();
     const Names before = visible_state();

@@ -42,7 +42,7 @@ std::string saved_as(const std::string &path) {
 // Opens a file of one cell, "a".
 std::string open_saved_web() {
     std::string path = scratch_path("saved.qvx");
-    make_file(path, cell_file("a", "from file") + "</eof>");
+    write_file(path, cell_file("a", "from file") + "</eof>");
     EXPECT_EQ(doc_command_open_path(path.c_str()), 0);
     return path;
 }
@@ -94,7 +94,7 @@ TEST_F(Document, NamesAndTitlesComeFromThePath) {
 
 TEST_F(Document, StartUpTakesTheNamedFileOrANewWeb) {
     std::string path = scratch_path("start.qvx");
-    make_file(path, cell_file("a", "t"));
+    write_file(path, cell_file("a", "t"));
     for (const std::string &line : {path, "\"" + path + "\"", path + "\""}) {
         doc_start(line.c_str());
         EXPECT_EQ(document_state(), saved_as(path));
@@ -174,7 +174,7 @@ TEST_F(Document, OpenLeavesTheWebAloneUntilTheFileIsOpen) {
 
 TEST_F(Document, OpenReplacesTheWebAndKeepsThePathOfABadFile) {
     std::string path = scratch_path("open.qvx");
-    make_file(path, "<odest>file</odest>" + cell_file("a", "t"));
+    write_file(path, "<odest>file</odest>" + cell_file("a", "t"));
     new_cell("b");
     host().open_paths = {path};
     take_log();
@@ -186,7 +186,7 @@ TEST_F(Document, OpenReplacesTheWebAndKeepsThePathOfABadFile) {
     EXPECT_EQ(cell_names(), (Names{"a", "home"}));
     EXPECT_EQ(trail_names(), Names());
 
-    make_file(path, cell_file("a", "t") + "<cname>1</cname>");
+    write_file(path, cell_file("a", "t") + "<cname>1</cname>");
     EXPECT_EQ(doc_command_open_path(path.c_str()), 0);
     EXPECT_EQ(host().status, "Bad Input File");
     EXPECT_EQ(document_state(), saved_as(path));
@@ -195,64 +195,13 @@ TEST_F(Document, OpenReplacesTheWebAndKeepsThePathOfABadFile) {
     EXPECT_EQ(file_bytes(path), written_web());
 }
 
-TEST_F(Document, SaveWritesToTheFileItKnowsOrAsks) {
-    std::string path = scratch_path("save.qvx");
-    type_text("one");
-    host().save_paths = {path};
-    take_log();
-    EXPECT_EQ(doc_command_save(), 0);
-    EXPECT_EQ(count(take_log(), "ask_save_path |"), 1U);
-    EXPECT_EQ(host().status, "Saved");
-    EXPECT_EQ(document_state(), saved_as(path));
-    EXPECT_EQ(file_bytes(path), written_web());
-
-    type_text("two");
-    take_log();
-    EXPECT_EQ(doc_command_save(), 0);
-    EXPECT_EQ(take_log(), (Log{"store 1", "show home"}));
-    EXPECT_TRUE(file_has(path, "<text>two</text>"));
-    EXPECT_FALSE(web_changed());
-
-    std::string other = scratch_path("other.qvx");
-    type_text("three");
-    host().save_paths = {"", other};
-    EXPECT_EQ(doc_command_save_as(), 1);
-    EXPECT_FALSE(web_changed());
-    EXPECT_EQ(doc_save_path(), path);
-    EXPECT_EQ(doc_command_save_as(), 0);
-    EXPECT_EQ(host().status, "Saved");
-    EXPECT_EQ(document_state(), saved_as(other));
-    EXPECT_TRUE(file_has(path, "<text>two</text>"));
-    EXPECT_TRUE(file_has(other, "<text>three</text>"));
-}
-
-TEST_F(Document, AFailedSaveIsShownAndCountsAsOver) {
-    struct {
-        const char *path;
-        int code;
-        const char *message;
-    } rows[] = {
-        {k_no_folder, -3, "status UNABLE TO OPEN WEB FILE"},
-        {"/dev/full", -4, "status UNABLE TO WRITE TO WEB FILE"},
-    };
-    for (const auto &row : rows) {
-        host().save_paths = {row.path};
-        take_log();
-        EXPECT_EQ(doc_command_save_as(), row.code);
-        Log log = take_log();
-        EXPECT_EQ(count(log, row.message), 1U);
-        EXPECT_EQ(host().status, "Not Saved");
-        EXPECT_EQ(doc_save_path(), std::string(row.path));
-    }
-}
-
 TEST_F(Document, AWebThatDoesNotFitIsGivenBackWhole) {
     std::string path = scratch_path("large.qvx");
     for (const std::string &file :
          {too_large_web(), "<rfmt>x</rfmt>" + too_large_web() + cell_file("home", "h"),
           "<cname>" + std::string(400000, 'n') + "</cname>", std::string(400000, 'x'),
           "<cname>a</cname><val>" + std::string(359900, '1') + "</val><script>ssss</script>"}) {
-        make_file(path, file);
+        write_file(path, file);
         new_cell("b");
         set_web_changed(false);
         host().quiet = true;
@@ -286,7 +235,7 @@ TEST_F(Document, SaveAndExitSavesWhatTheUserAgreesTo) {
     };
     for (const auto &row : rows) {
         start_program();
-        make_file(path, "before");
+        write_file(path, "before");
         type_text("typed");
         set_web_changed(row.changed);
         host().save_changes = {row.agreed};
@@ -303,7 +252,7 @@ TEST_F(Document, SaveAndExitSavesWhatTheUserAgreesTo) {
 
 TEST_F(Document, TheOfferWhileAFileIsReadEndsWithoutSaving) {
     std::string path = scratch_path("offer.qvx");
-    make_file(path, too_large_web());
+    write_file(path, too_large_web());
     set_web_changed(true);
     host().save_changes = {false, true};
     host().ok_cancel = {false, false, true};

@@ -13,72 +13,6 @@
 
 using Index = EngineTest;
 
-// A tree that is a list: in name order forwards, backwards and to and fro.
-TEST_F(Index, ListsAndClearsATreeOfAnyShape) {
-    constexpr int k_cells = 3000;
-    for (int shape = 0; shape < 3; ++shape) {
-        for (int i = 0; i < k_cells; ++i) {
-            int at = shape == 0 ? i : shape == 1 ? k_cells - i : i % 2 != 0 ? i : 2 * k_cells - i;
-            std::string name = "n" + std::to_string(10000 + at);
-            ASSERT_NE(index_find_or_insert(name.c_str(), index_root_address(), k_cell_live), 0);
-        }
-        cell_numbers_rebuild();
-        EXPECT_EQ(check_engine(), "");
-        std::vector<CellHandle> cells = live_cells();
-        EXPECT_EQ(cells.size(), k_cells + 1U);
-        CellHandle node = index_last(index_root());
-        for (; !cells.empty() && node == cells.back(); node = index_prev(node)) {
-            cells.pop_back();
-        }
-        EXPECT_TRUE(cells.empty() && node == 0) << "not the same backwards";
-        web_reset("home");
-        EXPECT_EQ(blocks_in_use(), 2);
-        refresh_views();
-    }
-}
-
-TEST_F(Index, TakesNoCellForAnAnswer) {
-    for (auto *step :
-         {index_first, index_last, index_next, index_prev, live_from, live_back_from}) {
-        EXPECT_EQ(step(0), 0);
-    }
-    index_walk(0, cell_release_fields);
-    cell_delete(0);
-    EXPECT_STREQ(cell_name_string(0), "BAD_CELL_HANDLE");
-    EXPECT_STREQ(cell_name_string(index_root()), "home");
-    EXPECT_EQ(cell_create(index_root_address(), "HOME"), 0);
-    links_build(0);
-    links_drop(0);
-    EXPECT_EQ(link_list_next(0), nullptr);
-}
-
-// Any tree; kinds decide whether a name is taken.
-TEST_F(Index, InsertsByNameTextToo) {
-    CellHandle root = 0;
-    cell_name_string(index_root());
-    BlockHandle again = text_from_cstring("alpha");
-    const CellHandle alpha = index_find_or_insert_text(again, &root, k_cell_live);
-    again = text_from_cstring("ALPHA");
-    EXPECT_EQ(root, alpha);
-    EXPECT_EQ(index_find_or_insert_text(again, &root, k_cell_live), alpha);
-    EXPECT_EQ(index_find_or_insert_text(again, &root, k_cell_deleted), 0);
-    const CellHandle equal = index_insert(again, &root, k_cell_live);
-    EXPECT_EQ(node_right(alpha), equal) << "an equal name goes to the right";
-    cell_set_kind(equal, k_cell_deleted);
-    EXPECT_STREQ(cell_name_string(equal), "home") << "the buffer stays as it was";
-    cell_set_kind(alpha, k_cell_value_entry);
-    EXPECT_EQ(index_find_or_insert("Alpha", &root, k_cell_live), 0);
-    cell_set_text(alpha, val_from_text(text_from_cstring("12")));
-    cell_release_fields(alpha);
-    root = 0;
-    EXPECT_EQ(index_link_new(alpha, &root), 0);
-    EXPECT_EQ(index_link_new(equal, &root), alpha);
-    for (CellHandle node : {alpha, equal}) {
-        chain_free(cell_name(node));
-        block_free(node);
-    }
-}
-
 TEST_F(Index, ValuesAreTextAndNumberInStep) {
     struct Row {
         const char *text;
@@ -100,9 +34,6 @@ TEST_F(Index, ValuesAreTextAndNumberInStep) {
             EXPECT_EQ(text_string(val_text(copy)), row.text);
         }
         EXPECT_EQ(text_string(val_text(block_next(copy))), "next");
-        val_set_number(copy, 2.5);
-        val_make_text(copy);
-        EXPECT_EQ(text_string(val_text(copy)), "2.5");
         val_free(copy);
     }
     for (auto [make, state] :

@@ -58,18 +58,6 @@ TEST_F(Links, AreTheWordsThatNameCells) {
     }
 }
 
-TEST_F(Links, CellsBeyondThe256thHaveNoNumber) {
-    for (int i = 0; i < 300; ++i) {
-        make_cell(("c" + std::to_string(1000 + i)).c_str());
-    }
-    EXPECT_EQ(cell_number_of(cell_lookup("c1255")), 255);
-    EXPECT_EQ(cell_number_of(cell_lookup("c1256")), -1);
-    EXPECT_EQ(cell_by_number(256) | cell_by_number(-1) | cell_by_number(-32768), 0);
-    EXPECT_EQ(links_of("c1255 c1256 c1000"), (Names{"c1255", "?", "c1000"}));
-    make_cell("b");
-    EXPECT_EQ(links_of("c1254 c1255"), (Names{"c1254", "?"}));
-}
-
 TEST_F(Links, TheReportSelectionHasTheCellsThatWordsName) {
     make_cell("abc");
     make_cell(std::string(48, 'w').c_str());
@@ -87,32 +75,4 @@ TEST_F(Links, TheReportSelectionHasTheCellsThatWordsName) {
     EXPECT_EQ(report_selection_count(), k_selection_max);
     report_selection_build("");
     EXPECT_EQ(report_selection_at(0), 0);
-}
-
-// Lists may own chains, though nothing makes such entries.
-TEST_F(Links, AListOfAnyKindsOfEntries) {
-    const uint16_t before = blocks_in_use();
-    BlockHandle list = link_list_new(1, index_root());
-    EXPECT_EQ(link_list_first(list), nullptr);
-    EXPECT_EQ(link_list_next(list), nullptr);
-    for (uint8_t kind : {k_link_chain_a, k_link_none, k_link_chain_b}) {
-        LinkEntry *entry = link_list_append(list);
-        entry->kind = kind;
-        if (kind != k_link_none) {
-            BlockHandle owner = block_alloc(k_block_text);
-            block_set16(owner, k_block_payload_at, text_from_cstring("text"));
-            link_set_target(entry, owner);
-        }
-    }
-    EXPECT_EQ(blocks_in_use(), before + 2 + 2 * 2);
-    link_list_first(list);
-    for (int i = 1; i < 8; ++i) {
-        EXPECT_NE(link_list_next(list), nullptr) << "a block has eight";
-    }
-    for (int past_end = 0; past_end < 2; ++past_end) {
-        EXPECT_EQ(link_list_next(list), nullptr);
-    }
-    EXPECT_FALSE(link_list_names(list, 0) || link_list_names(list, -1) || link_list_names(0, 0));
-    link_list_free(list);
-    EXPECT_EQ(blocks_in_use(), before);
 }

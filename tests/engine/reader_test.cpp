@@ -150,25 +150,6 @@ TEST_F(Reader, ElementsBelongToTheCellBeforeThem) {
     EXPECT_EQ(cell_value(b), 0);
 }
 
-// The record that is inserted last wins whole: 0 for the first in the file, 1 for the second.
-TEST_F(Reader, OfRecordsWithOneNameTheOneInsertedLastCounts) {
-    const uint32_t winner[] = {0, 0, 1, 0, 0, 1, 1, 0, 0, 0, 0, 1, 1};
-    for (uint32_t n = 1; n < sizeof winner / sizeof winner[0]; ++n) {
-        std::string file;
-        for (uint32_t i = 0; i < n; ++i) {
-            file += "<cname>" + std::string(i % 2 == 0 ? "my cell" : "MY_CELL") + "</cname>";
-            file += "<text>" + std::to_string(i) + "</text>";
-            file += i == winner[n] ? "" : "<script>s</script><val>1</val>";
-        }
-        ASSERT_EQ(read_web(file), 0);
-        EXPECT_EQ(cell_names().size(), 2U);
-        EXPECT_EQ(text_of("my cell"), std::to_string(winner[n])) << n;
-        EXPECT_EQ(cell_script(cell_lookup("my cell")), 0) << n;
-        EXPECT_EQ(cell_value(cell_lookup("my cell")), 0) << n;
-        ASSERT_EQ(check_engine(), "");
-    }
-}
-
 TEST_F(Reader, ARecordOfAnyHomeFillsTheHomeCell) {
     EXPECT_EQ(read_web(cell_file("HOME", "one")), 0);
     EXPECT_EQ(cell_names(), Names{"home"});
@@ -232,22 +213,6 @@ TEST_F(Reader, OptionsTakeTheirWordsAndKeepToTheirLimits) {
             EXPECT_EQ(option_read(row.name, row.tag, word), word);
         }
     }
-}
-
-// What the reader passes over, too.
-TEST_F(Reader, TokensOneByOne) {
-    std::string bytes = "x<opts>\n<text>z</text>\n<TEXT>\n</text>e</eof><val>";
-    FILE *file = fmemopen(bytes.data(), bytes.size(), "rb");
-    tokens_begin(file);
-    for (auto [tag, text] :
-         {std::pair(+k_tag_opts, "x"), std::pair(+k_tag_text, "\r\n"), std::pair(-k_tag_text, "z"),
-          std::pair(+k_tag_text, "\r\n"), std::pair(-k_tag_text, "\r\n"), std::pair(0, "e")}) {
-        EXPECT_EQ(web_next_token(), tag);
-        EXPECT_EQ(text_string(token_text()), text);
-        EXPECT_EQ(web_apply_close_tag(tag < 0 ? -tag : tag), 0);
-    }
-    tokens_end();
-    fclose(file);
 }
 
 // What is lost is seen wherever the buffer ends, and whether or not somebody listens.

@@ -38,37 +38,6 @@ TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
     give_back(blocks);
 }
 
-TEST_F(Text, TheBuilderStartsOver) {
-    BlockHandle head = text_builder_start();
-    text_builder_put('x');
-    text_builder_restart();
-    EXPECT_EQ(text_compare_cstring(head, ""), 0) << "what it held before must not count";
-    text_builder_reset();
-    chain_free(head);
-}
-
-TEST_F(Text, IsTheSameHoweverItLiesInItsBlocks) {
-    const std::string name(36, 'n');
-    BlockHandle made = text_from_cstring(name.c_str());  // ends in an empty block
-    BlockHandle read = text_builder_start();             // does not
-    text_builder_put_run(name.data(), 36);
-    BlockHandle gaps = chain_of({"nn", "", "", name.substr(2), ""});
-    for (BlockHandle x : {made, read, gaps}) {
-        for (BlockHandle y : {made, read, gaps}) {
-            EXPECT_EQ(text_compare(x, y), 0);
-        }
-        for (auto [other, order] :
-             {std::pair(name, 0), std::pair(name + "x", -1), std::pair(name.substr(1), 1)}) {
-            EXPECT_EQ(text_compare_cstring(x, other.c_str()), order);
-            EXPECT_EQ(text_equals_cstring(x, other.c_str()), order == 0);
-        }
-    }
-    text_builder_reset();
-    for (BlockHandle x : {made, read, gaps}) {
-        chain_free(x);
-    }
-}
-
 TEST_F(Text, PartsAndCharacters) {
     BlockHandle text = chain_of({"ab", "", "cdefg", std::string(40, 'h'), "\xFE\x80", ""});
     const std::string all = "abcdefg" + std::string(36, 'h') + "\xFE\x80";
