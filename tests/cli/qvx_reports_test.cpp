@@ -110,7 +110,7 @@ TEST_F(QvxReports, WritesToExactlyTheFileNamed) {
     EXPECT_EQ(full.status, 2);
     EXPECT_NE(full.err.find(": No space left on device\n"), std::string::npos);
     const Outcome limited =
-        run_qvx({"report", "w.qvx", "--format", std::string(200, 'x')}, "", 100);
+        run_qvx({"report", "w.qvx", "--format", std::string(200, 'x')}, "", {.file_limit = 100});
     EXPECT_EQ(limited.status, 2);
     EXPECT_EQ(limited.err, "qvx: standard output: UNABLE TO WRITE TO OUPUT FILE: File too large\n");
 }
@@ -231,24 +231,20 @@ TEST_F(QvxReports, CheckHasNothingToSayAgainstAWebOfItsOwn) {
     EXPECT_EQ(run_qvx({"check", QVX_SAMPLES "guide.qvx"}).status, 0);
     EXPECT_EQ(run_qvx({"check", "-"}, run_qvx({"new", "-"}).out).out,
               "-: 1 cell, 2 blocks used, 9998 left\n");
-    const nlohmann::json empty = {{"file", "-"},
-                                  {"status", 0},
-                                  {"whole", true},
-                                  {"findings", nlohmann::json::array()},
-                                  {"notes", nlohmann::json::array()},
-                                  {"cells", 1},
-                                  {"blocks_used", 2},
-                                  {"blocks_left", 9998}};
-    EXPECT_EQ(nlohmann::json::parse(run_qvx({"check", "--json", "-"}, "</eof>").out)[0], empty);
+    EXPECT_EQ(nlohmann::json::parse(run_qvx({"check", "--json", "-"}, "</eof>").out).dump(),
+              R"([{"blocks_left":9998,"blocks_used":2,"cells":1,"file":"-","findings":[],)"
+              R"("notes":[],"status":0,"whole":true}])");
 
     std::string cells = "<cname>a</cname><text>" + std::string(4096, 'x') + "</text>";
     cells += "<cname>b</cname><text>" + std::string(4095, 'x') + "</text>";
     for (int i = 0; i < 253; ++i) {
         cells += "<cname>n" + std::to_string(1000 + i) + "</cname>";
     }
-    std::string said = "-: text of \"a\" has 4096 characters, links and reports see the first 4095\n";
-    const std::string rest = " no cell number, so links to them are not reported: \"n1253\" and what "
-                             "sorts after it\n";
+    std::string said =
+        "-: text of \"a\" has 4096 characters, links and reports see the first 4095\n";
+    const std::string rest =
+        " no cell number, so links to them are not reported: \"n1253\" and what "
+        "sorts after it\n";
     for (const std::string &number : {""s, "1 cell has"s, "2 cells have"s}) {
         const std::string web = run_qvx({"convert", "-", "-"}, cells + "</eof>").out;
         const Outcome outcome = run_qvx({"check", "-"}, web);

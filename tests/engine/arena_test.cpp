@@ -4,10 +4,7 @@
 #include "core/block_arena.h"
 #include "core/recovery.h"
 #include "core/text.h"
-#include "web/cell_text.h"
 #include "web/cells.h"
-
-#include <cstring>
 
 using Arena = EngineTest;
 
@@ -53,6 +50,18 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
         EXPECT_TRUE(host().save_changes.empty()) << "not offered again";
         EXPECT_EQ(blocks_free(), k_low_block_count - size / k_text_block_chars - 2);
     }
+    // Storing the pane runs out in the middle of a text's making, which goes on.
+    give_back(blocks);
+    blocks = leave_free_blocks(k_low_block_count + 5);
+    type_text(std::string(300 * k_text_block_chars, 'x'));
+    host().ok_cancel = {true};
+    host().save_changes = {true};
+    const std::string text(20 * k_text_block_chars, 't');
+    BlockHandle made = 0;
+    EXPECT_TRUE(run_command([&] { made = text_from_cstring(text.c_str()); }));
+    EXPECT_EQ(text_string(made), text);
+    EXPECT_EQ(host().status, "OUT OF MEMORY");
+    chain_free(made);
     give_back(blocks);
 }
 

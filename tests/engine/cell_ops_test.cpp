@@ -3,12 +3,14 @@
 #include "tests/engine/engine_test.h"
 
 #include "core/busy.h"
+#include "core/errors.h"
 #include "core/text.h"
+#include "file/document.h"
+#include "report/reports.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/options.h"
 #include "web/trail.h"
-#include "web/value.h"
 
 using CellOps = EngineTest;
 
@@ -195,7 +197,11 @@ TEST_F(CellOps, AreRefusedWhileOutputIsUnderWay) {
     for (const Row &row : rows()) {
         row.run();
     }
+    for (auto *command :
+         {doc_command_new, doc_command_open, doc_command_save, doc_command_save_as, report_run}) {
+        EXPECT_EQ(command(), k_output_in_use);
+    }
     busy_set(false);
-    EXPECT_EQ(take_log(), Log(rows().size(), "status OUTPUT IN USE"));
+    EXPECT_EQ(take_log(), Log(rows().size() + 5, "status OUTPUT IN USE"));
     EXPECT_EQ(visible_state(), before);
 }

@@ -1,21 +1,15 @@
 #include "tests/engine/recorder.h"
 
-#include "core/busy.h"
 #include "core/byte_stream.h"
 #include "core/recovery.h"
 #include "core/text.h"
 #include "file/document.h"
 #include "file/read_watch.h"
-#include "file/web_reader.h"
 #include "report/output.h"
-#include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
-#include "web/links.h"
-#include "web/option_tags.h"
 #include "web/options.h"
 #include "web/trail.h"
-#include "web/value.h"
 #include "web/words.h"
 
 #include <csetjmp>
@@ -60,15 +54,10 @@ void end_operations() {
     byte_stream_fail_read_after(-1);
     byte_stream_fail_write_after(-1);
     block_arena_fail_after(-1, false);
-    output_recover();
+    program_recover();
     output_release();
     output_set_path(nullptr);
-    document_recover();
     web_read_observe(nullptr);
-    web_read_recover();
-    links_recover();
-    cell_ops_recover();
-    val_recover();
     web_clear();
 }
 
@@ -181,17 +170,13 @@ bool ask_ok_cancel(const char *text, const char *caption) {
                     : ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
 }
 
-bool ask_no_yes(const char *text, const char *caption) {
-    return ask(&host().yes_no, "ask_no_yes ", text, caption);
-}
-
-bool ask_yes_no(const char *text, const char *caption) {
-    return ask(&host().yes_no, "ask_yes_no ", text, caption);
-}
-
-bool ask_save_changes(const char *text, const char *caption) {
-    return ask(&host().save_changes, "ask_save_changes ", text, caption);
-}
+#define ASKED(question, answers)                                                                   \
+    bool question(const char *text, const char *caption) {                                         \
+        return ask(&host().answers, #question " ", text, caption);                                 \
+    }
+ASKED(ask_no_yes, yes_no)
+ASKED(ask_yes_no, yes_no)
+ASKED(ask_save_changes, save_changes)
 
 bool ask_cellname(char *name) {
     note("ask_cellname");

@@ -7,8 +7,6 @@
 #include "file/document.h"
 #include "file/save.h"
 #include "platform/system.h"
-#include "web/cell_ops.h"
-#include "web/cell_text.h"
 #include "web/cells.h"
 
 #include <algorithm>
@@ -98,6 +96,18 @@ std::string open_fresh(const std::string &name, const std::string &bytes) {
     return path;
 }
 
+// A web with something typed into it, whose file may have another name.
+std::string open_to_save(const std::string &bytes, bool linked) {
+    const std::string path = open_fresh("steps.qvx", bytes);
+    const std::string other = fresh_path("another_name");
+    if (linked) {
+        fs::create_hard_link(path, other);
+    }
+    type_text("after");
+    take_log();
+    return path;
+}
+
 long times_in(const Log &log, const std::string &line) {
     return std::count(log.begin(), log.end(), line);
 }
@@ -121,13 +131,7 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
         bool done = false;
         for (int step = 0; !done; ++step) {
             SCOPED_TRACE((linked ? "linked " : "plain ") + std::to_string(step));
-            const std::string path = open_fresh("steps.qvx", whole_web("before"));
-            const std::string other = fresh_path("another_name");
-            if (linked) {
-                fs::create_hard_link(path, other);
-            }
-            type_text("after");
-            take_log();
+            const std::string path = open_to_save(whole_web("before"), linked);
             refused_once = false;
             steps_until_refusal = step;
             const int code = doc_command_save();
@@ -151,8 +155,9 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
     }
 }
 
-// A program that dies while it saves leaves the old web, the new one, or, where it writes over a file,
-// one that nobody takes for a web, with the old bytes beside it until somebody has seen to them.
+// A program that dies while it saves leaves the old web, the new one, or, where it writes over a
+// file, one that nobody takes for a web, with the old bytes beside it until somebody has seen to
+// them.
 TEST_F(Save, DyingAtAnyStepLosesNothing) {
     const std::string old = whole_web(std::string(20000, 'b'));
     for (const bool linked : {false, true}) {
@@ -160,12 +165,7 @@ TEST_F(Save, DyingAtAnyStepLosesNothing) {
         bool died = true;
         for (int step = 0; died; ++step) {
             SCOPED_TRACE((linked ? "linked " : "plain ") + std::to_string(step));
-            const std::string path = open_fresh("dies.qvx", old);
-            const std::string other = fresh_path("another_name");
-            if (linked) {
-                fs::create_hard_link(path, other);
-            }
-            type_text("after");
+            const std::string path = open_to_save(old, linked);
             const pid_t child = fork();
             if (child == 0) {
                 dies = true;

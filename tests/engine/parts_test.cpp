@@ -1,26 +1,26 @@
-// The cell index, the cells' records and their values.
+// Values, options, and the limits of the rings; what goes into them is the model test's.
 #include "tests/engine/engine_test.h"
 
 #include "core/numbers.h"
 #include "core/text.h"
 #include "web/cells.h"
-#include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"
 
 #include <cfloat>
 
-using Index = EngineTest;
+using Parts = EngineTest;
 
-TEST_F(Index, ValuesAreTextAndNumberInStep) {
+TEST_F(Parts, ValuesAreTextAndNumberInStep) {
     struct Row {
         const char *text;
         double number;
         uint8_t flags;
     };
     for (Row row : {Row{"abc", 0, 1}, Row{"3.50 kg", 3.5, 1}, Row{"{NxN}", 0, 3}, Row{"{NAN", 0, 1},
-                    Row{"{nan}", 0, 1}, Row{" -1e999", -DBL_MAX, 1},
+                    Row{"{nan}", 0, 1}, Row{" -1e999", -DBL_MAX, 1}, Row{"\t\r+2e1", 20, 1},
+                    Row{".5E-1x", 0.05, 1}, Row{"3.e1", 30, 1}, Row{"0x9", 0, 1},
                     Row{"                         5", 0, 1}}) {  // 24 characters count
         BlockHandle value = val_from_text(text_from_cstring(row.text));
         EXPECT_EQ(val_number(value), row.number) << row.text;
@@ -41,11 +41,13 @@ TEST_F(Index, ValuesAreTextAndNumberInStep) {
         BlockHandle value = val_new();
         make(value);
         EXPECT_EQ(val_state(value), state);
+        val_make_text(value);
+        EXPECT_EQ(text_string(val_text(value)), state == k_value_number ? "0" : "");
         val_free(value);
     }
 }
 
-TEST_F(Index, OptionsClampApplyAndReturnToTheirDefaults) {
+TEST_F(Parts, OptionsClampApplyAndReturnToTheirDefaults) {
     for (auto [set, stored] : {std::pair(25, 20), std::pair(-11, -10), std::pair(7, 7)}) {
         set_option_zoom(set);
         EXPECT_EQ(option_zoom(), stored);
@@ -62,4 +64,23 @@ TEST_F(Index, OptionsClampApplyAndReturnToTheirDefaults) {
     EXPECT_EQ(option_font_size(), 90);
     EXPECT_EQ(option_zoom(), 0);
     EXPECT_EQ(option_dclick_create() + option_dclick_ask(), 2);
+}
+
+TEST_F(Parts, BothRingsKeep31EntriesAndTheOddRepetition) {
+    Names expected;
+    for (int i = 0; i < 31; ++i) {
+        expected.push_back("c" + std::to_string(i));
+        CellHandle cell = make_cell(expected.back().c_str());
+        for (auto *push : {trail_push, forward_push, trail_push, forward_push}) {
+            push(cell);  // the last one counts twice: the rings are full
+        }
+    }
+    expected.erase(expected.begin());
+    expected.push_back("c30");
+    EXPECT_EQ(trail_names(), expected);
+    EXPECT_EQ(forward_names(), expected);
+    while (forward_pop() != 0) {
+    }
+    forward_push(cell_lookup("c0"));
+    EXPECT_EQ(forward_names(), Names{"c0"}) << "which the emptied ring still has in its slots";
 }
