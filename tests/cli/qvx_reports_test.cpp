@@ -1,8 +1,6 @@
 // Reports and checks by qvx.
 #include "tests/cli/run_qvx.h"
 
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 #include <cstdlib>
@@ -21,12 +19,8 @@ const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>"
                           "<cell><cname>alpha</cname><text>home</text></cell>"
                           "<cell><cname>beta</cname></cell></eof>";
 
-class QvxReports : public testing::Test {
-protected:
-    void SetUp() override {
-        enter_empty_folder();
-        write_file("w.qvx", k_web);
-    }
+struct QvxReports : QvxTest {
+    QvxReports() : QvxTest(k_web) {}
 };
 
 std::string report(std::vector<std::string> arguments) {
@@ -262,11 +256,9 @@ TEST_F(QvxReports, CheckStatuses) {
     EXPECT_EQ(mixed.status, 2);
     EXPECT_EQ(mixed.err, "qvx: nofile: UNABLE TO OPEN WEB FILE: No such file or directory\n");
     EXPECT_NE(mixed.out.find("w.qvx: 3 cells"), std::string::npos);
-    const nlohmann::json folder = nlohmann::json::parse(run_qvx({"check", "--json", "."}).out)[0];
-    EXPECT_EQ(folder["status"], 2);
-    EXPECT_EQ(folder["whole"], false);
-    EXPECT_EQ(folder["error"], "UNABLE TO READ FROM WEB FILE");
-    EXPECT_EQ(folder["reason"], "Is a directory");
+    EXPECT_EQ(nlohmann::json::parse(run_qvx({"check", "--json", "."}).out).dump(),
+              R"([{"error":"UNABLE TO READ FROM WEB FILE","file":".","findings":[],"notes":[],)"
+              R"("reason":"Is a directory","status":2,"whole":false}])");
     EXPECT_EQ(run_qvx({"check", "-", "w.qvx"}, "<text>" + std::string(400000, 'x')).status, 3);
 
     const std::string no_text = "<text>&\x1b\xff;</text></eof>";

@@ -2,8 +2,6 @@
 // killed, refused or late.
 #include "tests/cli/run_qvx.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <functional>
@@ -27,13 +25,8 @@ using Names = std::vector<std::string>;
 const std::string k_old = "<cell><cname>home</cname><text>old</text></cell></eof>";
 constexpr unsigned k_nobody = 65534;
 
-class QvxSaving : public testing::Test {
-protected:
-    void SetUp() override {
-        enter_empty_folder();
-        write_file("w.qvx", k_old);
-        umount("full");
-    }
+struct QvxSaving : QvxTest {
+    QvxSaving() : QvxTest(k_old) {}
 };
 
 // What is in the current folder.
@@ -275,7 +268,7 @@ TEST_F(QvxSaving, WaitsForAnotherWriterAndSaysWhoItIs) {
 // Whoever locks the file in the moment in which it appears may have written it by the time that
 // another one gets to it.
 TEST_F(QvxSaving, NewDoesNotWriteOverWhatSomebodyElseTookUp) {
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 100; ++round) {
         fs::remove("w.qvx");
         bool taken = false;
         std::thread other([&taken] {

@@ -3,6 +3,8 @@
 
 #include "tests/support/files.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -27,3 +29,12 @@ std::string qvx_on_terminal(const std::vector<std::string> &arguments);
 
 // Makes an empty folder the current one.
 void enter_empty_folder();
+
+// Begins in an empty folder with a file "w.qvx" of these bytes.
+class QvxTest : public testing::Test {
+protected:
+    explicit QvxTest(const std::string &web) {
+        enter_empty_folder();
+        write_file("w.qvx", web);
+    }
+};

@@ -48,8 +48,15 @@ bool ask(std::deque<bool> *answers, const char *call, const char *text, const ch
     return take(answers, false);
 }
 
-// Gives back what an abandoned operation holds, so that nothing of it reaches the next program.
-void end_operations() {
+}  // namespace
+
+Recorder &host() {
+    static Recorder recorder;
+    return recorder;
+}
+
+void start_program() {
+    // What an abandoned operation holds must not reach the next program.
     recovery_reset();
     byte_stream_fail_read_after(-1);
     byte_stream_fail_write_after(-1);
@@ -59,17 +66,7 @@ void end_operations() {
     output_set_path(nullptr);
     web_read_observe(nullptr);
     web_clear();
-}
 
-}  // namespace
-
-Recorder &host() {
-    static Recorder recorder;
-    return recorder;
-}
-
-void start_program() {
-    end_operations();
     host() = Recorder();
     recovery_arm(false);
     block_arena_init();

@@ -5,22 +5,8 @@
 #include "web/cell_text.h"
 #include "web/cells.h"
 
+using namespace std::string_literals;
 using Text = EngineTest;
-
-namespace {
-
-// A chain of one block a piece, however full.
-BlockHandle chain_of(const std::vector<std::string> &pieces) {
-    BlockHandle head = text_alloc(static_cast<uint32_t>(pieces.size() - 1) * k_text_block_chars);
-    BlockHandle h = head;
-    for (const std::string &piece : pieces) {
-        text_fill_block(h, piece.c_str(), 0);
-        h = block_next(h);
-    }
-    return head;
-}
-
-}  // namespace
 
 TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
     std::vector<BlockHandle> blocks = leave_free_blocks(3);
@@ -39,7 +25,13 @@ TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
 }
 
 TEST_F(Text, PartsAndCharacters) {
-    BlockHandle text = chain_of({"ab", "", "cdefg", std::string(40, 'h'), "\xFE\x80", ""});
+    BlockHandle text = text_alloc(5 * k_text_block_chars);  // a block a piece, however full
+    BlockHandle block = text;
+    for (const std::string &piece :
+         {"ab"s, ""s, "cdefg"s, std::string(40, 'h'), "\xFE\x80"s, ""s}) {
+        text_fill_block(block, piece.c_str(), 0);
+        block = block_next(block);
+    }
     const std::string all = "abcdefg" + std::string(36, 'h') + "\xFE\x80";
     EXPECT_EQ(text_string(text), all);
     EXPECT_EQ(text_length(text), all.size());

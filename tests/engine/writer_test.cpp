@@ -33,14 +33,6 @@ constexpr const char *k_default_options =
     "\n<xmax>5</xmax>\n<xmin>-5</xmin>\n<ymax>5</ymax>\n<ymin>-5</ymin>"
     "\n<xintrvls>5</xintrvls>\n<yintrvls>5</yintrvls>\n<xycells>home,home</xycells></opts>";
 
-void set_script(CellHandle cell, const std::string &script) {
-    cell_set_script(cell, text_from_cstring(script.c_str()));
-}
-
-void set_value(CellHandle cell, const std::string &text) {
-    cell_set_value(cell, val_from_text(text_from_cstring(text.c_str())));
-}
-
 }  // namespace
 
 TEST_F(Writer, AWebOfOneCell) {
@@ -114,8 +106,8 @@ static void make_random_web(std::minstd_rand *random) {
         const std::string text = random_text(random, n == 5 ? 3000 : 40);
         cell_replace_text(cell, text.data(), static_cast<uint32_t>(text.size()));
         if (cell_script(cell) == 0) {
-            set_script(cell, random_text(random, 10));
-            set_value(cell, random_text(random, 10));
+            cell_set_script(cell, text_from_cstring(random_text(random, 10).c_str()));
+            cell_set_value(cell, val_from_text(text_from_cstring(random_text(random, 10).c_str())));
         }
     }
     const bool escapes = (*random)() % 2 != 0;  // enough of them to fill a buffer
