@@ -54,6 +54,7 @@ TEST_F(Stream, AReportBeginsAnew) {
     EXPECT_EQ(file_report("a\r\n'\r"), "a\r'\r");
     EXPECT_EQ(file_report("\n\\n\\"), "\r\r") << "behind no CR, quote or backslash";
     EXPECT_EQ(file_report("n"), "n");
+    EXPECT_EQ(output_char(0), 0) << "which is no character";
 }
 
 TEST_F(Stream, FileNames) {

@@ -1,6 +1,7 @@
 // Values, options, and the limits of the rings; what goes into them is the model test's.
 #include "tests/engine/engine_test.h"
 
+#include "core/errors.h"
 #include "core/numbers.h"
 #include "core/text.h"
 #include "web/cells.h"
@@ -83,4 +84,12 @@ TEST_F(Parts, BothRingsKeep31EntriesAndTheOddRepetition) {
     }
     forward_push(cell_lookup("c0"));
     EXPECT_EQ(forward_names(), Names{"c0"}) << "which the emptied ring still has in its slots";
+}
+
+TEST_F(Parts, CodesHaveMessages) {
+    for (auto [code, message] :
+         {std::pair(0, "NONESUCH"), std::pair(-20, "INTERNAL ERROR"),
+          std::pair(-21, "Unexpected Error!"), std::pair(1, "Unexpected Error!")}) {
+        EXPECT_STREQ(error_message(code), message);
+    }
 }
