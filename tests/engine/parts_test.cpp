@@ -5,6 +5,7 @@
 #include "core/numbers.h"
 #include "core/text.h"
 #include "web/cells.h"
+#include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/value.h"
@@ -92,4 +93,17 @@ TEST_F(Parts, CodesHaveMessages) {
           std::pair(-21, "Unexpected Error!"), std::pair(1, "Unexpected Error!")}) {
         EXPECT_STREQ(error_message(code), message);
     }
+}
+
+TEST_F(Parts, ZeroIsNoCell) {
+    for (auto *step :
+         {index_first, index_last, index_next, index_prev, live_from, live_back_from}) {
+        EXPECT_EQ(step(0), 0);
+    }
+    for (auto *act : {cell_delete, links_build, links_drop}) {
+        act(0);
+    }
+    index_walk(0, cell_release_fields);
+    EXPECT_STREQ(cell_name_string(0), "BAD_CELL_HANDLE");
+    EXPECT_EQ(cell_create(index_root_address(), "HOME"), 0) << "which is there";
 }
