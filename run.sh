@@ -25,12 +25,6 @@ find_file() {
     [ ${#name} -le 60 ] || die "The program takes file names of at most 60 characters."
 }
 
-show_report() {
-    install_packages "${packages_native[@]}"
-    build_preset native qvx || exit 1
-    (cd "$folder" && "$build/native/cli/qvx" report "$name")
-}
-
 picture() { import -window "$window" "$build/screenshot.new.png"; }
 
 # True when the window looks as it did a moment ago, so that nothing is being drawn any more.
@@ -62,11 +56,6 @@ take_screenshot() {
 }
 
 find_file "$@"
-if [ ! -f "$root/shell/CMakeLists.txt" ]; then
-    show_report
-    exit
-fi
-
 cd "$root"
 install_packages "${packages_native[@]}" "${packages_windows[@]}" "${packages_wine[@]}"
 build_scintilla

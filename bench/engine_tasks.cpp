@@ -1,7 +1,6 @@
 #include "bench/engine.h"
 #include "bench/files.h"
 #include "bench/tasks.h"
-#include "core/host.h"
 #include "web/cells.h"
 #include "web/links.h"
 

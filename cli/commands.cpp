@@ -3,14 +3,13 @@
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
 #include "cli/new_text.h"
-#include "cli/platform.h"
 #include "cli/shown.h"
 #include "cli/web_file.h"
 #include "core/errors.h"
-#include "core/host.h"
 #include "core/names.h"
 #include "core/text.h"
 #include "file/web_reader.h"
+#include "platform/program.h"
 #include "report/output.h"
 #include "report/reports.h"
 #include "web/cell_text.h"
@@ -211,7 +210,8 @@ int command_show(const CommandLine &line) {
     if (cell == 0) {
         return k_exit_refused;
     }
-    print_lines(cell_text(cell), line.newline != 0 ? line.newline : k_native_newline);
+    const uint8_t native = k_native_crlf ? uint8_t{k_newline_crlf} : uint8_t{k_newline_lf};
+    print_lines(cell_text(cell), line.newline != 0 ? line.newline : native);
     return k_exit_done;
 }
 

@@ -4,7 +4,9 @@
 
 #include "cli/exit_status.h"
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_files.h"
+#include "core/host_messages.h"
+#include "core/host_view.h"
 #include "web/options.h"
 #include "web/trail.h"
 

@@ -1,4 +1,4 @@
-// What the commands tell the host of qvx (core/host.h) before they call the engine.
+// What the commands tell the host of qvx (core/host_messages.h) before they call the engine.
 #pragma once
 
 #include <cstdint>

@@ -2,10 +2,10 @@
 #include "cli/commands.h"
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
-#include "cli/platform.h"
 #include "core/block_arena.h"
 #include "core/recovery.h"
 #include "file/document.h"
+#include "platform/program.h"
 #include "web/links.h"
 #include "web/options.h"
 
@@ -87,8 +87,8 @@ void add_list(CLI::App *app) {
 
 void add_show(CLI::App *app) {
     CLI::App *show = add_cell_command(app, "show", "Print a cell's text", command_show);
-    add_newline(show, k_native_newline == k_newline_lf ? "Line ends (without it: lf)"
-                                                       : "Line ends (without it: crlf)");
+    add_newline(show,
+                !k_native_crlf ? "Line ends (without it: lf)" : "Line ends (without it: crlf)");
     show->callback([] {
         run.function = command_show;
         run.line.newline = value_of(k_newline_words, run.newline);

@@ -6,7 +6,7 @@
 #include "cli/web_file.h"
 #include "core/block_arena.h"
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_files.h"
 #include "core/text.h"
 
 #include <cstring>

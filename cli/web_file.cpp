@@ -2,15 +2,15 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
-#include "cli/platform.h"
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_files.h"
 #include "core/recovery.h"
 #include "file/document.h"
 #include "file/save.h"
 #include "file/web_reader.h"
 #include "file/web_writer.h"
 #include "platform/lock.h"
+#include "platform/program.h"
 #include "report/output.h"
 
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "core/byte_runs.h"
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_messages.h"
 #include "core/recovery.h"
 
 #include <cstring>

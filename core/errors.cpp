@@ -1,6 +1,6 @@
 #include "core/errors.h"
 
-#include "core/host.h"
+#include "core/host_messages.h"
 
 namespace {
 

@@ -2,7 +2,9 @@
 
 #include "core/busy.h"
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_files.h"
+#include "core/host_messages.h"
+#include "core/host_view.h"
 #include "core/recovery.h"
 #include "core/strings.h"
 #include "file/save.h"

@@ -1,7 +1,7 @@
 #include "file/document.h"
 
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_view.h"
 #include "core/recovery.h"
 #include "file/web_reader.h"
 #include "report/output.h"

@@ -1,7 +1,8 @@
 #include "file/save.h"
 
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_files.h"
+#include "core/host_messages.h"
 #include "file/web_writer.h"
 
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "file/web_reader.h"
 
 #include "core/errors.h"
-#include "core/host.h"
+#include "core/host_messages.h"
 #include "core/text.h"
 #include "file/web_tags.h"
 #include "file/web_tokens.h"

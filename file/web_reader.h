@@ -5,7 +5,7 @@
 // them. One read at a time.
 #pragma once
 
-#include "core/host.h"
+#include "core/block_arena.h"
 
 #include <cstdio>
 

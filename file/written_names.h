@@ -2,7 +2,7 @@
 // the names in memory are.
 #pragma once
 
-#include "core/host.h"
+#include "core/block_arena.h"
 
 // Begins at the front of the web.
 void written_names_begin();

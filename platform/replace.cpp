@@ -1,10 +1,10 @@
-// Replacing a file in one step (core/host.h has the contract).
+// Replacing a file in one step (core/host_files.h has the contract).
 //
 // The next version is written into a file of its own beside the old one and takes its place when it
 // is on the disk. Where that would lose something about the old file, or no file can be made beside
 // it, the next version is written elsewhere first, the old bytes are kept in another file, and only
 // then the new bytes go into the old file.
-#include "core/host.h"
+#include "core/host_files.h"
 #include "platform/system.h"
 
 #include <cerrno>

@@ -2,7 +2,9 @@
 
 #include "core/busy.h"
 #include "core/byte_stream.h"
-#include "core/host.h"
+#include "core/host_files.h"
+#include "core/host_messages.h"
+#include "core/host_view.h"
 #include "core/text.h"
 #include "web/links.h"
 #include "web/options.h"

@@ -1,7 +1,7 @@
 #include "report/reports.h"
 
 #include "core/busy.h"
-#include "core/host.h"
+#include "core/host_view.h"
 #include "core/strings.h"
 #include "report/output.h"
 #include "web/cells.h"

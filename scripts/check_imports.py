@@ -97,11 +97,9 @@ def main(arguments):
     defined, missing = read_objects(list_objects(build, "CMakeFiles/quorvane_engine.dir/"))
     if not defined:
         sys.exit("there are no objects of the engine")
-    has_shell = (ROOT / "shell/CMakeLists.txt").is_file()
-    if has_shell:
-        shell_defined, shell_missing = read_objects(list_objects(build, "shell/CMakeFiles/"))
-        defined |= shell_defined
-        missing = shell_missing | missing
+    shell_defined, shell_missing = read_objects(list_objects(build, "shell/CMakeFiles/"))
+    defined |= shell_defined
+    missing = shell_missing | missing
     of_the_system, _ = read_objects(list_objects(build, "platform/CMakeFiles/quorvane_platform.dir/"))
     defined |= of_the_system
     used, faults = set(), []
@@ -109,14 +107,11 @@ def main(arguments):
         plain = plain_name(name)
         if name in defined or plain in SEAM:
             continue
-        if not has_shell and (name.startswith("_Z") or name.startswith("k_")):
-            continue  # the host's
         used.add(plain)
         if plain not in lists:
             faults.append(f"{place}: {REASONS.get(plain, plain)}: not in handheld/")
-    if has_shell:
-        for name in sorted(set(lists) - used - COMPILERS_OWN):
-            faults.append(f"handheld/{lists[name]}: nothing calls {name}")
+    for name in sorted(set(lists) - used - COMPILERS_OWN):
+        faults.append(f"handheld/{lists[name]}: nothing calls {name}")
     print("\n".join(faults))
     sys.exit(1 if faults else 0)
 

@@ -14,12 +14,12 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # What each folder may include, itself apart.
 BELOW = {
     "core": set(),
-    "platform": {"core", "shell"},
+    "platform": {"core"},
     "web": {"core"},
     "report": {"core", "web"},
     "file": {"core", "web", "report"},
     "cli": {"core", "web", "report", "file", "platform"},
-    "shell": {"core", "web", "report", "file", "resources", "desktop"},
+    "shell": {"core", "web", "report", "file", "platform", "resources", "desktop"},
     "desktop": {"resources"},
     "resources": set(),
 }

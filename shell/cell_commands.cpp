@@ -1,10 +1,11 @@
 #include "shell/cell_commands.h"
 
 #include "core/busy.h"
-#include "core/host.h"
+#include "core/host_messages.h"
+#include "core/host_view.h"
 #include "core/names.h"
+#include "platform/windows/text_conversion.h"
 #include "shell/cellname_box.h"
-#include "shell/text_conversion.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/trail.h"

@@ -1,11 +1,11 @@
 #include "shell/cell_list.h"
 
-#include "core/host.h"
+#include "core/host_view.h"
 #include "core/text.h"
+#include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
 #include "shell/fonts.h"
 #include "shell/main_window.h"
-#include "shell/text_conversion.h"
 #include "shell/views.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"

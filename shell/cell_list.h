@@ -1,5 +1,5 @@
 // The cell list: a tree view with one item for each live cell. What the engine asks of it is in
-// core/host.h; an item's token is its cell's handle.
+// core/host_view.h; an item's token is its cell's handle.
 #pragma once
 
 #include "shell/platform.h"

@@ -1,12 +1,11 @@
 #include "shell/cellname_box.h"
 
 #include "core/busy.h"
-#include "core/host.h"
+#include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
 #include "shell/fonts.h"
 #include "shell/layout.h"
 #include "shell/main_window.h"
-#include "shell/text_conversion.h"
 #include "shell/views.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"

@@ -7,8 +7,8 @@
 #include "shell/fonts.h"
 #include "shell/layout.h"
 #include "shell/main_window.h"
+#include "shell/panes/text_pane.h"
 #include "shell/status_line.h"
-#include "shell/text_pane.h"
 #include "shell/views.h"
 
 #include <aygshell.h>

@@ -3,9 +3,9 @@
 
 #include "core/errors.h"
 #include "file/document.h"
+#include "platform/windows/text_conversion.h"
 #include "shell/commands.h"
 #include "shell/guard.h"
-#include "shell/text_conversion.h"
 
 static struct DroppedFiles { char path[k_path_max + 1]; } dropped;
 

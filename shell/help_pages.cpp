@@ -1,12 +1,12 @@
 #include "shell/help_pages.h"
 
 #include "core/busy.h"
+#include "platform/windows/text_conversion.h"
 #include "report/output.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_conversion.h"
-#include "shell/text_pane.h"
+#include "shell/panes/scintilla.h"
+#include "shell/panes/text_pane.h"
 #include "shell/views.h"
 #include "web/options.h"
 

@@ -1,8 +1,8 @@
 #include "shell/layout.h"
 
-#include "shell/dialogs.h"
+#include "shell/dialogs/dialogs.h"
 #include "shell/main_window.h"
-#include "shell/pane_wrapping.h"
+#include "shell/panes/wrapping.h"
 #include "shell/platform.h"
 #include "shell/status_line.h"
 #include "shell/views.h"

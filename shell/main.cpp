@@ -1,5 +1,5 @@
 // The program's beginning and end.
-#include "core/host.h"
+#include "core/host_messages.h"
 
 #include "shell/main_window.h"
 #include "shell/message_loop.h"

@@ -1,8 +1,9 @@
 #include "shell/main_window.h"
 
-#include "core/host.h"
+#include "core/host_view.h"
 #include "core/recovery.h"
 #include "file/document.h"
+#include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
 #include "shell/activation.h"
 #include "shell/cell_commands.h"
@@ -12,10 +13,9 @@
 #include "shell/controls.h"
 #include "shell/layout.h"
 #include "shell/menu_items.h"
-#include "shell/pane_input.h"
-#include "shell/pane_styles.h"
-#include "shell/scintilla.h"
-#include "shell/text_conversion.h"
+#include "shell/panes/input.h"
+#include "shell/panes/scintilla.h"
+#include "shell/panes/styles.h"
 #include "shell/views.h"
 
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "shell/menu_items.h"
 
 #include "resources/resource.h"
-#include "shell/scintilla.h"
+#include "shell/panes/scintilla.h"
 #include "shell/views.h"
 #include "web/cells.h"
 #include "web/trail.h"

@@ -2,10 +2,10 @@
 
 #include "core/block_arena.h"
 #include "desktop/frame.h"
-#include "shell/dialogs.h"
+#include "shell/dialogs/dialogs.h"
 #include "shell/main_window.h"
 #include "shell/output_host.h"
-#include "shell/pane_styles.h"
+#include "shell/panes/styles.h"
 #include "shell/scratch.h"
 #include "shell/status_line.h"
 #include "web/options.h"

@@ -1,13 +1,13 @@
 #include "shell/output_host.h"
 
 #include "core/busy.h"
-#include "core/host.h"
+#include "core/host_messages.h"
 #include "report/output.h"
 #include "resources/resource.h"
-#include "shell/console_pane.h"
-#include "shell/dialogs.h"
+#include "shell/dialogs/dialogs.h"
 #include "shell/main_window.h"
 #include "shell/message_loop.h"
+#include "shell/panes/console_pane.h"
 #include "shell/views.h"
 
 static struct OutputHost {

@@ -1,5 +1,5 @@
 // Report output seen from the window: the cancel box, the messages let through, and quitting in the
-// middle. pump_messages(), output_began() and output_ended() are those of core/host.h.
+// middle. pump_messages(), output_began() and output_ended() are those of core/host_messages.h.
 #pragma once
 
 #include "shell/platform.h"

@@ -1,9 +1,9 @@
 #include "shell/status_line.h"
 
-#include "core/host.h"
+#include "core/host_messages.h"
+#include "platform/windows/text_conversion.h"
 #include "resources/resource.h"
 #include "shell/main_window.h"
-#include "shell/text_conversion.h"
 
 #include <cstring>
 

@@ -1,5 +1,5 @@
 // The status line: a resting text, over which short messages appear for five seconds each. Showing
-// them is show_status_message() and set_resting_status() of core/host.h.
+// them is show_status_message() and set_resting_status() of core/host_messages.h.
 #pragma once
 
 #include "shell/platform.h"

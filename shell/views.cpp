@@ -1,9 +1,9 @@
 #include "shell/views.h"
 
 #include "core/busy.h"
-#include "core/host.h"
+#include "core/host_view.h"
 #include "file/document.h"
-#include "shell/dialogs.h"
+#include "shell/dialogs/dialogs.h"
 #include "shell/layout.h"
 #include "shell/main_window.h"
 

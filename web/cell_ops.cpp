@@ -1,7 +1,8 @@
 #include "web/cell_ops.h"
 
 #include "core/busy.h"
-#include "core/host.h"
+#include "core/host_messages.h"
+#include "core/host_view.h"
 #include "core/strings.h"
 #include "core/text.h"
 #include "web/cells.h"

@@ -6,7 +6,6 @@
 #pragma once
 
 #include "core/block_arena.h"
-#include "core/host.h"
 #include "core/names.h"
 #include "web/record.h"
 

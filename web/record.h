@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/block_arena.h"
-#include "core/host.h"
+#include "core/host_view.h"
 
 constexpr uint32_t k_record_at = 8;  // the record lies behind the tree's links
 

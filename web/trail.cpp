@@ -1,6 +1,6 @@
 #include "web/trail.h"
 
-#include "core/host.h"
+#include "core/host_view.h"
 #include "web/cells.h"
 
 #include <cstring>

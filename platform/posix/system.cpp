@@ -1,7 +1,7 @@
 // Files where the C library takes UTF-8, '/' separates folders and a rename replaces.
 #include "platform/system.h"
 
-#include "core/host.h"
+#include "core/host_files.h"
 
 #include <cerrno>
 #include <climits>

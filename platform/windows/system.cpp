@@ -1,8 +1,8 @@
 // Files where the system takes UTF-16 and '\' separates folders.
 #include "platform/system.h"
 
-#include "core/host.h"
-#include "shell/text_conversion.h"
+#include "core/host_files.h"
+#include "platform/windows/text_conversion.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,12 +1,13 @@
-// The test program's host: every function of core/host.h, with a log of the calls, answers given
-// beforehand, and models of the text pane, the cell list and the console.
+// The test program's host: every function of core/host_messages.h and host_view.h, with a log of
+// the calls, answers given beforehand, and models of the text pane, the cell list and the console.
 //
 // The log has a line a call, in order: the function's short name and its arguments, such as
 // "ask_yes_no No such cell. Create it?|foo" or "store 1". A cell is named by its name, none by "-".
 // Not logged: console_insert, pump_messages and files by path.
 #pragma once
 
-#include "core/host.h"
+#include "core/host_messages.h"
+#include "core/host_view.h"
 
 #include <deque>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "tests/engine/web_files.h"
 
-#include "core/host.h"
+#include "core/host_view.h"
 #include "file/web_reader.h"
 #include "file/web_writer.h"
 

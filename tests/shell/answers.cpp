@@ -1,6 +1,6 @@
 #include "tests/shell/answers.h"
 
-#include "shell/text_conversion.h"
+#include "platform/windows/text_conversion.h"
 
 #include <deque>
 #include <utility>

@@ -3,6 +3,7 @@
 #include "report/reports.h"
 
 #include "core/busy.h"
+#include "core/host_messages.h"
 #include "report/output.h"
 #include "shell/message_loop.h"
 #include "shell/output_host.h"

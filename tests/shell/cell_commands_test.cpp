@@ -1,9 +1,9 @@
 // New cell, follow, Enter in the cellname box and its list, by the pane that has the focus.
 #include "shell/cell_commands.h"
 
+#include "platform/windows/text_conversion.h"
 #include "report/output.h"
 #include "shell/cellname_box.h"
-#include "shell/text_conversion.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
 

@@ -2,7 +2,7 @@
 #include "shell/cell_list.h"
 
 #include "core/block_arena.h"
-#include "core/host.h"
+#include "core/host_view.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
 #include "web/trail.h"

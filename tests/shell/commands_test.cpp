@@ -1,6 +1,7 @@
 // What each command does, by the pane that is active: one table, compared with what is seen.
 #include "shell/commands.h"
 
+#include "core/host_messages.h"
 #include "report/output.h"
 #include "shell/cellname_box.h"
 #include "tests/shell/shell_test.h"

@@ -1,7 +1,7 @@
 // The dialogs, opened by their commands and driven by their controls.
-#include "shell/dialogs.h"
+#include "shell/dialogs/dialogs.h"
 
-#include "core/host.h"
+#include "core/host_messages.h"
 #include "core/names.h"
 #include "tests/shell/shell_test.h"
 #include "web/options.h"

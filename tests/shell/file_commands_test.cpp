@@ -1,6 +1,6 @@
 // The File menu, with the system's own file dialogs.
-#include "shell/pane_styles.h"
-#include "shell/text_conversion.h"
+#include "platform/windows/text_conversion.h"
+#include "shell/panes/styles.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
 #include "web/options.h"

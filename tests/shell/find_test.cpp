@@ -1,10 +1,10 @@
 // Find and replace through the Replace dialog and the search bar, over the cells of a web.
-#include "shell/find.h"
+#include "shell/find/find.h"
 
 #include "core/block_arena.h"
 #include "report/output.h"
-#include "shell/dialogs.h"
-#include "shell/search_walk.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/find/search_walk.h"
 #include "tests/shell/shell_test.h"
 #include "web/options.h"
 

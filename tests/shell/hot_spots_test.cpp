@@ -1,7 +1,7 @@
 // Cellnames as links: how they are drawn, clicking and double-clicking them.
-#include "core/host.h"
-#include "shell/pane_input.h"
-#include "shell/pane_styles.h"
+#include "core/host_view.h"
+#include "shell/panes/input.h"
+#include "shell/panes/styles.h"
 #include "tests/shell/shell_test.h"
 #include "web/cell_ops.h"
 #include "web/options.h"

@@ -1,11 +1,11 @@
 // The settings sheet, driven by its pages' controls, and the rules behind it.
-#include "shell/settings.h"
+#include "shell/settings/settings.h"
 
 #include "core/numbers.h"
+#include "platform/windows/text_conversion.h"
 #include "report/output.h"
-#include "shell/dialogs.h"
-#include "shell/pane_styles.h"
-#include "shell/text_conversion.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/panes/styles.h"
 #include "tests/shell/shell_test.h"
 
 namespace {

@@ -1,14 +1,14 @@
 #include "tests/shell/shell_test.h"
 
-#include "core/host.h"
+#include "core/host_messages.h"
 #include "core/recovery.h"
 #include "core/text.h"
 #include "desktop/frame.h"
+#include "platform/windows/text_conversion.h"
 #include "report/output.h"
 #include "shell/cellname_box.h"
 #include "shell/message_loop.h"
 #include "shell/status_line.h"
-#include "shell/text_conversion.h"
 #include "web/trail.h"
 
 #include <cstdio>

@@ -5,8 +5,8 @@
 // Included for what nearly every test drives and reads.
 #include "resources/resource.h"
 #include "shell/main_window.h"
-#include "shell/scintilla.h"
-#include "shell/text_pane.h"
+#include "shell/panes/scintilla.h"
+#include "shell/panes/text_pane.h"
 #include "shell/views.h"
 #include "tests/shell/answers.h"
 #include "web/cells.h"

@@ -1,7 +1,7 @@
 // Starting: which web is shown, under which name, and the single copy.
+#include "platform/windows/text_conversion.h"
 #include "shell/cellname_box.h"
 #include "shell/message_loop.h"
-#include "shell/text_conversion.h"
 #include "tests/shell/shell_test.h"
 
 struct Start : ShellTest {};

@@ -3,8 +3,8 @@
 #include "shell/status_line.h"
 
 #include "core/errors.h"
-#include "core/host.h"
-#include "shell/text_conversion.h"
+#include "core/host_messages.h"
+#include "platform/windows/text_conversion.h"
 #include "tests/shell/shell_test.h"
 
 struct StatusLine : ShellTest {};

@@ -1,7 +1,7 @@
 // Views, the pane that has the focus, and the Tab key.
-#include "core/host.h"
+#include "core/host_view.h"
 #include "shell/cellname_box.h"
-#include "shell/console_pane.h"
+#include "shell/panes/console_pane.h"
 #include "tests/shell/shell_test.h"
 
 struct Views : ShellTest {};

@@ -1,0 +1,59 @@
+// What links look like, and what a double click on other words does.
+#include "shell/settings/page.h"
+
+#include "resources/resource.h"
+#include "shell/fonts.h"
+#include "shell/panes/styles.h"
+
+static struct LinksPage {
+    HFONT sample_font;  // kept for the next time
+} links_page;
+
+namespace {
+
+const ChoiceRow k_choices[] = {
+    {CTL_LINKS_RED, offsetof(Settings, link_colour), k_link_red},
+    {CTL_LINKS_GREEN, offsetof(Settings, link_colour), k_link_green},
+    {CTL_LINKS_BLUE, offsetof(Settings, link_colour), k_link_blue},
+    {CTL_LINKS_BLACK, offsetof(Settings, link_colour), k_link_black},
+};
+
+const CheckRow k_checks[] = {
+    {CTL_LINKS_CREATE, offsetof(Settings, dclick_create)},
+    {CTL_LINKS_ASK, offsetof(Settings, dclick_ask)},
+};
+
+// The samples stand in the order of the colours.
+constexpr int k_first_sample = CTL_LINKS_SAMPLE_RED;
+constexpr int k_last_sample = CTL_LINKS_SAMPLE_BLACK;
+
+void prepare(HWND page) {
+    if (links_page.sample_font == nullptr) {
+        links_page.sample_font = make_font(L"Tahoma", 80, true, true);
+    }
+    for (int sample = k_first_sample; sample <= k_last_sample; ++sample) {
+        SendDlgItemMessageW(page, sample, WM_SETFONT,
+                            reinterpret_cast<WPARAM>(links_page.sample_font), FALSE);
+    }
+}
+
+INT_PTR handle(HWND, UINT message, WPARAM wparam, LPARAM lparam) {
+    int control = GetDlgCtrlID(reinterpret_cast<HWND>(lparam));
+    if (message != WM_CTLCOLORSTATIC || control < k_first_sample || control > k_last_sample) {
+        return FALSE;
+    }
+    HDC context = reinterpret_cast<HDC>(wparam);
+    SetTextColor(context, link_colour(control - k_first_sample));
+    SetBkMode(context, TRANSPARENT);
+    return reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH));
+}
+
+}  // namespace
+
+const SettingsPage k_links_page = {
+    .name = L"LINKSPAGE",
+    .choices = k_choices,
+    .checks = k_checks,
+    .prepare = prepare,
+    .handle = handle,
+};

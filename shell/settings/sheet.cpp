@@ -1,0 +1,140 @@
+// The property sheet that edits the options: everything that the user enters goes into a draft,
+// which OK brings into force and Cancel drops.
+#include "shell/dialogs/dialogs.h"
+
+#include "report/output.h"
+#include "shell/find/search_bar.h"
+#include "shell/main_window.h"
+#include "shell/panes/styles.h"
+#include "shell/panes/text_pane.h"
+#include "shell/settings/page.h"
+
+namespace {
+
+constexpr uint32_t k_page_count = 6;
+
+const SettingsPage *const k_pages[k_page_count] = {
+    &k_report_page, &k_output_page, &k_links_page, &k_numbers_page, &k_pane_page, &k_search_page,
+};
+
+}  // namespace
+
+static struct SettingsSheet {
+    Settings draft;
+    HPROPSHEETPAGE pages[k_page_count];
+    HWND windows[k_page_count];  // of the pages that have been shown
+    bool accepted;               // closed with OK
+} sheet;
+
+namespace {
+
+// The page that a window shows; k_page_count before it knows.
+uint32_t index_of(HWND window) {
+    uint32_t index = 0;
+    while (index < k_page_count && sheet.windows[index] != window) {
+        ++index;
+    }
+    return index;
+}
+
+void open_page(HWND window, uint32_t index) {
+    const SettingsPage *page = k_pages[index];
+    sheet.windows[index] = window;
+    if (page->prepare != nullptr) {
+        page->prepare(window);
+    }
+    page_fill(page, window, &sheet.draft);
+}
+
+// The answer to a question of the sheet is kept in the page's window.
+INT_PTR answer(HWND window, LONG_PTR value) {
+    set_dialog_answer(window, value);
+    return TRUE;
+}
+
+// A page with an entry that is not allowed can neither be left nor closed with OK.
+INT_PTR notified(HWND window, uint32_t index, UINT code) {
+    Refusal refusal;
+    switch (code) {
+    case PSN_KILLACTIVE:
+        if (!page_take(k_pages[index], window, &sheet.draft, &refusal)) {
+            page_refuse(GetParent(window), window, &refusal);
+            return answer(window, TRUE);
+        }
+        return answer(window, FALSE);
+    case PSN_APPLY:
+        sheet.accepted = true;
+        return answer(window, PSNRET_NOERROR);
+    default:
+        return FALSE;
+    }
+}
+
+INT_PTR CALLBACK page_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_INITDIALOG) {
+        const PROPSHEETPAGEW *page = reinterpret_cast<const PROPSHEETPAGEW *>(lparam);
+        open_page(window, static_cast<uint32_t>(page->lParam));
+        return TRUE;
+    }
+    uint32_t index = index_of(window);
+    if (index == k_page_count) {
+        return FALSE;
+    }
+    if (message == WM_NOTIFY) {
+        return notified(window, index, reinterpret_cast<const NMHDR *>(lparam)->code);
+    }
+    const SettingsPage *page = k_pages[index];
+    return page->handle != nullptr ? page->handle(window, message, wparam, lparam) : FALSE;
+}
+
+int CALLBACK sheet_proc(HWND window, UINT event, LPARAM) {
+    if (event == PSCB_INITIALIZED) {
+        init_dialog(window, k_dialog_full_screen);
+    }
+    return 0;
+}
+
+// False when the system refuses.
+bool run_sheet() {
+    for (uint32_t i = 0; i < k_page_count; ++i) {
+        PROPSHEETPAGEW page = {};
+        page.dwSize = PROPSHEETPAGEW_V1_SIZE;
+        page.hInstance = program_instance();
+        page.pszTemplate = k_pages[i]->name;
+        page.pfnDlgProc = page_proc;
+        page.lParam = static_cast<LPARAM>(i);
+        sheet.pages[i] = CreatePropertySheetPageW(&page);
+    }
+    PROPSHEETHEADERW header = {};
+    header.dwSize = PROPSHEETHEADERW_V1_SIZE;
+    header.dwFlags = PSH_NOAPPLYNOW | PSH_USECALLBACK;
+    header.hwndParent = main_window();
+    header.hInstance = program_instance();
+    header.pszCaption = L"Settings";
+    header.nPages = k_page_count;
+    header.phpage = sheet.pages;
+    header.pfnCallback = sheet_proc;
+    return PropertySheetW(&header) >= 0;
+}
+
+void bring_into_force() {
+    uint32_t effects = settings_apply(&sheet.draft);
+    if ((effects & k_effect_panes) != 0) {
+        apply_pane_styles(text_pane());
+        apply_pane_styles(console_pane());
+    }
+    if ((effects & k_effect_output) != 0) {
+        output_reset();
+    }
+    search_bar_show_case();
+}
+
+}  // namespace
+
+void open_settings_sheet() {
+    sheet = {};
+    settings_load(&sheet.draft);
+    if (run_sheet() && sheet.accepted) {
+        bring_into_force();
+    }
+}
