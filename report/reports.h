@@ -5,8 +5,8 @@
 #include "core/errors.h"
 
 // Runs the report that the options ask for, over the cells that they and the selection ask for.
-// Returns 0, or k_output_in_use when output is under way; report_result() has the outcome. What went
-// wrong has been shown.
+// Returns 0, or k_output_in_use when output is under way; report_result() has the outcome. What
+// went wrong has been shown.
 int report_run();
 
 // The code of the last report_run(): 0 or the first negative code.
