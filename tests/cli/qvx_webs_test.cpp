@@ -172,6 +172,9 @@ TEST_F(QvxWebs, StandardStreamsStandForFiles) {
     EXPECT_EQ(run_qvx({"convert", "-", "-"}, set.out).out, set.out);
     EXPECT_EQ(run_qvx({"list", "-"}, run_qvx({"new", "-"}).out).out, "home\n");
     EXPECT_EQ(run_qvx({"set", "-", "gamma", "--file", "-"}, k_small).status, 2);
+    EXPECT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, "1").status, 0);
+    EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha"}).out, "1");
+    write_file("w.qvx", k_small);
     EXPECT_FALSE(fs::exists("-"));
     for (const char *to : {"n.qvx", "w.qvx"}) {  // over itself, too
         EXPECT_EQ(run_qvx({"convert", "w.qvx", to}).status, 0);
