@@ -103,6 +103,7 @@ TEST_F(Document, StartUpTakesTheNamedFileOrANewWeb) {
         host().status = "";
         doc_start(row.line.c_str());
         EXPECT_EQ(host().status, row.status) << row.line;
+        EXPECT_EQ(count(take_log(), "ask_open_path"), 0U);
         EXPECT_EQ(host().resting, "Ready");
         EXPECT_EQ(document_state(), opens ? saved_as(path) : untitled()) << row.line;
         EXPECT_EQ(cell_names(), opens ? (Names{"a", "home"}) : Names{"home"});
