@@ -53,6 +53,7 @@ target_link_libraries(quorvane_read_watch PUBLIC quorvane_warnings quorvane_port
 # linked, calls across files included. The others link the same objects as they are.
 add_library(quorvane_whole_program INTERFACE)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING
+        AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug"
         AND NOT QUORVANE_SANITIZE AND NOT QUORVANE_COVERAGE)
     target_compile_options(quorvane_engine PRIVATE -flto -ffat-lto-objects)
     target_compile_options(quorvane_read_watch PRIVATE -flto -ffat-lto-objects)

@@ -32,8 +32,7 @@ static struct Formats {
     NumberFormat requested;
     NumberFormat in_force;
     double zero;
-    double one;
-} formats = {{k_number_general, 2, 24, '.'}, {k_number_general, 2, 24, '.'}, 0.0, 1.0};
+} formats = {{k_number_general, 2, 24, '.'}, {k_number_general, 2, 24, '.'}, 0.0};
 
 static struct Numbers {
     Decimal decimal;
@@ -295,7 +294,6 @@ void number_format_set(NumberFormat *format) {
     formats.requested = *format;
     formats.in_force = *format;
     formats.zero = 0.0;
-    formats.one = 1.0;
 }
 
 const NumberFormat *number_format_in_force() {
@@ -304,8 +302,4 @@ const NumberFormat *number_format_in_force() {
 
 double number_zero() {
     return formats.zero;
-}
-
-double number_one() {
-    return formats.one;
 }

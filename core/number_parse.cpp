@@ -2,7 +2,6 @@
 #include "core/numbers.h"
 
 #include <cfloat>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 
@@ -115,9 +114,4 @@ int number_parse(const char *text, double *value) {
     }
     *value = number;
     return 0;
-}
-
-int number_copy(double *to, double from) {
-    *to = from;
-    return std::isfinite(from) ? 0 : -1;
 }

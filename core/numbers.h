@@ -30,9 +30,6 @@ void int16_format(int32_t value, char *buffer);
 // there is none. Overflow gives the largest finite double. Always returns 0.
 int number_parse(const char *text, double *value);
 
-// Copies a double; -1 when it is not finite, else 0. The copy is made either way.
-int number_copy(double *to, double from);
-
 // Writes the value under the format and returns the length, at most 24. A text that would be longer
 // is written in exponent form with the same digits. A kind above 2 leaves the buffer (25 bytes) as
 // it is and returns the length of what it holds.
@@ -47,4 +44,3 @@ const NumberFormat *number_format_in_force();
 
 // The initial number of every new value; refreshed by number_format_set().
 double number_zero();
-double number_one();

@@ -192,14 +192,6 @@ CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kin
     return node;
 }
 
-CellHandle index_find_or_insert_text(BlockHandle name, CellHandle *root, uint16_t kind) {
-    CellHandle node = index_find_text(*root, name);
-    if (node == 0) {
-        return index_insert(name, root, kind);
-    }
-    return cell_kind(node) == kind ? node : 0;
-}
-
 CellHandle index_first(CellHandle node) {
     while (node != 0 && node_left(node) != 0) {
         node = node_left(node);

@@ -35,10 +35,6 @@ void index_raise(CellHandle node, CellHandle *root);
 // A new node of that name, or the deleted one revived; 0 when the name is taken.
 CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind);
 
-// A new node, which takes the name over, or the one found when it is of that kind; else 0. In the
-// last two cases the name stays the caller's.
-CellHandle index_find_or_insert_text(BlockHandle name, CellHandle *root, uint16_t kind);
-
 // Leftmost (rightmost) node below and including this one; 0 for 0.
 CellHandle index_first(CellHandle node);
 CellHandle index_last(CellHandle node);

@@ -95,12 +95,6 @@ void val_set_text(BlockHandle value, BlockHandle text) {
     set_flags(value, val_flags(value) & static_cast<uint8_t>(~k_value_in_step));
 }
 
-void val_set_number(BlockHandle value, double number) {
-    set_number(value, number);
-    set_state(value, k_value_number);
-    set_flags(value, 0);
-}
-
 void val_make_text(BlockHandle value) {
     CHECK(value != 0);
     switch (val_state(value)) {

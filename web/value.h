@@ -20,9 +20,6 @@ BlockHandle val_copy(BlockHandle value);
 // Replaces the text form, which the value takes over, and makes it the current one.
 void val_set_text(BlockHandle value, BlockHandle text);
 
-// Makes the number the current form, out of step with the text.
-void val_set_number(BlockHandle value, double number);
-
 // Make the text (number) form current, converting when the other one is newer.
 void val_make_text(BlockHandle value);
 void val_make_number(BlockHandle value);

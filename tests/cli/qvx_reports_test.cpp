@@ -1,8 +1,6 @@
 // Reports and checks by qvx.
 #include "tests/cli/run_qvx.h"
 
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 #include <cstdlib>
@@ -21,12 +19,8 @@ const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>"
                           "<cell><cname>alpha</cname><text>home</text></cell>"
                           "<cell><cname>beta</cname></cell></eof>";
 
-class QvxReports : public testing::Test {
-protected:
-    void SetUp() override {
-        enter_empty_folder();
-        write_file("w.qvx", k_web);
-    }
+struct QvxReports : QvxTest {
+    QvxReports() : QvxTest(k_web) {}
 };
 
 std::string report(std::vector<std::string> arguments) {
@@ -53,6 +47,43 @@ TEST_F(QvxReports, CoversWhatTheCommandLineAsksFor) {
     EXPECT_EQ(file_bytes("o"), "(none)");
     EXPECT_EQ(run_qvx({"report", "w.qvx", "--cell", ""}).err, "qvx: w.qvx: no such cell\n");
     EXPECT_EQ(report({"--format", ""}), "");
+    EXPECT_EQ(report({"--cell", "beta", "--format", std::string(256, 'f')}), std::string(256, 'f'));
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--format", std::string(257, 'f')}).err,
+              "qvx: w.qvx: a report format has at most 256 characters\n");
+    write_file("w.qvx", "<rall>no</rall><rfmt>\\N</rfmt>" + k_web);
+    EXPECT_EQ(report({"--format", "\\N"}), "home");
+    EXPECT_EQ(report({"--format", "\\N", "--all"}), "alphabetahome");
+}
+
+TEST_F(QvxReports, EndsLinesAsAskedFor) {
+    const std::string text = "\none\ntwo\n\r\nend\r";
+    write_file("w.qvx", "<cname>home</cname><text>" + text + "</text><rfmt>\\T</rfmt></eof>");
+    const struct {
+        std::vector<std::string> arguments;
+        std::string out;
+    } rows[] = {{{}, "\r\none\r\ntwo\r\n\r\nend\r"},
+                {{"--newline", "crlf"}, "\r\none\r\ntwo\r\n\r\nend\r"},
+                {{"--newline", "lf"}, "\none\ntwo\n\nend"},
+                {{"--newline", "cr"}, "\rone\rtwo\r\rend\r"}};
+    for (const auto &row : rows) {
+        EXPECT_EQ(report(row.arguments), row.out);
+        std::vector<std::string> to_file = row.arguments;
+        to_file.insert(to_file.end(), {"--output", "o"});
+        EXPECT_EQ(report(to_file), "");
+        EXPECT_EQ(file_bytes("o"), row.arguments.empty() ? rows[2].out : row.out);
+    }
+}
+
+TEST_F(QvxReports, RunningOutOfBlocksIsAFailure) {
+    std::string links;
+    for (int i = 0; i < 1000; ++i) {
+        links += "a ";
+    }
+    std::string web = "<cname>a</cname><text>" + links + "</text>";
+    web += "<cname>b</cname><text>" + std::string(9900 * 36, 'x') + "</text></eof>";
+    const Outcome outcome = run_qvx({"report", "-", "--type", "inptr"}, web);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.err.find("qvx: -: OUT OF MEMORY\n"), std::string::npos) << outcome.err;
 }
 
 TEST_F(QvxReports, WritesToExactlyTheFileNamed) {
@@ -73,7 +104,7 @@ TEST_F(QvxReports, WritesToExactlyTheFileNamed) {
     EXPECT_EQ(full.status, 2);
     EXPECT_NE(full.err.find(": No space left on device\n"), std::string::npos);
     const Outcome limited =
-        run_qvx({"report", "w.qvx", "--format", std::string(200, 'x')}, "", 100);
+        run_qvx({"report", "w.qvx", "--format", std::string(200, 'x')}, "", {.file_limit = 100});
     EXPECT_EQ(limited.status, 2);
     EXPECT_EQ(limited.err, "qvx: standard output: UNABLE TO WRITE TO OUPUT FILE: File too large\n");
 }
@@ -194,17 +225,28 @@ TEST_F(QvxReports, CheckHasNothingToSayAgainstAWebOfItsOwn) {
     EXPECT_EQ(run_qvx({"check", QVX_SAMPLES "guide.qvx"}).status, 0);
     EXPECT_EQ(run_qvx({"check", "-"}, run_qvx({"new", "-"}).out).out,
               "-: 1 cell, 2 blocks used, 9998 left\n");
-    std::string cells = "<cname>a</cname><text>" + std::string(5000, 'x') + "</text>";
-    for (int i = 0; i < 256; ++i) {
-        cells += "<cname>n" + std::to_string(i) + "</cname>";
+    EXPECT_EQ(nlohmann::json::parse(run_qvx({"check", "--json", "-"}, "</eof>").out).dump(),
+              R"([{"blocks_left":9998,"blocks_used":2,"cells":1,"file":"-","findings":[],)"
+              R"("notes":[],"status":0,"whole":true}])");
+
+    std::string cells = "<cname>a</cname><text>" + std::string(4096, 'x') + "</text>";
+    cells += "<cname>b</cname><text>" + std::string(4095, 'x') + "</text>";
+    for (int i = 0; i < 253; ++i) {
+        cells += "<cname>n" + std::to_string(1000 + i) + "</cname>";
     }
-    const std::string web = run_qvx({"convert", "-", "-"}, cells + "</eof>").out;
-    const Outcome outcome = run_qvx({"check", "--json", "-"}, web);
-    EXPECT_EQ(outcome.status, 0);
-    const nlohmann::json document = nlohmann::json::parse(outcome.out)[0];
-    EXPECT_EQ(kinds(document), "");
-    EXPECT_EQ(kinds(document, "notes"), "long_text no_cell_number");
-    EXPECT_EQ(document["cells"], 258);
+    std::string said =
+        "-: text of \"a\" has 4096 characters, links and reports see the first 4095\n";
+    const std::string rest =
+        " no cell number, so links to them are not reported: \"n1253\" and what "
+        "sorts after it\n";
+    for (const std::string &number : {""s, "1 cell has"s, "2 cells have"s}) {
+        const std::string web = run_qvx({"convert", "-", "-"}, cells + "</eof>").out;
+        const Outcome outcome = run_qvx({"check", "-"}, web);
+        EXPECT_EQ(outcome.status, 0);
+        const std::string notes = said + (number.empty() ? "" : "-: " + number + rest);
+        EXPECT_EQ(outcome.out.substr(0, outcome.out.rfind("-: ")), notes);
+        cells += "<cname>n1253" + number.substr(0, number.find(' ')) + "</cname>";
+    }
 }
 
 TEST_F(QvxReports, CheckStatuses) {
@@ -214,11 +256,9 @@ TEST_F(QvxReports, CheckStatuses) {
     EXPECT_EQ(mixed.status, 2);
     EXPECT_EQ(mixed.err, "qvx: nofile: UNABLE TO OPEN WEB FILE: No such file or directory\n");
     EXPECT_NE(mixed.out.find("w.qvx: 3 cells"), std::string::npos);
-    const nlohmann::json folder = nlohmann::json::parse(run_qvx({"check", "--json", "."}).out)[0];
-    EXPECT_EQ(folder["status"], 2);
-    EXPECT_EQ(folder["whole"], false);
-    EXPECT_EQ(folder["error"], "UNABLE TO READ FROM WEB FILE");
-    EXPECT_EQ(folder["reason"], "Is a directory");
+    EXPECT_EQ(nlohmann::json::parse(run_qvx({"check", "--json", "."}).out).dump(),
+              R"([{"error":"UNABLE TO READ FROM WEB FILE","file":".","findings":[],"notes":[],)"
+              R"("reason":"Is a directory","status":2,"whole":false}])");
     EXPECT_EQ(run_qvx({"check", "-", "w.qvx"}, "<text>" + std::string(400000, 'x')).status, 3);
 
     const std::string no_text = "<text>&\x1b\xff;</text></eof>";

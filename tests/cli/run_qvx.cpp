@@ -4,8 +4,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -47,21 +45,19 @@ constexpr unsigned k_nobody = 65534;
 struct Start {
     const std::vector<std::string> &arguments;
     std::string output;
-    long file_limit;
-    bool as_nobody;
+    Circumstances in;
 };
 
 [[noreturn]] void become_qvx(const Start &start) {
     redirect(0, stream_path("stdin"), O_RDONLY);
     redirect(1, start.output, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY);
     redirect(2, stream_path("stderr"), O_WRONLY | O_CREAT | O_TRUNC);
-    if (start.file_limit > 0) {
-        const auto size = static_cast<rlim_t>(start.file_limit);
-        const rlimit limit{size, size};
+    if (start.in.file_limit > 0) {
+        const rlimit limit{start.in.file_limit, start.in.file_limit};
         setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_IGN);
     }
-    if (start.as_nobody && geteuid() == 0 &&
+    if (start.in.as_nobody && geteuid() == 0 &&
         (setgroups(0, nullptr) != 0 || setgid(k_nobody) != 0 || setuid(k_nobody) != 0)) {
         _exit(126);
     }
@@ -85,46 +81,27 @@ int run_to_end(const Start &start) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-Outcome run_into_file(const std::vector<std::string> &arguments, const std::string &input,
-                      long file_limit, bool as_nobody) {
-    write_file(stream_path("stdin"), input);
-    const int status = run_to_end({arguments, stream_path("stdout"), file_limit, as_nobody});
-    return {status, file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
-}
-
 }  // namespace
 
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input,
-                long file_limit) {
-    return run_into_file(arguments, input, file_limit, false);
+                const Circumstances &in) {
+    write_file(stream_path("stdin"), input);
+    const int status = run_to_end({arguments, stream_path("stdout"), in});
+    return {status, file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
 }
 
-Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments) {
-    return run_into_file(arguments, "", 0, true);
-}
-
-Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments) {
+std::string qvx_on_terminal(const std::vector<std::string> &arguments) {
     write_file(stream_path("stdin"), "");
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
-        return {-1, "", "no terminal"};
+        return "no terminal";
     }
-    const int status = run_to_end({arguments, ptsname(terminal), 0, false});
+    run_to_end({arguments, ptsname(terminal), {}});
     std::string bytes(4096, '\0');
     const ssize_t n = read(terminal, bytes.data(), bytes.size());
     close(terminal);
     bytes.resize(static_cast<size_t>(n < 0 ? 0 : n));
-    return {status, bytes, file_bytes(stream_path("stderr"))};
-}
-
-void run_and_kill_qvx(const std::vector<std::string> &arguments, unsigned microseconds) {
-    const pid_t child = fork();
-    if (child == 0) {
-        become_qvx({arguments, stream_path("stdout"), 0, false});
-    }
-    usleep(microseconds);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+    return bytes;
 }
 
 void enter_empty_folder() {
@@ -132,18 +109,4 @@ void enter_empty_folder() {
     std::filesystem::remove_all(folder);
     std::filesystem::create_directory(folder);
     std::filesystem::current_path(folder);
-}
-
-std::string file_bytes(const std::string &path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        return "(none)";
-    }
-    std::ostringstream bytes;
-    bytes << file.rdbuf();
-    return bytes.str();
-}
-
-void write_file(const std::string &path, const std::string &bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
 }

@@ -1,6 +1,10 @@
 // Runs the built qvx the way a shell does, in a folder of the test's own.
 #pragma once
 
+#include "tests/support/files.h"
+
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -10,23 +14,27 @@ struct Outcome {
     std::string err;
 };
 
-// Runs qvx with these arguments and this standard input. No file may grow over `file_limit` bytes,
-// where that is given: what a full disk looks like.
+struct Circumstances {
+    unsigned long file_limit = 0;  // no file may grow over so many bytes: a full disk; 0 is none
+    bool as_nobody = false;        // as the user "nobody", where the test runs as root
+};
+
+// Runs qvx with these arguments and this standard input.
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input = "",
-                long file_limit = 0);
+                const Circumstances &in = {});
 
-// The same as the user "nobody", where the test runs as root; else as whoever runs it.
-Outcome run_qvx_as_nobody(const std::vector<std::string> &arguments);
-
-// Starts qvx, lets it run so long and kills it.
-void run_and_kill_qvx(const std::vector<std::string> &arguments, unsigned microseconds);
-
-// The same with a terminal for standard output, which has room for some 4,000 bytes and turns line
-// feeds into CR LF.
-Outcome run_qvx_on_terminal(const std::vector<std::string> &arguments);
+// What it writes to a terminal, which has room for some 4,000 bytes and turns line feeds into CR
+// LF.
+std::string qvx_on_terminal(const std::vector<std::string> &arguments);
 
 // Makes an empty folder the current one.
 void enter_empty_folder();
 
-std::string file_bytes(const std::string &path);  // "(none)" when there is no such file
-void write_file(const std::string &path, const std::string &bytes);
+// Begins in an empty folder with a file "w.qvx" of these bytes.
+class QvxTest : public testing::Test {
+protected:
+    explicit QvxTest(const std::string &web) {
+        enter_empty_folder();
+        write_file("w.qvx", web);
+    }
+};

@@ -1,15 +1,18 @@
 // The cell operations: what each asks, stores, shows and remembers, in order; and what is left of
 // it when the blocks run out on the way.
+#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
 
 #include "core/busy.h"
+#include "core/errors.h"
 #include "core/text.h"
+#include "file/document.h"
+#include "report/reports.h"
 #include "web/cell_ops.h"
 #include "web/cells.h"
 #include "web/index.h"
 #include "web/options.h"
 #include "web/trail.h"
-#include "web/value.h"
 
 using CellOps = EngineTest;
 
@@ -182,22 +185,11 @@ TEST_F(CellOps, GoingOnAfterAnOfferOnTheWay) {
 TEST_F(CellOps, HomeStaysAndNewCellsMayComeUnasked) {
     delete_cell();
     EXPECT_EQ(take_log(), Log{"status Can't Delete Home"});
+    jump_to_trail_entry("home");
+    EXPECT_EQ(take_log(), shown("home")) << "though the trail is empty";
     set_option_dclick_ask(0);
     go_to_name("foo");
     EXPECT_EQ(take_log(), made("foo"));
-}
-
-TEST_F(CellOps, ACloneHasCopiesOfItsOwn) {
-    open_scene();
-    type_text("new text");
-    CellHandle clone = clone_cell("copy");
-    lost_blocks = 1;
-    type_text("edited");
-    go_home();
-    EXPECT_EQ(text_of("beta"), "new text") << "what was typed first belongs to both";
-    EXPECT_EQ(text_of("copy"), "edited");
-    EXPECT_EQ(text_string(cell_script(clone)), "script");
-    EXPECT_EQ(val_number(cell_value(clone)), 12);
 }
 
 TEST_F(CellOps, AreRefusedWhileOutputIsUnderWay) {
@@ -207,7 +199,11 @@ TEST_F(CellOps, AreRefusedWhileOutputIsUnderWay) {
     for (const Row &row : rows()) {
         row.run();
     }
+    for (auto *command :
+         {doc_command_new, doc_command_open, doc_command_save, doc_command_save_as, report_run}) {
+        EXPECT_EQ(command(), k_output_in_use);
+    }
     busy_set(false);
-    EXPECT_EQ(take_log(), Log(rows().size(), "status OUTPUT IN USE"));
+    EXPECT_EQ(take_log(), Log(rows().size() + 5, "status OUTPUT IN USE"));
     EXPECT_EQ(visible_state(), before);
 }

@@ -88,8 +88,6 @@ bool claim_node(CellHandle node) {
         claim_chain(cell_spare_block(node), k_block_plain, "an auxiliary block");
         claim_links(cell_out_pointers(node));
         claim_links(cell_second_links(node));
-    } else if (cell_kind(node) == k_cell_value_entry) {
-        claim_value(cell_text(node));
     }
     return true;
 }

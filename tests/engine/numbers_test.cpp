@@ -34,11 +34,6 @@ TEST(Numbers, TheFormatInForceIsCorrectedFirst) {
         EXPECT_EQ(memcmp(&odd, &even, sizeof odd), 0);
         EXPECT_EQ(memcmp(number_format_in_force(), &even, sizeof even), 0);
     }
-    double copy = number_zero();
-    EXPECT_EQ(number_copy(&copy, number_one()), 0);
-    EXPECT_EQ(copy, 1);
-    EXPECT_EQ(number_copy(&copy, HUGE_VAL), -1);
-    EXPECT_EQ(copy, HUGE_VAL);
 }
 
 TEST(Numbers, Format) {

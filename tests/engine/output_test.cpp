@@ -1,15 +1,11 @@
-// The output stream: escape rules, newline modes, the console's buffer, file names, cancelling,
-// failing, and what is refused while it is open.
+// The output stream: file names, failing, and what one report leaves for the next.
 #include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
-#include "tests/engine/report_model.h"
 #include "tests/engine/web_files.h"
 
 #include "core/busy.h"
 #include "core/byte_stream.h"
 #include "core/errors.h"
-#include "core/text.h"
-#include "file/document.h"
 #include "report/output.h"
 #include "report/reports.h"
 #include "web/cell_ops.h"
@@ -23,7 +19,6 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-using namespace std::string_literals;
 using Stream = EngineTest;
 
 namespace {
@@ -59,59 +54,12 @@ Log log_of(const std::function<void()> &body) {
 
 }  // namespace
 
-TEST_F(Stream, EscapesAndQuotes) {
-    struct {
-        const char *in, *out;
-    } rows[] = {
-        {"a\\nb", "a\nb"},          {"\\t\\\\\\x", "t\\x"},
-        {"'\\n'\\n", "'\\n'\n"},    {"\"\\n'\"\\n", "\"\\n'\"\n"},
-        {"it's \\n", "it's \\n"},   {"\\'\\n\\\"\\n", "'\n\"\n"},
-        {"ends in \\", "ends in "}, {"n\r\n\t\xff\x80", "n\r\n\t\xff\x80"},
-    };
-    for (const auto &row : rows) {
-        EXPECT_EQ(write_report(row.in), 0);
-        EXPECT_EQ(host().console, row.out) << row.in;
-        EXPECT_EQ(model_stream(row.in), row.out) << row.in;
-    }
-}
-
-TEST_F(Stream, NewlineModesOfFiles) {
-    const std::string text = "a\r\nb\nc\rd\n\re\r\r\nf\n\n";
-    struct {
-        uint8_t mode;
-        std::string out;
-    } rows[] = {
-        {k_newline_lf, "a\nb\ncd\ne\nf\n\n"},
-        {k_newline_cr, "a\rb\rc\rd\r\re\r\rf\r\r"},
-        {k_newline_crlf, text},
-        {0, text},
-    };
-    for (const auto &row : rows) {
-        set_option_onewl(row.mode);
-        EXPECT_EQ(file_report(text), row.out);
-        EXPECT_EQ(model_newlines(text, row.mode), row.out);
-        EXPECT_EQ(write_report(text), 0);
-        EXPECT_EQ(host().console, text) << "the console keeps every line end";
-    }
-}
-
-TEST_F(Stream, TheConsoleGetsFortyEightCharactersAtATime) {
-    struct {
-        size_t size;
-        std::vector<uint32_t> pieces;
-    } rows[] = {{1, {1}}, {48, {48}}, {49, {48, 1}}, {96, {48, 48}}, {100, {48, 48, 4}}};
-    for (const auto &row : rows) {
-        std::string text(row.size, 'x');
-        text.back() = 'z';
-        EXPECT_EQ(log_of([&] { write_report(text); }),
-                  (Log{"resting Working...", "console_clear", "output_began console",
-                       "output_ended", "resting Ready"}));
-        EXPECT_EQ(host().console, text);
-        EXPECT_EQ(host().console_pieces, row.pieces);
-    }
-    set_option_odest(k_output_print);
-    EXPECT_EQ(write_report("printed"), 0);
-    EXPECT_EQ(host().console, "printed");
+TEST_F(Stream, AReportBeginsAnew) {
+    set_option_onewl(k_newline_cr);
+    EXPECT_EQ(file_report("a\r\n'\r"), "a\r'\r");
+    EXPECT_EQ(file_report("\n\\n\\"), "\r\r") << "behind no CR, quote or backslash";
+    EXPECT_EQ(file_report("n"), "n");
+    EXPECT_EQ(output_char(0), 0) << "which is no character";
 }
 
 TEST_F(Stream, FileNames) {
@@ -164,54 +112,6 @@ TEST_F(Stream, AFileThatCannotBeMadePutsReadyBack) {
     EXPECT_EQ(host().console, "next");
 }
 
-TEST_F(Stream, CancellingStopsAtTheCharacterInHand) {
-    const std::string text(200, 't');
-    for (uint32_t n : {1U, 47U, 48U, 49U, 200U}) {
-        at_pump(n, output_abort);
-        EXPECT_EQ(
-            log_of([&] { EXPECT_EQ(write_report(text), k_aborted); }),
-            (Log{"resting Working...", "console_clear", "output_began console", "output_ended",
-                 "resting Ready", "status OPERATION ABORTED", "status OUTPUT ABORTED"}));
-        EXPECT_EQ(host().console, text.substr(0, n));
-        at_pump(n, output_abort);
-        ErrorCode code = 0;
-        EXPECT_EQ(file_report(text, &code), text.substr(0, n - 1));
-        EXPECT_EQ(code, k_aborted);
-        EXPECT_EQ(host().status, "OUTPUT ABORTED");
-        EXPECT_EQ(host().resting, "Ready");
-        EXPECT_FALSE(is_busy());
-    }
-    host().on_pump = nullptr;
-    EXPECT_EQ(output_string("ab"), 0);
-    EXPECT_EQ(output_char(0), 0);
-    output_abort();
-    EXPECT_TRUE(output_aborted());
-    EXPECT_FALSE(output_pump());
-    EXPECT_EQ(output_char('c'), k_aborted);
-    EXPECT_TRUE(output_aborted());
-    EXPECT_FALSE(output_pump());
-    EXPECT_EQ(host().console, "ab");
-    output_clear_stop();
-    output_abort();
-    EXPECT_FALSE(output_aborted()) << "there is nothing to cancel";
-}
-
-// The descriptor goes while the file is open: closing it fails, with and without something to
-// write before.
-TEST_F(Stream, AFileThatCannotBeClosedIsShown) {
-    set_option_onewl(k_newline_lf);
-    for (const char *text : {"\r", "text"}) {
-        const int lowest = dup(0);  // the next file opened gets it
-        close(lowest);
-        host().on_pump = [lowest] { close(lowest); };
-        ErrorCode code = 0;
-        Log log = log_of([&] { file_report(text, &code); });
-        host().on_pump = nullptr;
-        EXPECT_EQ(code, k_cannot_write_web);
-        EXPECT_EQ(std::count(log.begin(), log.end(), "status UNABLE TO WRITE TO WEB FILE"), 1);
-    }
-}
-
 // A write fails, or the disk is full in the middle of it.
 TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
     const std::string text(3 * k_byte_buffer_size - 5, 't');
@@ -237,41 +137,4 @@ TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
         EXPECT_EQ(log.back(), "resting Ready");
         EXPECT_FALSE(is_busy());
     }
-}
-
-TEST_F(Stream, ATextIsCutAt4095Characters) {
-    make_cell("a", std::string(5000, 'x'));
-    EXPECT_EQ(output_text(cell_text(cell_lookup("a"))), 0);
-    EXPECT_EQ(output_newline(), 0);
-    EXPECT_EQ(output_text(0), 0);
-    EXPECT_EQ(output_close(), 0);
-    EXPECT_EQ(host().console, std::string(4095, 'x') + "\n");
-}
-
-// They may arrive from a message that the pump lets through; so may cell_ops_test.cpp's.
-TEST_F(Stream, FileCommandsAndReportsAreRefusedWhileItIsOpen) {
-    static const std::function<void()> commands[] = {
-        [] { EXPECT_EQ(doc_command_new(), k_output_in_use); },
-        [] { EXPECT_EQ(doc_command_open(), k_output_in_use); },
-        [] { EXPECT_EQ(doc_command_open_path("/tmp/x.qvx"), k_output_in_use); },
-        [] { EXPECT_EQ(doc_command_save(), k_output_in_use); },
-        [] { EXPECT_EQ(doc_command_save_as(), k_output_in_use); },
-        [] { EXPECT_EQ(report_run(), k_output_in_use); },
-        [] { EXPECT_EQ(output_open(), k_output_in_use); },
-    };
-    make_cell("b");
-    new_cell("a");
-    set_web_changed(true);
-    const std::string web = written_web();
-    at_pump(2, [] {
-        for (const auto &command : commands) {
-            EXPECT_EQ(log_of(command), Log{"status OUTPUT IN USE"});
-        }
-    });
-    EXPECT_EQ(write_report("report"), 0);
-    EXPECT_EQ(host().console, "report");
-    EXPECT_EQ(written_web(), web);
-    EXPECT_EQ(current_name(), "a");
-    EXPECT_EQ(trail_names(), Names{"home"});
-    EXPECT_TRUE(web_changed());
 }

@@ -155,25 +155,6 @@ TEST_F(Reader, ElementsBelongToTheCellBeforeThem) {
     EXPECT_EQ(cell_value(b), 0);
 }
 
-// The record that is inserted last wins whole: 0 for the first in the file, 1 for the second.
-TEST_F(Reader, OfRecordsWithOneNameTheOneInsertedLastCounts) {
-    const uint32_t winner[] = {0, 0, 1, 0, 0, 1, 1, 0, 0, 0, 0, 1, 1};
-    for (uint32_t n = 1; n < sizeof winner / sizeof winner[0]; ++n) {
-        std::string file;
-        for (uint32_t i = 0; i < n; ++i) {
-            file += "<cname>" + std::string(i % 2 == 0 ? "my cell" : "MY_CELL") + "</cname>";
-            file += "<text>" + std::to_string(i) + "</text>";
-            file += i == winner[n] ? "" : "<script>s</script><val>1</val>";
-        }
-        ASSERT_EQ(read_web(file), 0);
-        EXPECT_EQ(cell_names().size(), 2U);
-        EXPECT_EQ(text_of("my cell"), std::to_string(winner[n])) << n;
-        EXPECT_EQ(cell_script(cell_lookup("my cell")), 0) << n;
-        EXPECT_EQ(cell_value(cell_lookup("my cell")), 0) << n;
-        ASSERT_EQ(check_engine(), "");
-    }
-}
-
 TEST_F(Reader, ARecordOfAnyHomeFillsTheHomeCell) {
     EXPECT_EQ(read_web(cell_file("HOME", "one")), 0);
     EXPECT_EQ(cell_names(), Names{"home"});
@@ -216,22 +197,27 @@ TEST_F(Reader, OptionsTakeTheirWordsAndKeepToTheirLimits) {
     for (const auto &row : rows) {
         EXPECT_EQ(option_read(row.name, row.id, row.in), row.out) << row.name << " " << row.in;
     }
-}
-
-// What the reader passes over, too.
-TEST_F(Reader, TokensOneByOne) {
-    std::string bytes = "x<opts>\n<text>z</text>\n<TEXT>\n</text>e</eof><val>";
-    FILE *file = fmemopen(bytes.data(), bytes.size(), "rb");
-    tokens_begin(file);
-    for (auto [tag, text] :
-         {std::pair(+k_tag_opts, "x"), std::pair(+k_tag_text, "\r\n"), std::pair(-k_tag_text, "z"),
-          std::pair(+k_tag_text, "\r\n"), std::pair(-k_tag_text, "\r\n"), std::pair(0, "e")}) {
-        EXPECT_EQ(web_next_token(), tag);
-        EXPECT_EQ(text_string(token_text()), text);
-        EXPECT_EQ(web_apply_close_tag(tag < 0 ? -tag : tag), 0);
+    const struct {
+        const char *name;
+        OptionId id;
+        Names words;
+    } kept[] = {
+        {"isrc", k_option_isrc, {"cell", "file", "keyboard"}},
+        {"iecho", k_option_iecho, {"yes", "no"}},
+        {"odest", k_option_odest, {"file", "screen"}},
+        {"onewl", k_option_onewl, {"cr", "crlf", "lf"}},
+        {"cdisp", k_option_cdisp, {"list", "fmtlist", "nolist"}},
+        {"rtype", k_option_rtype, {"inptr", "outptr", "trail", "fmt"}},
+        {"rall", k_option_rall, {"no", "yes"}},
+        {"sout", k_option_sout, {"no", "yes"}},
+        {"nfmt", k_option_nfmt, {"fixed", "exponent", "general"}},
+        {"nang", k_option_nang, {"radians", "degrees"}},
+    };
+    for (const auto &row : kept) {
+        for (const std::string &word : row.words) {
+            EXPECT_EQ(option_read(row.name, row.id, word), word);
+        }
     }
-    tokens_end();
-    fclose(file);
 }
 
 // What is lost is seen wherever the buffer ends, and whether or not somebody listens.
@@ -311,26 +297,21 @@ TEST_F(Reader, AReadErrorKeepsWhatCameBefore) {
     for (int i = 100; i < 300; ++i) {
         file += cell_file("n" + std::to_string(i), std::string(static_cast<size_t>(i / 10), 't'));
     }
-    const int32_t buffers = static_cast<int32_t>(file.size() / k_byte_buffer_size) + 1;
-    for (int32_t n = 0; n <= buffers; ++n) {
-        size_t good = static_cast<size_t>(n) * k_byte_buffer_size;
-        ASSERT_EQ(read_web(file.substr(0, good)), 0);
-        std::string expected = written_web();
-        EXPECT_FALSE(web_read_failed());
-        take_log();
-        byte_stream_fail_read_after(n);
-        EXPECT_EQ(read_web(file), 0);
-        byte_stream_fail_read_after(-1);
-        EXPECT_TRUE(web_read_failed());
-        EXPECT_FALSE(web_read_was_whole());
-        EXPECT_EQ(host().status, "UNABLE TO READ FROM WEB FILE");
-        EXPECT_EQ(written_web(), expected) << n;
-        good = std::min(file.size(), good + 100);
-        ASSERT_EQ(read_web(file.substr(0, good)), 0);
-        expected = written_web();
-        EXPECT_EQ(read_web_then_fail(file.substr(0, good)), 0) << "and what is read short counts";
-        EXPECT_TRUE(web_read_failed());
-        EXPECT_EQ(written_web(), expected) << n;
+    for (int32_t n = 0; n <= static_cast<int32_t>(file.size() / k_byte_buffer_size) + 1; ++n) {
+        for (const bool short_read : {false, true}) {  // what is read short counts
+            const size_t good =
+                static_cast<size_t>(n) * k_byte_buffer_size + (short_read ? 100 : 0);
+            ASSERT_EQ(read_web(file.substr(0, good)), 0);
+            const std::string expected = written_web();
+            EXPECT_FALSE(web_read_failed());
+            byte_stream_fail_read_after(short_read ? -1 : n);
+            EXPECT_EQ(short_read ? read_web_then_fail(file.substr(0, good)) : read_web(file), 0);
+            byte_stream_fail_read_after(-1);
+            EXPECT_TRUE(web_read_failed());
+            EXPECT_FALSE(web_read_was_whole());
+            EXPECT_EQ(host().status, "UNABLE TO READ FROM WEB FILE");
+            EXPECT_EQ(written_web(), expected) << n;
+        }
     }
 }
 

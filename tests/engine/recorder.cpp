@@ -1,6 +1,5 @@
 #include "tests/engine/recorder.h"
 
-#include "core/busy.h"
 #include "core/byte_stream.h"
 #include "core/host_files.h"
 #include "core/names.h"
@@ -11,7 +10,6 @@
 #include "file/web_reader.h"
 #include "program/recovery.h"
 #include "report/output.h"
-#include "web/cell_ops.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
 #include "web/changed.h"
@@ -19,7 +17,6 @@
 #include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"
-#include "web/value.h"
 #include "web/words.h"
 
 #include <csetjmp>
@@ -66,24 +63,6 @@ bool ask(std::deque<bool> *answers, const char *call, const char *text, const ch
     return take(answers, false);
 }
 
-// Gives back what an abandoned operation holds, so that nothing of it reaches the next program.
-void end_operations() {
-    recovery_reset();
-    byte_stream_fail_read_after(-1);
-    byte_stream_fail_write_after(-1);
-    block_arena_fail_after(-1, false);
-    output_recover();
-    output_clear_stop();
-    output_set_path(nullptr);
-    document_recover();
-    web_read_observe(nullptr);
-    web_read_recover();
-    links_recover();
-    cell_ops_recover();
-    val_recover();
-    web_clear();
-}
-
 }  // namespace
 
 Recorder &host() {
@@ -92,7 +71,17 @@ Recorder &host() {
 }
 
 void start_program() {
-    end_operations();
+    // What an abandoned operation holds must not reach the next program.
+    recovery_reset();
+    byte_stream_fail_read_after(-1);
+    byte_stream_fail_write_after(-1);
+    block_arena_fail_after(-1, false);
+    program_recover();
+    output_clear_stop();
+    output_set_path(nullptr);
+    web_read_observe(nullptr);
+    web_clear();
+
     host() = Recorder();
     block_arena_allow_recovery(false);
     block_arena_init();
@@ -205,17 +194,13 @@ bool ask_ok_cancel(const char *text, const char *caption) {
                     : ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
 }
 
-bool ask_no_yes(const char *text, const char *caption) {
-    return ask(&host().yes_no, "ask_no_yes ", text, caption);
-}
-
-bool ask_yes_no(const char *text, const char *caption) {
-    return ask(&host().yes_no, "ask_yes_no ", text, caption);
-}
-
-bool ask_save_changes(const char *text, const char *caption) {
-    return ask(&host().save_changes, "ask_save_changes ", text, caption);
-}
+#define ASKED(question, answers)                                                                   \
+    bool question(const char *text, const char *caption) {                                         \
+        return ask(&host().answers, #question " ", text, caption);                                 \
+    }
+ASKED(ask_no_yes, yes_no)
+ASKED(ask_yes_no, yes_no)
+ASKED(ask_save_changes, save_changes)
 
 bool ask_cellname(char *name) {
     note("ask_cellname");

@@ -3,7 +3,6 @@
 #include "tests/engine/engine_test.h"
 #include "tests/engine/web_files.h"
 
-#include "core/errors.h"
 #include "report/output.h"
 #include "report/reports.h"
 #include "web/cell_ops.h"
@@ -36,13 +35,6 @@ void make_linked_web() {
     type_text("b_2 a\\nc");
 }
 
-class ReportTypes : public EngineTest, public testing::WithParamInterface<uint8_t> {};
-
-INSTANTIATE_TEST_SUITE_P(All, ReportTypes,
-                         testing::Values(k_report_fmt, k_report_inptr, k_report_outptr,
-                                         k_report_trail),
-                         [](const auto &type) { return "type" + std::to_string(type.param); });
-
 }  // namespace
 
 TEST_F(Reports, TheLayoutOfEachType) {
@@ -64,6 +56,13 @@ TEST_F(Reports, TheLayoutOfEachType) {
     EXPECT_EQ(report(k_report_fmt, false, "a home"),
               "\r\n*****a" + rule + "\r\nHome, a and A; home again\r\n\r\n" + "\r\n*****home" +
                   rule + "\r\nb_2 a\nc\r\n\r\n");
+    for (const char *name : {"new", "newer"}) {  // after reports on all cells: whole, and cut off
+        make_cell(name, name);
+        EXPECT_EQ(report(k_report_outptr, false, name), "\n"s + name + "\n    >" + name);
+        set_option_rtype(k_report_inptr);
+        block_arena_fail_after(1, false);
+        EXPECT_FALSE(run_command([] { report_run(); }));
+    }
     go_to_name("a");
     go_to_name("c");
     EXPECT_EQ(report(k_report_trail, false, "a b_2"), "\nTrail:\n    a\n    home");
@@ -83,20 +82,21 @@ TEST_F(Reports, CellsWithoutANumberAreNoTargets) {
 
 // A message that the pump lets through cancels the report, or runs out of blocks and is recovered
 // from.
-TEST_P(ReportTypes, InterruptedAnywhereDropsTheListsAndTheNextReportWorks) {
+TEST_F(Reports, InterruptedAnywhereDropsTheListsAndTheNextReportWorks) {
     make_linked_web();
     go_to_name("a");
     go_home();
     const std::string path = scratch_path("interrupted.txt");
-    for (int round = 0; round < 8; ++round) {
-        const bool all = round % 2 != 0, cancelled = round % 4 < 2, to_file = round < 4;
-        const std::string whole = report(GetParam(), all);
+    for (int round = 0; round < 32; ++round) {
+        const bool all = round % 2 != 0, cancelled = round % 4 < 2, to_file = round % 8 < 4;
+        const auto type = static_cast<uint8_t>(k_report_fmt + round / 8);
+        const std::string whole = report(type, all);
         const uint16_t blocks = blocks_in_use();
         for (uint32_t n = 1; n <= whole.size(); ++n) {
             at_pump(n, [=] { run_command(cancelled ? output_abort : run_out_of_blocks); });
             set_option_odest(to_file ? k_output_file : k_output_console);
             output_set_path(to_file ? path.c_str() : nullptr);
-            const std::string cut = report(GetParam(), all);
+            const std::string cut = report(type, all);
             EXPECT_TRUE(to_file || cut == whole.substr(0, cancelled ? n : cut.size()));
             EXPECT_LT(report_result(), 0);
             EXPECT_EQ(host().status, cancelled ? "OUTPUT ABORTED" : "OUT OF MEMORY");
@@ -106,7 +106,7 @@ TEST_P(ReportTypes, InterruptedAnywhereDropsTheListsAndTheNextReportWorks) {
             host().on_pump = nullptr;
         }
         set_option_odest(k_output_console);
-        EXPECT_EQ(report(GetParam(), all), whole);
+        EXPECT_EQ(report(type, all), whole);
         EXPECT_EQ(report_result(), 0);
         ASSERT_EQ(check_engine(), "");
     }

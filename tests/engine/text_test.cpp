@@ -5,22 +5,8 @@
 #include "web/cell_text.h"
 #include "web/index.h"
 
+using namespace std::string_literals;
 using Text = EngineTest;
-
-namespace {
-
-// A chain of one block a piece, however full.
-BlockHandle chain_of(const std::vector<std::string> &pieces) {
-    BlockHandle head = text_alloc(static_cast<uint32_t>(pieces.size() - 1) * k_text_block_chars);
-    BlockHandle h = head;
-    for (const std::string &piece : pieces) {
-        text_fill_block(h, piece.c_str(), 0);
-        h = block_next(h);
-    }
-    return head;
-}
-
-}  // namespace
 
 TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
     std::vector<BlockHandle> blocks = leave_free_blocks(3);
@@ -38,39 +24,14 @@ TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
     give_back(blocks);
 }
 
-TEST_F(Text, TheBuilderStartsOver) {
-    BlockHandle head = text_builder_start();
-    text_builder_put('x');
-    text_builder_restart();
-    EXPECT_EQ(text_compare_cstring(head, ""), 0) << "what it held before must not count";
-    text_builder_reset();
-    chain_free(head);
-}
-
-TEST_F(Text, IsTheSameHoweverItLiesInItsBlocks) {
-    const std::string name(36, 'n');
-    BlockHandle made = text_from_cstring(name.c_str());  // ends in an empty block
-    BlockHandle read = text_builder_start();             // does not
-    text_builder_put_run(name.data(), 36);
-    BlockHandle gaps = chain_of({"nn", "", "", name.substr(2), ""});
-    for (BlockHandle x : {made, read, gaps}) {
-        for (BlockHandle y : {made, read, gaps}) {
-            EXPECT_EQ(text_compare(x, y), 0);
-        }
-        for (auto [other, order] :
-             {std::pair(name, 0), std::pair(name + "x", -1), std::pair(name.substr(1), 1)}) {
-            EXPECT_EQ(text_compare_cstring(x, other.c_str()), order);
-            EXPECT_EQ(text_equals_cstring(x, other.c_str()), order == 0);
-        }
-    }
-    text_builder_reset();
-    for (BlockHandle x : {made, read, gaps}) {
-        chain_free(x);
-    }
-}
-
 TEST_F(Text, PartsAndCharacters) {
-    BlockHandle text = chain_of({"ab", "", "cdefg", std::string(40, 'h'), "\xFE\x80", ""});
+    BlockHandle text = text_alloc(5 * k_text_block_chars);  // a block a piece, however full
+    BlockHandle block = text;
+    for (const std::string &piece :
+         {"ab"s, ""s, "cdefg"s, std::string(40, 'h'), "\xFE\x80"s, ""s}) {
+        text_fill_block(block, piece.c_str(), 0);
+        block = block_next(block);
+    }
     const std::string all = "abcdefg" + std::string(36, 'h') + "\xFE\x80";
     EXPECT_EQ(text_string(text), all);
     EXPECT_EQ(text_length(text), all.size());

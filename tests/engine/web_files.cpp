@@ -84,25 +84,6 @@ std::string scratch_path(const std::string &name) {
     return path;
 }
 
-std::string file_bytes(const std::string &path) {
-    FILE *file = fopen(path.c_str(), "rb");
-    if (file == nullptr) {
-        return "(no file)";
-    }
-    std::string bytes;
-    for (int c = getc(file); c != EOF; c = getc(file)) {
-        bytes.push_back(static_cast<char>(c));
-    }
-    fclose(file);
-    return bytes;
-}
-
-void make_file(const std::string &path, const std::string &bytes) {
-    FILE *file = fopen(path.c_str(), "wb");
-    fwrite(bytes.data(), 1, bytes.size(), file);
-    fclose(file);
-}
-
 std::string cell_file(const std::string &name, const std::string &text) {
     return "<cname>" + name + "</cname><text>" + text + "</text>";
 }

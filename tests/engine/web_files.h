@@ -1,6 +1,8 @@
 // Web files for the engine's tests: read from and written to memory, and files of this process.
 #pragma once
 
+#include "tests/support/files.h"
+
 #include <cstdint>
 #include <string>
 
@@ -19,9 +21,6 @@ int read_web_then_fail(const std::string &bytes);
 
 // A path that no other test uses at the same time; the file goes when the process ends.
 std::string scratch_path(const std::string &name);
-
-std::string file_bytes(const std::string &path);  // "(no file)" when there is none
-void make_file(const std::string &path, const std::string &bytes);
 
 // A file of one cell: a cname and a text element as they stand.
 std::string cell_file(const std::string &name, const std::string &text);

@@ -25,7 +25,7 @@ constexpr size_t k_longest = 8000;  // keeps the model quick
 std::string file_report() {
     static const int file = memfd_create("report", 0);
     const std::string path = "/proc/self/fd/" + std::to_string(file);
-    make_file(path, "");
+    write_file(path, "");
     output_set_path(path.c_str());
     set_option_odest(k_output_file);
     report_run();
