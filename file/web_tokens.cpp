@@ -61,12 +61,8 @@ inline void append_to_name(const char *bytes, uint32_t n) {
     tokens.name_length = length <= k_name_max ? length : k_name_max + 1;
 }
 
-bool name_is_cut() {
-    return tokens.name_length > k_name_max;
-}
-
 uint32_t kept_of_name() {
-    return name_is_cut() ? k_name_max : tokens.name_length;
+    return tokens.name_length < k_name_max ? tokens.name_length : k_name_max;
 }
 
 uint64_t name_read() {
@@ -82,8 +78,9 @@ void tell(ReadFinding finding) {
 
 // A name that means nothing becomes text, as much of it as was kept.
 void put_name(ReadFinding finding, ReadFinding finding_when_cut) {
-    tokens.lost |= name_is_cut();
-    tell(name_is_cut() ? finding_when_cut : finding);
+    bool cut = tokens.name_length > k_name_max;
+    tokens.lost |= cut;
+    tell(cut ? finding_when_cut : finding);
     put_text(tokens.name, kept_of_name());
 }
 
