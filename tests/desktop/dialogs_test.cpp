@@ -1,6 +1,8 @@
 // The dialog templates as SHInitDialog leaves them.
 #include "desktop_test.h"
 
+#include "tests/support/window_fits.h"
+
 namespace {
 
 INT_PTR CALLBACK dialog_proc(HWND dialog, UINT message, WPARAM, LPARAM flags) {
@@ -9,46 +11,6 @@ INT_PTR CALLBACK dialog_proc(HWND dialog, UINT message, WPARAM, LPARAM flags) {
         EXPECT_TRUE(SHInitDialog(&info));
     }
     return FALSE;
-}
-
-RECT place_of(HWND dialog, HWND control) {
-    RECT rect;
-    GetWindowRect(control, &rect);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT *>(&rect), 2);
-    return rect;
-}
-
-// The width that a control's text needs, which is none but for buttons and labels.
-long needed_width(HWND control) {
-    wchar_t text[128] = L"";
-    SIZE size = {};
-    GetWindowTextW(control, text, 128);
-    if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & (DLGC_BUTTON | DLGC_STATIC)) == 0 ||
-        SendMessageW(control, STM_GETICON, 0, 0) != 0) {
-        return 0;
-    }
-    HDC context = GetDC(control);
-    SelectObject(context, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    GetTextExtentPoint32W(context, text, lstrlenW(text), &size);
-    ReleaseDC(control, context);
-    return size.cx;
-}
-
-// No text is cut off, no control covers another or the dialog's edge.
-void check_layout(HWND dialog) {
-    RECT client;
-    RECT common;
-    GetClientRect(dialog, &client);
-    for (HWND one = GetWindow(dialog, GW_CHILD); one; one = GetWindow(one, GW_HWNDNEXT)) {
-        const RECT rect = place_of(dialog, one);
-        UnionRect(&common, &rect, &client);
-        EXPECT_TRUE(EqualRect(&common, &client)) << "outside: " << GetDlgCtrlID(one);
-        EXPECT_LE(needed_width(one), rect.right - rect.left) << "cut off: " << GetDlgCtrlID(one);
-        for (HWND other = one; (other = GetWindow(other, GW_HWNDNEXT));) {
-            const RECT place = place_of(dialog, other);
-            EXPECT_FALSE(IntersectRect(&common, &rect, &place)) << "covered: " << GetDlgCtrlID(one);
-        }
-    }
 }
 
 TEST_F(DesktopTest, DialogsFitTheHandheldAndHaveAnOkButton) {
@@ -63,7 +25,7 @@ TEST_F(DesktopTest, DialogsFitTheHandheldAndHaveAnOkButton) {
         RECT client;
         ASSERT_TRUE(GetClientRect(dialog, &client));
         EXPECT_TRUE(strip || (client.right <= 240 && client.bottom <= 320 - 52));
-        check_layout(dialog);
+        expect_all_fits(dialog);
         EXPECT_EQ(GetDlgItem(dialog, IDOK) != nullptr, has_ok);
         EXPECT_TRUE(strip || SendMessageW(dialog, DM_GETDEFID, 0, 0) ==
                                  MAKELONG(has_ok ? IDOK : IDCANCEL, DC_HASDEFID));

@@ -53,7 +53,7 @@ TEST_F(DesktopTest, DroppedWebFilesAreOpenedAndTextStillDrops) {
             EXPECT_EQ(drop_on(place, dragged_files(L"C:\\notes.txt")), DWORD{DROPEFFECT_NONE});
             EXPECT_EQ(drop_on(place, dragged_files(files)), DWORD{DROPEFFECT_COPY});
             EXPECT_TRUE(opened.empty()) << "opened while the source was waiting";
-            EXPECT_TRUE(pump_until([this] { return !opened.empty(); }));
+            ASSERT_TRUE(pump_until([this] { return !opened.empty(); }));
             EXPECT_EQ(opened[0], L"C:\\dir with blanks\\Web.QVX");
             opened.clear();
         }

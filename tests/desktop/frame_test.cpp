@@ -51,6 +51,7 @@ TEST_F(DesktopTest, CloseButtonAsksAndCloseMessageCloses) {
     SendMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
     EXPECT_EQ(count_seen(WM_COMMAND, CMD_QUIT), 1);
     EXPECT_FALSE(SendMessageW(window, WM_QUERYENDSESSION, 0, 0));
+    EXPECT_EQ(count_seen(WM_COMMAND, CMD_QUIT), 2);
     EXPECT_TRUE(IsWindow(window));
     SendMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_FALSE(IsWindow(window));

@@ -10,4 +10,7 @@ set_up_wine
 start_display 1024x768
 export QUORVANE_MONKEY_STEPS=${1:-100000} QUORVANE_MONKEY_SEED=${2:-1}
 cd "$build/windows/tests/monkey"
-time "$wine" monkey_tests.exe
+status=0
+time "$wine" monkey_tests.exe >steps.log 2>&1 || status=$?
+tail -n 40 steps.log
+exit $status

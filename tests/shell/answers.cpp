@@ -20,25 +20,21 @@ UINT_PTR timer;
 HWND answered;  // it may take a while to go
 
 std::string texts_of(HWND dialog) {
-    static wchar_t text[512];
+    wchar_t text[512];
     GetWindowTextW(dialog, text, 512);
     std::string all = to_8bit(text);
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         GetWindowTextW(child, text, 512);
-        all += "|";
-        all += to_8bit(text);
+        all += std::string("|") + to_8bit(text);
     }
     return all;
 }
 
 BOOL CALLBACK find_dialog(HWND window, LPARAM found) {
-    wchar_t name[16] = L"";
-    GetClassNameW(window, name, 16);
-    if (lstrcmpW(name, L"#32770") == 0 && IsWindowVisible(window)) {
-        *reinterpret_cast<HWND *>(found) = window;
-        return FALSE;
-    }
-    return TRUE;
+    const bool is_one =
+        class_of(window) == L"#32770" && IsWindowVisible(window) && IsWindowEnabled(window);
+    *reinterpret_cast<HWND *>(found) = is_one ? window : nullptr;
+    return !is_one;
 }
 
 // The box that appears when output takes long goes by itself.
@@ -51,8 +47,7 @@ void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
     if (!IsWindow(answered)) {
         answered = nullptr;
     }
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), find_dialog, reinterpret_cast<LPARAM>(&dialog));
+    HWND dialog = open_dialog();
     if (!dialog || dialog == answered) {
         return;
     }
@@ -96,7 +91,6 @@ bool all_asked() {
     return all;
 }
 
-// A real press of the button, from within the dialog's message loop.
 void press_button(HWND dialog, int button) {
     HWND control = GetDlgItem(dialog, button);
     if (control) {
@@ -120,4 +114,16 @@ void answers_begin() {
 
 void answers_end() {
     KillTimer(nullptr, timer);
+}
+
+HWND open_dialog() {
+    HWND dialog = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), find_dialog, reinterpret_cast<LPARAM>(&dialog));
+    return dialog;
+}
+
+std::wstring class_of(HWND window) {
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, 32);
+    return name;
 }

@@ -19,12 +19,17 @@ void answer_always(const std::string &text, int button);
 // True when every answer was asked for. Forgets those that were not.
 bool all_asked();
 
-// Presses a button of a dialog.
-void press_button(HWND dialog, int button);
-
 // The texts of the dialogs that no answer was waiting for, since the last call: they were
 // cancelled.
 std::string unexpected_dialogs();
 
 void answers_begin();
 void answers_end();
+
+// The dialog or message box that takes input, or null.
+HWND open_dialog();
+
+// A real press of a dialog's button, from within the dialog's message loop.
+void press_button(HWND dialog, int button);
+
+std::wstring class_of(HWND window);

@@ -1,12 +1,7 @@
 // What each command does, by the pane that is active: one table, compared with what is seen.
 #include "shell/commands.h"
 
-#include "core/host_messages.h"
-#include "report/output.h"
-#include "shell/cellname_box.h"
 #include "tests/shell/shell_test.h"
-#include "web/cell_ops.h"
-#include "web/options.h"
 
 #include <map>
 #include <utility>
@@ -31,9 +26,9 @@ std::string question_in(const std::string &dialog) {
 }
 
 std::string selection_of(HWND pane) {
-    std::string text(static_cast<size_t>(sci(pane, SCI_GETSELTEXT)), '\0');
-    sci_text(pane, SCI_GETSELTEXT, 0, text.data());
-    return text;
+    const auto start = static_cast<size_t>(sci(pane, SCI_GETSELECTIONSTART));
+    const auto end = static_cast<size_t>(sci(pane, SCI_GETSELECTIONEND));
+    return pane_text(pane).substr(start, end - start);
 }
 
 std::string clipboard() {
@@ -58,7 +53,7 @@ Sight look() {
             {"console selection", selection_of(console_pane())},
             {"pane", k_panes[active_pane()]},
             {"says", status_text()},
-            {"text", pane_text(text_pane())},
+            {"text", words()},
             {"text selection", selection_of(text_pane())}};
 }
 
@@ -77,7 +72,7 @@ struct Commands : ShellTest {
     // and, in both text panes, something to undo and perhaps a word selected.
     void prepare(PaneIndex pane, bool selected) {
         set_web_changed(false);
-        write_file(path, web_of("", cell_of("plan", "new home") + cell_of("zeta", "")));
+        write_file(path, web_of("", cell_of("plan", "new home") + cell_of("zeta")));
         open_web_path(path.c_str());
         go_to_name("plan");
         go_to_name("zeta");

@@ -1,10 +1,8 @@
 // The dialogs, opened by their commands and driven by their controls.
 #include "shell/find/search_bar.h"
 
-#include "core/host_messages.h"
 #include "core/names.h"
 #include "tests/shell/shell_test.h"
-#include "web/options.h"
 
 namespace {
 
@@ -34,15 +32,17 @@ void answer_zoom(LRESULT shown, int entry, WPARAM key) {
 
 TEST_F(DialogTest, CellnameIsAskedTrimmedAndChecked) {
     start();
-    const std::string longest(k_cellname_max, 'x');
     const struct {
         std::wstring typed;
         WPARAM key;
         std::string name;  // "" for none
     } cases[] = {
-        {L"plan", VK_RETURN, "plan"}, {L"12 plan_2", VK_RETURN, "plan_2"},
-        {L"", VK_RETURN, ""},         {L"plan", VK_ESCAPE, ""},
-        {L"12 34", VK_RETURN, ""},    {std::wstring(60, 'x'), VK_RETURN, longest},
+        {L"plan", VK_RETURN, "plan"},
+        {L"12 plan_2", VK_RETURN, "plan_2"},
+        {L"", VK_RETURN, ""},
+        {L"plan", VK_ESCAPE, ""},
+        {L"12 34", VK_RETURN, ""},
+        {std::wstring(60, 'x'), VK_RETURN, std::string(k_cellname_max, 'x')},
     };
     for (const auto &one : cases) {
         answer_with("Enter New Cellname:", [&](HWND dialog) {
@@ -189,8 +189,7 @@ struct BarTest : ShellTest {
 TEST_F(BarTest, EnterFindsOnAndEscapeCloses) {
     open_bar();
     EXPECT_EQ(GetFocus(), GetDlgItem(search_bar(), CTL_NEXT_FIND));
-    press(GetFocus(), VK_RETURN);
-    EXPECT_EQ(place(), "home 12-15");
+    EXPECT_EQ(after(GetFocus(), VK_RETURN, place), "home 12-15");
     press(GetFocus(), VK_ESCAPE);
     EXPECT_FALSE(search_bar());
     EXPECT_FALSE(search_in_progress());
@@ -204,7 +203,7 @@ TEST_F(BarTest, TypingGoesOnInThePaneAndTabComesBack) {
     SetFocus(text_pane());
     press(text_pane(), VK_TAB);
     EXPECT_TRUE(IsChild(search_bar(), GetFocus()));
-    EXPECT_EQ(pane_text(text_pane()), "one two one two");
+    EXPECT_EQ(words(), "one two one two");
     press(GetFocus(), VK_TAB);
     EXPECT_TRUE(IsChild(search_bar(), GetFocus()));
 }
@@ -213,19 +212,18 @@ TEST_F(BarTest, ButtonsAndPanesKeepTheFocusThatTheyHave) {
     open_bar();
     HWND repl = GetDlgItem(search_bar(), CTL_NEXT_REPLACE);
     SetFocus(repl);
-    press(repl, VK_SPACE);
-    EXPECT_EQ(place(), "home 9-12") << "replaced by nothing";
+    EXPECT_EQ(after(repl, VK_SPACE, place), "home 9-12") << "replaced by nothing";
     EXPECT_TRUE(has_focus(repl));
-    for (HWND focus : {text_pane(), repl}) {
+    for (HWND focus : {text_pane(), GetDlgItem(search_bar(), CTL_NEXT_CASE), text_pane(), repl}) {
         SetFocus(focus);
-        if (focus == repl) {
-            press(repl, VK_SPACE);
+        if (focus != text_pane()) {
+            press(focus, VK_SPACE);
         }
         PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
         run();
         PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
         run();
-        EXPECT_EQ(IsChild(search_bar(), GetFocus()), focus == repl);
+        EXPECT_EQ(IsChild(search_bar(), GetFocus()), focus != text_pane());
     }
 }
 
@@ -233,15 +231,13 @@ TEST_F(BarTest, StandsInItsBandUntilTheCloseCommandOrTheWindowsEnd) {
     open_bar();
     EXPECT_EQ(GetParent(search_bar()), main_window());
     const RECT bar = place_of(search_bar());
-    EXPECT_EQ(bar.left, 0);
-    EXPECT_EQ(bar.top, 25);
+    EXPECT_TRUE(bar.left == 0 && bar.top == 25);
     EXPECT_EQ(pane_top(), 43);
     for (const int button : {CTL_NEXT_FIND, CTL_NEXT_REPLACE, CTL_NEXT_CASE, IDCANCEL}) {
         const RECT rect = place_of(GetDlgItem(search_bar(), button));
         EXPECT_TRUE(rect.bottom <= 43 && rect.right <= 240) << button;
     }
-    command(CMD_FIND);
-    EXPECT_EQ(status_text(), "Search or Replace already in progress");
+    EXPECT_EQ(after(CMD_FIND, status_text), "Search or Replace already in progress");
     command(CMD_CLOSE_MODELESS);
     EXPECT_FALSE(search_bar());
     answer_with("Replace", [](HWND dialog) { press_button(dialog, IDOK); });

@@ -1,17 +1,13 @@
 // Typing, the clipboard and undo in the panes.
 #include "core/busy.h"
 #include "tests/shell/shell_test.h"
-#include "web/options.h"
 
 namespace {
 
 void press_with_control(HWND window, WPARAM key) {
-    BYTE keys[256] = {};
-    keys[VK_CONTROL] = 0x80;
-    SetKeyboardState(keys);
+    hold({VK_CONTROL});
     press(window, key);
-    keys[VK_CONTROL] = 0;
-    SetKeyboardState(keys);
+    hold({});
 }
 
 void turn_wheel(HWND window, int notches) {
@@ -28,79 +24,51 @@ std::string zooms() {
            " " + std::to_string(sci(console_pane(), SCI_GETZOOM));
 }
 
-}  // namespace
+// The line of the text at the top, when the pane has broken all lines.
+LRESULT first_line() {
+    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+    return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
+}
 
-struct Editing : ShellTest {};
-
-TEST_F(Editing, KeysWithCtrlTypeNothing) {
-    start_in_text(web_of("Hi"));
-    BYTE keys[256] = {};
-    GetKeyboardState(keys);
-    for (const bool alt : {false, true}) {
-        keys[VK_CONTROL] = 0x80;
-        keys[VK_MENU] = alt ? 0x80 : 0;
-        SetKeyboardState(keys);
-        SendMessageW(text_pane(), WM_CHAR, '+', 0);
-        EXPECT_EQ(pane_text(text_pane()), alt ? "+Hi" : "Hi");
+struct Editing : ShellTest {
+    // A pane with 300 lines that wrap, the hundredth of them at the top.
+    void start_in_long_text() {
+        start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));
+        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
+        sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
     }
-    keys[VK_CONTROL] = keys[VK_MENU] = 0;
-    SetKeyboardState(keys);
-}
-
-TEST_F(Editing, UndoTakesTypingBackInOneStep) {
-    start_in_text(web_of("Hi"));
-    type(text_pane(), "abc");
-    EXPECT_EQ(pane_text(text_pane()), "abcHi");
-    EXPECT_TRUE(web_changed());
-    command(CMD_UNDO);
-    EXPECT_EQ(pane_text(text_pane()), "Hi");
-    sci(text_pane(), SCI_REDO);
-    EXPECT_EQ(pane_text(text_pane()), "abcHi");
-}
+};
 
 TEST_F(Editing, TypingAndPastingOverASelectionKeepTheClipboard) {
     start_in_text(web_of("one two three"));
     select(text_pane(), 0, 3);
     command(CMD_COPY);
     select(text_pane(), 4, 7);
-    type(text_pane(), "X");
-    EXPECT_EQ(pane_text(text_pane()), "one X three");
+    EXPECT_EQ(after(text_pane(), "X", words), "one X three");
     select(text_pane(), 6, 11);
-    command(CMD_PASTE);
-    EXPECT_EQ(pane_text(text_pane()), "one X one");
-    command(CMD_PASTE);
-    EXPECT_EQ(pane_text(text_pane()), "one X oneone");
+    EXPECT_EQ(after(CMD_PASTE, words), "one X one");
+    EXPECT_EQ(after(CMD_PASTE, words), "one X oneone");
     command(CMD_UNDO);
-    command(CMD_UNDO);
-    EXPECT_EQ(pane_text(text_pane()), "one X three");
-    command(CMD_UNDO);
-    EXPECT_EQ(pane_text(text_pane()), "one two three");
+    EXPECT_EQ(after(CMD_UNDO, words), "one X three");
+    EXPECT_EQ(after(CMD_UNDO, words), "one two three");
 }
 
-TEST_F(Editing, UndoNeverBringsAnotherCellsTextIn) {
+TEST_F(Editing, UndoSurvivesSaveAndNeverBringsAnotherCellsTextIn) {
     start_in_text(web_of("at home", cell_of("plan", "a plan")));
     type(text_pane(), "x");
-    command(CMD_CELL_NEXT);
-    EXPECT_EQ(pane_text(text_pane()), "a plan");
-    command(CMD_UNDO);
-    EXPECT_EQ(pane_text(text_pane()), "a plan");
-    EXPECT_EQ(stored_text("home"), "xat home");
-}
-
-TEST_F(Editing, UndoSurvivesSave) {
-    start_in_text(web_of("Hi"));
-    type(text_pane(), "Oh ");
-    command(CMD_FILE_SAVE);
-    EXPECT_FALSE(web_changed());
-    EXPECT_NE(file_bytes(path).find("<text>Oh Hi</text>"), std::string::npos);
-    command(CMD_UNDO);
-    EXPECT_EQ(pane_text(text_pane()), "Hi");
+    EXPECT_FALSE(after(CMD_FILE_SAVE, web_changed));
+    EXPECT_NE(file_bytes(path).find("<text>xat home</text>"), std::string::npos);
+    EXPECT_EQ(after(CMD_UNDO, words), "at home");
     EXPECT_TRUE(web_changed());
+    type(text_pane(), "y");
+    EXPECT_EQ(after(CMD_CELL_NEXT, words), "a plan");
+    EXPECT_EQ(after(CMD_UNDO, words), "a plan");
+    EXPECT_EQ(stored_text("home"), "yat home");
 }
 
 TEST_F(Editing, TextIsBytesAndNulIsDropped) {
     start_in_text(web_of("caf\xC3\xA9 \xE2\x82\xAC \xFF"));
-    EXPECT_EQ(pane_text(text_pane()), "caf\xC3\xA9 \xE2\x82\xAC \xFF");
+    EXPECT_EQ(words(), "caf\xC3\xA9 \xE2\x82\xAC \xFF");
     PostMessageW(text_pane(), WM_CHAR, 0xE4, 0);
     run();
     sci_text(text_pane(), SCI_ADDTEXT, 3, "a\0b");
@@ -110,26 +78,26 @@ TEST_F(Editing, TextIsBytesAndNulIsDropped) {
                                    "abcaf\xC3\xA9 \xE2\x82\xAC \xFF");
 }
 
-TEST_F(Editing, ControlCharactersAndScintillasOwnKeysDoNothing) {
+TEST_F(Editing, ControlCharactersAndKeysWithCtrlDoNothing) {
     start_in_text(web_of("one\r\ntwo"));
     type(text_pane(), "\x01\x0c\x1b\x1f");
-    BYTE keys[256] = {};
-    keys[VK_CONTROL] = 0x80;
-    SetKeyboardState(keys);
+    hold({VK_CONTROL});
     for (const char key : {'L', 'D', 'U', 'T'}) {
         SendMessageW(text_pane(), WM_KEYDOWN, static_cast<WPARAM>(key), 0);
     }
-    keys[VK_CONTROL] = 0;
-    SetKeyboardState(keys);
-    EXPECT_EQ(pane_text(text_pane()), "one\r\ntwo");
+    SendMessageW(text_pane(), WM_CHAR, '+', 0);
+    EXPECT_EQ(words(), "one\r\ntwo");
+    hold({VK_CONTROL, VK_MENU});
+    SendMessageW(text_pane(), WM_CHAR, '+', 0);
+    EXPECT_EQ(words(), "+one\r\ntwo");
+    hold({});
 }
 
 TEST_F(Editing, CellsRememberTheirSelection) {
     start_in_text(web_of("one two", cell_of("plan", "")));
     select(text_pane(), 4, 7);
     command(CMD_CELL_NEXT);
-    command(CMD_CELL_NEXT);
-    EXPECT_EQ(place(), "home 4-7");
+    EXPECT_EQ(after(CMD_CELL_NEXT, place), "home 4-7");
     EXPECT_FALSE(web_changed());
 }
 
@@ -145,17 +113,11 @@ TEST_F(Editing, CaretIsInViewWhenAHiddenPaneIsShown) {
 }
 
 TEST_F(Editing, PanesComeBackAsTheyWereLeft) {
-    start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));  // lines that wrap
-    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
-    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
-    const auto first_line = [] {
-        return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
-    };
+    start_in_long_text();
     for (const DWORD time_away : {0U, 300U}) {  // in which the pane may put its lines together
         show_tab(0);
         run_for(time_away);
         show_tab(1);
-        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
         EXPECT_EQ(first_line(), 100) << time_away;
     }
     EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
@@ -200,23 +162,17 @@ TEST_F(Editing, TheWheelAndTheNumberPadZoomBothPanesWithinTheOptionsRange) {
 }
 
 TEST_F(Editing, ZoomingKeepsTheLineAtTheTop) {
-    start_in_text(web_of(times(300, times(60, "word ") + "\r\n")));
-    const auto first_line = [] {
-        return sci(text_pane(), SCI_DOCLINEFROMVISIBLE, sci(text_pane(), SCI_GETFIRSTVISIBLELINE));
-    };
-    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
-    sci(text_pane(), SCI_SETFIRSTVISIBLELINE, sci(text_pane(), SCI_VISIBLEFROMDOCLINE, 100));
+    start_in_long_text();
     for (const int notches : {4, -6, 30}) {
         turn_wheel(text_pane(), notches);
         UpdateWindow(text_pane());
-        sci(text_pane(), SCI_ENSUREVISIBLE, 299);
         EXPECT_EQ(first_line(), 100) << notches;
     }
     show_tab(2);
     turn_wheel(console_pane(), -10);
     run_for(100);
     show_tab(1);
-    sci(text_pane(), SCI_ENSUREVISIBLE, 299);
     EXPECT_EQ(first_line(), 100) << "zoomed while hidden";
-    EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
 }
+
+}  // namespace

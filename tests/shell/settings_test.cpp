@@ -2,11 +2,11 @@
 #include "shell/settings/settings.h"
 
 #include "core/numbers.h"
-#include "platform/windows/text_conversion.h"
-#include "report/output.h"
 #include "shell/panes/styles.h"
 #include "shell/settings/page.h"
+#include "shell/settings/sheet.h"
 #include "tests/shell/shell_test.h"
+#include "tests/support/window_fits.h"
 
 namespace {
 
@@ -136,7 +136,6 @@ TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
     set_option_rtype(k_report_fmt);
     command(CMD_REPORT);
     EXPECT_EQ(file_bytes("out.txt"), "home: go to home\n") << "to a file, from the next report on";
-    remove("out.txt");
 }
 
 TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
@@ -148,8 +147,7 @@ TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
         change_everything(sheet);
         PostMessageW(GetDlgItem(sheet, IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
     });
-    command(CMD_SETTINGS);
-    EXPECT_FALSE(web_changed());
+    EXPECT_FALSE(after(CMD_SETTINGS, web_changed));
     EXPECT_TRUE(are_still(before));
     EXPECT_EQ(sci(text_pane(), SCI_STYLEGETSIZE, k_style_text), 9);
     command(CMD_FILE_SAVE);
@@ -266,36 +264,8 @@ TEST_F(SettingsTest, TheOpenSearchBarFollows) {
 
 // ---- The sheet on the handheld's screen ---------------------------------------------------------
 
-// Labels and buttons show their texts in full, and nothing reaches over the page's edge.
-void check_page(HWND page) {
-    RECT room;
-    GetClientRect(page, &room);
-    for (HWND one = GetWindow(page, GW_CHILD); one; one = GetWindow(one, GW_HWNDNEXT)) {
-        RECT rect;
-        GetWindowRect(one, &rect);
-        MapWindowPoints(nullptr, page, reinterpret_cast<POINT *>(&rect), 2);
-        EXPECT_LE(rect.right, room.right) << text_of(one);
-        EXPECT_LE(rect.bottom, room.bottom) << text_of(one);
-        const LRESULT kind = SendMessageW(one, WM_GETDLGCODE, 0, 0);
-        if (kind & (DLGC_BUTTON | DLGC_STATIC)) {
-            const LONG box = kind & DLGC_BUTTON ? 18 : 0;
-            RECT need = {0, 0, rect.right - rect.left - box, 0};
-            const LONG width = need.right;
-            HDC context = GetDC(one);
-            SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(one, WM_GETFONT, 0, 0)));
-            DrawTextW(context, to_utf16(text_of(one).c_str()), -1, &need,
-                      DT_CALCRECT | DT_WORDBREAK);
-            ReleaseDC(one, context);
-            EXPECT_LE(need.right, width) << text_of(one);
-            EXPECT_LE(need.bottom, rect.bottom - rect.top) << text_of(one);
-        }
-    }
-}
-
 TEST_F(SettingsTest, FitsTheHandheldsScreenAndShowsTheLinksColours) {
-    SetEnvironmentVariableW(L"QUORVANE_SCREEN", L"240x320");
-    start();
-    SetEnvironmentVariableW(L"QUORVANE_SCREEN", nullptr);
+    launch("", L"240x320");
     settings([](HWND sheet) {
         RECT rect;
         GetWindowRect(sheet, &rect);
@@ -303,7 +273,7 @@ TEST_F(SettingsTest, FitsTheHandheldsScreenAndShowsTheLinksColours) {
         EXPECT_LE(rect.bottom - rect.top, 320);
         for (WPARAM index = report; index < page_count; ++index) {
             SCOPED_TRACE(index);
-            check_page(show_page(sheet, index));
+            expect_all_fits(show_page(sheet, index));
         }
         HWND page = show_page(sheet, links);
         for (int i = 0; i < 4; ++i) {

@@ -1,33 +1,31 @@
 #include "tests/shell/shell_test.h"
 
-#include "core/host_messages.h"
 #include "core/recovery.h"
 #include "core/text.h"
 #include "desktop/frame.h"
-#include "platform/windows/text_conversion.h"
-#include "report/output.h"
-#include "shell/cellname_box.h"
 #include "shell/message_loop.h"
 #include "shell/status_line.h"
-#include "web/trail.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 
 namespace {
 
-constexpr int k_still_running = -99;
-constexpr DWORD k_patience = 5000;  // milliseconds
+constexpr DWORD k_patience = 10000;  // milliseconds
 
 int exit_status = k_still_running;
 
+void post_click(HWND window, LONG x, LONG y) {
+    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+    PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+}
+
+// Within the character, away from the edge between two.
 void post_press(HWND pane, LRESULT position) {
     const LRESULT x = sci(pane, SCI_POINTXFROMPOSITION, 0, position);
     const LRESULT y = sci(pane, SCI_POINTYFROMPOSITION, 0, position);
-    // Within the character, away from the edge between two.
-    const LPARAM point = MAKELPARAM(x + 2, y + 4);
-    PostMessageW(pane, WM_LBUTTONDOWN, MK_LBUTTON, point);
-    PostMessageW(pane, WM_LBUTTONUP, 0, point);
+    post_click(pane, static_cast<LONG>(x) + 2, static_cast<LONG>(y) + 4);
 }
 
 }  // namespace
@@ -48,7 +46,10 @@ void check_failed(const char *what) {
 }
 
 void ShellTest::SetUp() {
+    SetErrorMode(SEM_NOGPFAULTERRORBOX);  // a crash ends the run
     exit_status = k_still_running;
+    std::filesystem::create_directory("files");
+    std::filesystem::current_path("files");
     answers_begin();
 }
 
@@ -66,16 +67,18 @@ void ShellTest::TearDown() {
     }
     web_clear();  // the next start empties the arena
     UnregisterClassW(L"Quorvane", GetModuleHandleW(nullptr));
+    std::filesystem::current_path("..");
+    std::error_code ignored;
+    std::filesystem::remove_all("files", ignored);
 }
 
 void ShellTest::start() {
-    launch(L"");
+    launch("");
 }
 
 void ShellTest::start(const std::string &web) {
-    path = "test.qvx";
     write_file(path, web);
-    launch(to_utf16(path.c_str()));
+    launch(path);
 }
 
 void ShellTest::start_in_text(const std::string &web) {
@@ -83,8 +86,10 @@ void ShellTest::start_in_text(const std::string &web) {
     show_tab(1);
 }
 
-void launch(const wchar_t *command_line) {
-    ASSERT_EQ(start_program(GetModuleHandleW(nullptr), command_line, SW_SHOWNORMAL), 0);
+void launch(const std::string &command_line, const wchar_t *screen) {
+    SetEnvironmentVariableW(L"QUORVANE_SCREEN", screen);
+    ASSERT_EQ(
+        start_program(GetModuleHandleW(nullptr), to_utf16(command_line.c_str()), SW_SHOWNORMAL), 0);
     ASSERT_TRUE(run_until([] { return item_count() > 0; }));
     run();
 }
@@ -113,13 +118,6 @@ void run_for(DWORD milliseconds) {
     run_until([=] { return GetTickCount() - start > milliseconds; });
 }
 
-testing::AssertionResult status_becomes(const std::string &text) {
-    if (run_until([&] { return status_text() == text; })) {
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure() << "the status line says " << status_text();
-}
-
 void command(WORD id) {
     SendMessageW(main_window(), WM_COMMAND, id, 0);
     run();
@@ -135,6 +133,19 @@ void type(HWND window, const std::string &text) {
     for (const char c : text) {
         PostMessageW(window, WM_CHAR, static_cast<WPARAM>(c), 0);
     }
+    run();
+}
+
+void hold(std::initializer_list<int> held) {
+    BYTE keys[256] = {};
+    for (const int key : held) {
+        keys[key] = 0x80;
+    }
+    SetKeyboardState(keys);
+}
+
+void click_at(HWND window, LONG x, LONG y) {
+    post_click(window, x, y);
     run();
 }
 
@@ -166,11 +177,9 @@ void push(HWND dialog, int button) {
     run();
 }
 
-void answer_name(const wchar_t *name, int button) {
-    answer_with("Enter New Cellname", [name, button](HWND dialog) {
-        SetDlgItemTextW(dialog, CTL_NEW_CELLNAME, name);
-        press_button(dialog, button);
-    });
+void delete_by_command(int button) {
+    answer("Delete current cell?", button);
+    command(CMD_CELL_DELETE);
 }
 
 std::string text_of(HWND window) {
@@ -185,6 +194,10 @@ std::string pane_text(HWND pane) {
     sci_text(pane, SCI_GETTEXT, length + 1, text.data());
     text.resize(static_cast<size_t>(length));
     return text;
+}
+
+std::string words() {
+    return pane_text(text_pane());
 }
 
 std::string box_text() {
@@ -249,6 +262,10 @@ std::string place() {
            std::to_string(sci(text_pane(), SCI_GETSELECTIONEND));
 }
 
+std::string shown() {
+    return current_name() + "|" + words();
+}
+
 std::string cell_of(const std::string &name, const std::string &text) {
     return "\n<cell>\n<cname>" + name + "</cname>\n<text>" + text + "</text></cell>";
 }
@@ -262,27 +279,28 @@ std::string current_name() {
 }
 
 std::string stored_text(const char *name) {
-    std::string text(text_size(cell_text(cell_lookup(name))), '\0');
-    text_copy_out(text.data(), cell_text(cell_lookup(name)), static_cast<uint32_t>(text.size()));
+    return stored_text(cell_lookup(name));
+}
+
+std::string stored_text(CellHandle cell) {
+    std::string text(text_size(cell_text(cell)), '\0');
+    text_copy_out(text.data(), cell_text(cell), static_cast<uint32_t>(text.size()));
     return text;
 }
 
-std::string file_bytes(const std::string &file_path) {
-    std::string bytes;
-    if (FILE *file = fopen(file_path.c_str(), "rb")) {
-        for (int c = getc(file); c != EOF; c = getc(file)) {
-            bytes.push_back(static_cast<char>(c));
-        }
-        fclose(file);
+void leave_free_blocks(uint32_t count) {
+    while (blocks_free() > count) {
+        block_alloc(k_block_plain);
     }
-    return bytes;
 }
 
-void write_file(const std::string &file_path, const std::string &bytes) {
-    FILE *file = fopen(file_path.c_str(), "wb");
-    ASSERT_TRUE(file);
-    fwrite(bytes.data(), 1, bytes.size(), file);
-    fclose(file);
+std::string file_bytes(const std::filesystem::path &file_path) {
+    std::ifstream file(file_path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void write_file(const std::filesystem::path &file_path, const std::string &bytes) {
+    std::ofstream(file_path, std::ios::binary) << bytes;
 }
 
 std::string times(size_t count, const std::string &text) {

@@ -1,11 +1,8 @@
 // Without SciLexer.dll the program says so and keeps running. These tests need a process that has
 // never loaded it: they run where the file is not beside the program.
-#include "shell/cellname_box.h"
-#include "shell/message_loop.h"
 #include "shell/panes/input.h"
 #include "shell/panes/styles.h"
 #include "tests/shell/shell_test.h"
-#include "web/cell_ops.h"
 
 struct WithoutScintilla : ShellTest {
     void SetUp() override {
