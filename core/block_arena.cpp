@@ -62,7 +62,7 @@ inline void clear(uint8_t *block) {
 }
 
 BlockHandle take_block(uint8_t type) {
-    BlockHandle h = arena.free_head;
+    const BlockHandle h = arena.free_head;
     block_ptr(h)[k_block_type_at] = type;
     arena.free_head = block_next(h);
     arena.taken[h] = true;
@@ -98,8 +98,8 @@ void fill(BlockHandle h, const char *bytes, uint32_t n) {
 }
 
 uint32_t extend_by_one(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n) {
-    uint32_t taken = n < k_block_payload_size ? n : k_block_payload_size;
-    BlockHandle h = block_alloc(type);
+    const uint32_t taken = n < k_block_payload_size ? n : k_block_payload_size;
+    const BlockHandle h = block_alloc(type);
     fill(h, bytes, taken);
     block_set_next(*tail, h);
     *tail = h;
@@ -128,7 +128,7 @@ void block_arena_init() {
 }
 
 BlockHandle block_alloc(uint8_t type) {
-    BlockHandle h = block_try_alloc(type);
+    const BlockHandle h = block_try_alloc(type);
     if (h == 0) {
         run_out_of_blocks();
     }
@@ -142,7 +142,7 @@ BlockHandle block_try_alloc(uint8_t type) {
 // The front of the free chain is a chain already: its blocks keep their links.
 uint32_t chain_extend(BlockHandle *tail, uint8_t type, const char *bytes, uint32_t n) {
     CHECK(*tail != 0 && n > 0);
-    uint32_t blocks = (n - 1) / k_block_payload_size + 1;
+    const uint32_t blocks = (n - 1) / k_block_payload_size + 1;
     if (!are_plenty(blocks)) {
         return extend_by_one(tail, type, bytes, n);
     }
@@ -190,7 +190,7 @@ void block_free(BlockHandle h) {
 
 void chain_free(BlockHandle head) {
     while (head != 0) {
-        BlockHandle next = block_next(head);
+        const BlockHandle next = block_next(head);
         block_free(head);
         head = next;
     }
@@ -218,7 +218,7 @@ void short_on_memory_offer() {
         return;
     }
     // Saving stores the pane and may itself run out; what is being made here must outlive that.
-    BlockHandle outer = arena.under_construction;
+    const BlockHandle outer = arena.under_construction;
     arena.under_construction = 0;
     ++arena.offers_open;
     if (ask_ok_cancel("Short On Memory--Save And Exit?", k_product_name)) {

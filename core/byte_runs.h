@@ -45,7 +45,7 @@ template <uint8_t... stops> Word mark_stops(Word word) {
 // bytes of a word behind it can be read.
 template <uint8_t... stops> uint32_t run_to(const uint8_t *p) {
     for (uint32_t i = 0;; i += k_word_size) {
-        Word marks = mark_stops<stops...>(load<Word>(p + i));
+        const Word marks = mark_stops<stops...>(load<Word>(p + i));
         if (marks != 0) {
             return i + lowest_byte(marks);
         }
@@ -56,8 +56,8 @@ template <uint8_t... stops> uint32_t run_to(const uint8_t *p) {
 // and what lies about them.
 inline uint32_t run_of_letters(const uint8_t *p) {
     for (uint32_t i = 0;; i += k_word_size) {
-        Word word = load<Word>(p + i);
-        Word marks = ~(word | word << 1) & k_tops;
+        const Word word = load<Word>(p + i);
+        const Word marks = ~(word | word << 1) & k_tops;
         if (marks != 0) {
             return i + lowest_byte(marks);
         }
@@ -74,14 +74,14 @@ template <uint8_t... stops> uint32_t run_before(const uint8_t *p, uint32_t n) {
         }
         return i;
     }
-    uint32_t last = n - k_word_size;
+    const uint32_t last = n - k_word_size;
     for (uint32_t i = 0; i < last; i += k_word_size) {
-        Word marks = mark_stops<stops...>(load<Word>(p + i));
+        const Word marks = mark_stops<stops...>(load<Word>(p + i));
         if (marks != 0) {
             return i + lowest_byte(marks);
         }
     }
-    Word marks = mark_stops<stops...>(load<Word>(p + last));
+    const Word marks = mark_stops<stops...>(load<Word>(p + last));
     return marks != 0 ? last + lowest_byte(marks) : n;
 }
 
@@ -93,7 +93,7 @@ inline void copy_short(char *d, const char *s, uint32_t n) {
         }
         memcpy(d + n - 16, s + n - 16, 16);
     } else if (n >= 4) {
-        uint32_t half = n / 8 * 4;
+        const uint32_t half = n / 8 * 4;
         store(d, load<uint32_t>(s));
         store(d + half, load<uint32_t>(s + half));
         store(d + n - 4 - half, load<uint32_t>(s + n - 4 - half));
@@ -110,7 +110,7 @@ inline void copy_short(char *d, const char *s, uint32_t n) {
 inline uint32_t equal_run(const char *x, const char *y, uint32_t n) {
     uint32_t i = 0;
     for (; n - i >= k_word_size; i += k_word_size) {
-        Word difference = load<Word>(x + i) ^ load<Word>(y + i);
+        const Word difference = load<Word>(x + i) ^ load<Word>(y + i);
         if (difference != 0) {
             return i + lowest_byte(difference);
         }

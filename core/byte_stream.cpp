@@ -31,7 +31,7 @@ bool write_fault_due() {
 
 int write_buffer(ByteOutput *out) {
     CHECK(out->fill <= k_byte_buffer_size);
-    uint32_t n = out->fill;
+    const uint32_t n = out->fill;
     out->fill = 0;
     if (n == 0) {
         return 0;
@@ -65,7 +65,7 @@ void byte_input_bind(ByteInput *in, FILE *file) {
 
 int byte_output_put(ByteOutput *out, uint8_t byte) {
     if (out->fill >= k_byte_buffer_size) {
-        int r = write_buffer(out);
+        const int r = write_buffer(out);
         if (r < 0) {
             return r;
         }
@@ -77,13 +77,13 @@ int byte_output_put(ByteOutput *out, uint8_t byte) {
 int byte_output_write_through(ByteOutput *out, const char *bytes, uint32_t n) {
     while (n > 0) {
         if (out->fill >= k_byte_buffer_size) {
-            int r = write_buffer(out);
+            const int r = write_buffer(out);
             if (r < 0) {
                 return r;
             }
         }
-        uint32_t room = k_byte_buffer_size - out->fill;
-        uint32_t taken = n < room ? n : room;
+        const uint32_t room = k_byte_buffer_size - out->fill;
+        const uint32_t taken = n < room ? n : room;
         memcpy(out->bytes + out->fill, bytes, taken);
         out->fill += taken;
         bytes += taken;
@@ -105,12 +105,12 @@ bool byte_input_fill(ByteInput *in) {
         return false;
     }
     CHECK(in->next >= in->end);
-    bool fault = read_fault_due();
+    const bool fault = read_fault_due();
     in->bytes[0] = in->bytes[in->end - 1];
-    size_t n = fault ? 0 : fread(in->bytes + 1, 1, k_byte_buffer_size, in->file);
+    const size_t n = fault ? 0 : fread(in->bytes + 1, 1, k_byte_buffer_size, in->file);
     if (n == 0) {
         in->ended = true;
-        if (fault || !feof(in->file)) {
+        if (fault || feof(in->file) == 0) {
             in->failed = true;
             report_error(k_cannot_read_web);
         }

@@ -64,7 +64,7 @@ void strip_leading_zeros(Decimal *d) {
 
 // Sets 64 bits of the words, from bit `at` on.
 void set_bits(uint64_t bits, uint32_t at) {
-    uint32_t shift = at % 32;
+    const uint32_t shift = at % 32;
     numbers.words[at / 32] = static_cast<uint32_t>(bits << shift);
     numbers.words[at / 32 + 1] = static_cast<uint32_t>((bits << shift) >> 32);
     numbers.words[at / 32 + 2] = shift == 0 ? 0 : static_cast<uint32_t>(bits >> (64 - shift));
@@ -122,7 +122,7 @@ void expand(Decimal *d, double value) {
     if (exponent >= 0) {
         integer_digits(d, mantissa, exponent);
     } else {
-        uint32_t behind = static_cast<uint32_t>(-exponent);
+        const uint32_t behind = static_cast<uint32_t>(-exponent);
         integer_digits(d, behind < 64 ? mantissa >> behind : 0, 0);
         memset(numbers.words, 0, sizeof numbers.words);
         fraction_digits(d, behind < 64 ? mantissa & ((uint64_t{1} << behind) - 1) : mantissa,
@@ -146,7 +146,7 @@ bool rounds_up(const Decimal *d, int32_t keep) {
 
 // Rounds to `keep` significant digits; fewer than none leaves zero.
 void round_to(Decimal *d, int32_t keep) {
-    bool up = keep >= 0 && rounds_up(d, keep);
+    const bool up = keep >= 0 && rounds_up(d, keep);
     if (keep < d->count) {
         d->count = keep > 0 ? keep : 0;
     }
@@ -180,7 +180,7 @@ char *put_digits(char *to, const Decimal *d, int32_t from, int32_t count) {
 
 // Writes the rounded digits with `decimals` behind the point; returns the end.
 char *put_fixed(char *to, const Decimal *d, int32_t decimals) {
-    int32_t before = d->count > 0 && d->point > 0 ? d->point : 0;
+    const int32_t before = d->count > 0 && d->point > 0 ? d->point : 0;
     to = before > 0 ? put_digits(to, d, 0, before) : (*to = '0', to + 1);
     if (decimals > 0) {
         *to++ = '.';
@@ -225,11 +225,11 @@ int32_t decimals_left(const Decimal *d, int32_t point, int32_t decimals) {
 char *put_general(char *to, Decimal *d, int32_t significant) {
     significant = significant == 0 ? 1 : significant;
     round_to(d, significant);
-    int32_t exponent = decimal_exponent(d);
+    const int32_t exponent = decimal_exponent(d);
     if (exponent < -4 || exponent >= significant) {
         return put_exponent(to, d, decimals_left(d, 1, significant - 1));
     }
-    int32_t point = d->count > 0 ? d->point : 0;
+    const int32_t point = d->count > 0 ? d->point : 0;
     return put_fixed(to, d, decimals_left(d, point, significant - 1 - exponent));
 }
 

@@ -62,7 +62,7 @@ const char *decimal_end(const char *p) {
 
 int int16_parse(const char *text, int16_t *value) {
     const char *p = skip_blanks(text);
-    bool negative = *p == '-';
+    const bool negative = *p == '-';
     int32_t number = 0;
     for (p = skip_sign(p); is_digit(*p); ++p) {
         number = number * 10 + (*p - '0');
@@ -79,7 +79,7 @@ int int16_parse(const char *text, int16_t *value) {
 }
 
 void int16_format(int32_t value, char *buffer) {
-    int32_t number = static_cast<int16_t>(value);
+    const int32_t number = static_cast<int16_t>(value);
     char digits[8];
     static_assert(sizeof "32768" - 1 <= sizeof digits);
     uint32_t count = 0;

@@ -24,9 +24,9 @@ void set_used(BlockHandle h, uint32_t count) {
 
 // Appends as many of n bytes as the block has room for; returns how many.
 inline uint32_t append_to_block(BlockHandle h, const char *bytes, uint32_t n) {
-    uint32_t used = block_used(h);
-    uint32_t room = used < k_text_block_chars ? k_text_block_chars - used : 0;
-    uint32_t taken = n < room ? n : room;
+    const uint32_t used = block_used(h);
+    const uint32_t room = used < k_text_block_chars ? k_text_block_chars - used : 0;
+    const uint32_t taken = n < room ? n : room;
     copy_short(text_block_chars(h) + used, bytes, taken);
     set_used(h, used + taken);
     return taken;
@@ -41,7 +41,7 @@ BlockHandle skip_empty(BlockHandle h) {
 
 void fill_chain(BlockHandle head, const char *bytes, uint32_t n) {
     for (BlockHandle h = head; h != 0; h = block_next(h)) {
-        uint32_t taken = append_to_block(h, bytes, n);
+        const uint32_t taken = append_to_block(h, bytes, n);
         bytes += taken;
         n -= taken;
     }
@@ -111,7 +111,7 @@ int folded_difference(char x, char y) {
 // The folded order of the first n characters of each.
 int compare_run(const char *x, const char *y, uint32_t n) {
     for (uint32_t i = equal_run(x, y, n); i < n; i += equal_run(x + i, y + i, n - i)) {
-        int difference = folded_difference(x[i], y[i]);
+        const int difference = folded_difference(x[i], y[i]);
         if (difference != 0) {
             return difference;
         }
@@ -123,7 +123,7 @@ int compare_run(const char *x, const char *y, uint32_t n) {
 }  // namespace
 
 BlockHandle text_alloc(uint32_t n) {
-    BlockHandle head = block_alloc(k_block_text);
+    const BlockHandle head = block_alloc(k_block_text);
     uint32_t more = n / k_text_block_chars;
     if (more == 0) {
         return head;
@@ -131,7 +131,7 @@ BlockHandle text_alloc(uint32_t n) {
     BlockHandle tail = head;
     for (; more > 0; --more) {
         chain_under_construction_set(head);
-        BlockHandle block = block_alloc(k_block_text);
+        const BlockHandle block = block_alloc(k_block_text);
         block_set_next(tail, block);
         tail = block;
     }
@@ -154,14 +154,14 @@ BlockHandle text_from_cstring(const char *s) {
 }
 
 BlockHandle text_from_bytes(const char *bytes, uint32_t n) {
-    BlockHandle head = text_alloc(n);
+    const BlockHandle head = text_alloc(n);
     fill_chain(head, bytes, n);
     return head;
 }
 
 uint32_t text_missing_blocks(BlockHandle head, uint32_t n) {
-    uint32_t needed = n / k_text_block_chars + 1;
-    uint32_t there = chain_length(head);
+    const uint32_t needed = n / k_text_block_chars + 1;
+    const uint32_t there = chain_length(head);
     return needed > there ? needed - there : 0;
 }
 
@@ -171,7 +171,7 @@ void text_grow(BlockHandle head, uint32_t n) {
     for (uint32_t missing; (missing = text_missing_blocks(head, n)) > 0;) {
         bool alone = true;
         for (; missing > 0 && alone; --missing) {
-            uint32_t free_before = blocks_free();
+            const uint32_t free_before = blocks_free();
             text_insert_block_after(head);
             alone = blocks_free() + 1U == free_before;
         }
@@ -193,9 +193,9 @@ void text_assign(BlockHandle head, const char *bytes, uint32_t n) {
 }
 
 uint32_t text_copy_block(char *d, BlockHandle h, uint32_t i, uint32_t m) {
-    uint32_t used = block_used(h);
-    uint32_t room = i < m ? m - i : 0;
-    uint32_t taken = used < room ? used : room;
+    const uint32_t used = block_used(h);
+    const uint32_t room = i < m ? m - i : 0;
+    const uint32_t taken = used < room ? used : room;
     memcpy(d + i, text_block_chars(h), taken);
     return i + taken;
 }
@@ -225,7 +225,7 @@ bool text_is_blank(BlockHandle head) {
     for (BlockHandle h = head; h != 0; h = block_next(h)) {
         const char *chars = text_block_chars(h);
         for (uint32_t i = 0, used = block_used(h); i < used; ++i) {
-            char c = chars[i];
+            const char c = chars[i];
             if (c != ' ' && c != '\t' && c != '\r' && c != '\n') {
                 return false;
             }
@@ -235,19 +235,19 @@ bool text_is_blank(BlockHandle head) {
 }
 
 BlockHandle text_substring(BlockHandle head, uint32_t from, uint32_t to) {
-    uint32_t length = text_size(head);
-    uint32_t last = length < to ? length : to;
-    uint32_t first = from == 0 ? 1 : from;
+    const uint32_t length = text_size(head);
+    const uint32_t last = length < to ? length : to;
+    const uint32_t first = from == 0 ? 1 : from;
     if (length == 0 || last < first) {
         return 0;
     }
-    BlockHandle result = text_alloc(last - first + 1);
+    const BlockHandle result = text_alloc(last - first + 1);
     BlockHandle target = result;
     uint32_t before = 0;  // characters in the blocks passed
     for (BlockHandle h = head; h != 0 && before < last; h = block_next(h)) {
-        uint32_t used = block_used(h);
+        const uint32_t used = block_used(h);
         uint32_t start = first - 1 > before ? first - 1 - before : 0;
-        uint32_t end = last - before < used ? last - before : used;
+        const uint32_t end = last - before < used ? last - before : used;
         while (start < end) {
             start += append_to_block(target, text_block_chars(h) + start, end - start);
             if (start < end) {
@@ -265,7 +265,7 @@ BlockHandle text_duplicate(BlockHandle head) {
 
 BlockHandle text_insert_block_after(BlockHandle h) {
     CHECK(h != 0);
-    BlockHandle block = block_alloc(k_block_text);
+    const BlockHandle block = block_alloc(k_block_text);
     block_set_next(block, block_next(h));
     block_set_next(h, block);
     return block;
@@ -287,7 +287,7 @@ int text_reader_next() {
             return k_reader_end;
         }
     }
-    int ch = static_cast<signed char>(text_block_chars(reader.block)[reader.position++]);
+    const int ch = static_cast<signed char>(text_block_chars(reader.block)[reader.position++]);
     return ch != 0 ? ch : k_reader_end;
 }
 
@@ -330,11 +330,11 @@ int text_compare(BlockHandle a, BlockHandle b) {
     Place x = place_at_start(a);
     Place y = place_at_start(b);
     for (;;) {
-        uint32_t rest_of_x = x.count - x.index;
-        uint32_t rest_of_y = y.count - y.index;
-        uint32_t n = rest_of_x < rest_of_y ? rest_of_x : rest_of_y;
-        int difference = compare_run(text_block_chars(x.block) + x.index,
-                                     text_block_chars(y.block) + y.index, n);
+        const uint32_t rest_of_x = x.count - x.index;
+        const uint32_t rest_of_y = y.count - y.index;
+        const uint32_t n = rest_of_x < rest_of_y ? rest_of_x : rest_of_y;
+        const int difference = compare_run(text_block_chars(x.block) + x.index,
+                                           text_block_chars(y.block) + y.index, n);
         if (difference != 0) {
             return difference;
         }
@@ -355,7 +355,7 @@ int text_compare_cstring(BlockHandle a, const char *s) {
         const char *chars = text_block_chars(x.block);
         uint32_t n = 0;
         for (; n < x.count && s[n] != 0; ++n) {
-            int difference = folded_difference(chars[n], s[n]);
+            const int difference = folded_difference(chars[n], s[n]);
             if (difference != 0) {
                 return difference;
             }
@@ -371,7 +371,7 @@ int text_compare_cstring(BlockHandle a, const char *s) {
 
 bool text_equals_cstring(BlockHandle a, const char *s) {
     for (BlockHandle h = a; h != 0; h = block_next(h)) {
-        uint32_t used = block_used(h);
+        const uint32_t used = block_used(h);
         if (strncmp(text_block_chars(h), s, used) != 0) {
             return false;
         }

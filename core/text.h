@@ -101,7 +101,7 @@ void text_builder_reset();
 
 // '_' becomes ' ', a to z become A to Z; ch is taken as a signed byte.
 constexpr int fold_char(int ch) {
-    int c = static_cast<signed char>(ch);
+    const int c = static_cast<signed char>(ch);
     if (c == '_') {
         return ' ';
     }

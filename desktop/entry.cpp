@@ -24,7 +24,7 @@ LPWSTR behind_program_name(LPWSTR line) {
 
 // Only the linker calls it, by name.
 [[gnu::externally_visible]] void desktop_entry() {
-    int status = wWinMain(GetModuleHandleW(nullptr), nullptr,
-                          behind_program_name(GetCommandLineW()), SW_SHOWDEFAULT);
+    const int status = wWinMain(GetModuleHandleW(nullptr), nullptr,
+                                behind_program_name(GetCommandLineW()), SW_SHOWDEFAULT);
     ExitProcess(static_cast<UINT>(status));
 }

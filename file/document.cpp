@@ -65,7 +65,7 @@ uint32_t title_name_bytes(const char *name) {
     uint32_t characters = 0;
     uint32_t bytes = 0;
     for (; name[bytes] != 0 && bytes < k_title_name_bytes; ++bytes) {
-        bool begins_character = (name[bytes] & 0xC0) != 0x80;
+        const bool begins_character = (name[bytes] & 0xC0) != 0x80;
         if (begins_character && ++characters > k_title_name_max) {
             break;
         }
@@ -109,7 +109,7 @@ int save_to_path() {
     if (!may_save_over()) {
         return k_left_alone;
     }
-    int code = save_web_file(document.save_path, &document.keep_old, &document.last);
+    const int code = save_web_file(document.save_path, &document.keep_old, &document.last);
     set_web_changed(false);
     return code;
 }
@@ -126,7 +126,7 @@ int save_under_new_path() {
         document.last.known = false;
     }
     adopt_path(document.open_path);
-    int code = save_to_path();
+    const int code = save_to_path();
     show_status_message(code == 0 ? "Saved" : "Not Saved");
     return code;
 }
@@ -224,12 +224,12 @@ int doc_new() {
 
 int doc_open(const char *path) {
     if (web_changed() && doc_confirm_save()) {
-        int code = doc_save();
+        const int code = doc_save();
         if (code != 0) {
             return code;
         }
     }
-    int code = choose_path(path);
+    const int code = choose_path(path);
     if (code != 0) {
         return code;
     }
@@ -265,7 +265,7 @@ int doc_save_if_changed() {
     if (!web_changed() || !doc_confirm_save()) {
         return 0;
     }
-    int code = doc_save();
+    const int code = doc_save();
     if (code != 0) {
         set_web_changed(true);
     }

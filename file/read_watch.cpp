@@ -23,7 +23,7 @@ static struct Watch {
 } watch;
 
 void note(ReadFinding finding, int tag, uint32_t line, const char *text) {
-    ReadNote made = {finding, tag, line, text};
+    const ReadNote made = {finding, tag, line, text};
     watch.observer(&made);
 }
 
@@ -133,7 +133,7 @@ void hear_option(int tag) {
 // Blanks and line ends behind the end mark belong to no web and hurt none.
 void hear_bytes_after_end() {
     for (;;) {
-        int c = web_in_byte();
+        const int c = web_in_byte();
         if (c == 0 && tokens_ended()) {
             return;
         }

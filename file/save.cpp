@@ -30,9 +30,9 @@ bool is_whole(const char *path) {
         return false;
     }
     char end[k_web_end_bytes];
-    bool whole = fseek(file, -k_web_end_bytes, SEEK_END) == 0 &&
-                 fread(end, 1, sizeof end, file) == sizeof end &&
-                 memcmp(end, k_web_end, sizeof end) == 0;
+    const bool whole = fseek(file, -k_web_end_bytes, SEEK_END) == 0 &&
+                       fread(end, 1, sizeof end, file) == sizeof end &&
+                       memcmp(end, k_web_end, sizeof end) == 0;
     fclose(file);
     return whole;
 }
@@ -55,9 +55,9 @@ bool is_same(const Fingerprint &one, const Fingerprint &other) {
 // from its end, where the name is.
 void say_kept(const char *what) {
     const char *path = file_kept_path();
-    size_t length = strlen(path);
-    size_t before = strlen(what);
-    size_t room = sizeof save.message - before - 1;
+    const size_t length = strlen(path);
+    const size_t before = strlen(what);
+    const size_t room = sizeof save.message - before - 1;
     const char *shown = length > room ? path + (length - room) : path;
     memcpy(save.message, what, before);
     strcpy(save.message + before, shown);
@@ -77,7 +77,7 @@ int finish() {
     if (file_replace_finish()) {
         return 0;
     }
-    int code = report_error(k_cannot_write_web);
+    const int code = report_error(k_cannot_write_web);
     if (*file_kept_path() != 0) {
         say_kept("The file as it was is kept in ");
     }
@@ -104,7 +104,7 @@ Fingerprint fingerprint_of(FILE *file) {
         return print;
     }
     for (;;) {
-        size_t n = fread(save.bytes, 1, sizeof save.bytes, file);
+        const size_t n = fread(save.bytes, 1, sizeof save.bytes, file);
         for (size_t i = 0; i < n; ++i) {
             print.checksum = (print.checksum ^ save.bytes[i]) * k_checksum_factor;
         }
@@ -120,12 +120,12 @@ Fingerprint fingerprint_of(FILE *file) {
 }
 
 bool web_file_is(const char *path, const Fingerprint &version) {
-    Fingerprint now = version.known ? fingerprint_at(path) : k_no_version;
+    const Fingerprint now = version.known ? fingerprint_at(path) : k_no_version;
     return now.known && is_same(now, version);
 }
 
 bool web_file_changed(const char *path, const Fingerprint &last) {
-    Fingerprint now = last.known ? fingerprint_at(path) : k_no_version;
+    const Fingerprint now = last.known ? fingerprint_at(path) : k_no_version;
     return now.known && !is_same(now, last);
 }
 
@@ -139,7 +139,7 @@ int save_web_file(const char *path, bool *keep_old, Fingerprint *written) {
         file_replace_abandon();
         return code;
     }
-    Fingerprint print = fingerprint_of(file);
+    const Fingerprint print = fingerprint_of(file);
     if (!keep_as_bad(path, keep_old)) {
         file_replace_abandon();
         return report_error(k_cannot_open_web);

@@ -33,7 +33,7 @@ StagedCell staged_next(StagedCell cell) {
 
 // Takes the token text as the name of a new staged cell.
 void stage_cell() {
-    StagedCell cell = block_alloc(k_block_node);
+    const StagedCell cell = block_alloc(k_block_node);
     cell_set_kind(cell, k_cell_live);
     cell_set_name(cell, token_take());
     if (staging.last != 0) {
@@ -84,14 +84,14 @@ void apply_value() {
         tokens_drop_text();
         return;
     }
-    BlockHandle value = val_from_text(token_take());
+    const BlockHandle value = val_from_text(token_take());
     note_replaced_value(cell_value(staging.last));
     val_free(cell_value(staging.last));
     cell_set_value(staging.last, value);
 }
 
 void apply_option(int tag) {
-    OptionId id = web_tag_option(tag);
+    const OptionId id = web_tag_option(tag);
     if (id != k_option_count) {
         option_apply_text(id, token_text());
     }
@@ -119,7 +119,7 @@ void merge(StagedCell staged, CellHandle cell) {
 // A staged node becomes the cell's node as it stands; a name that is there already gives it up. The
 // search for its name begins at `from`. Returns the node that has the name.
 CellHandle commit_one(StagedCell staged, CellHandle from) {
-    CellHandle existing = index_link_new(staged, &from);
+    const CellHandle existing = index_link_new(staged, &from);
     if (existing == 0) {
         return staged;
     }
@@ -131,11 +131,12 @@ CellHandle commit_one(StagedCell staged, CellHandle from) {
 // found from `from`. Names that come in order belong below the last one that parted them, unless
 // the home cell, which alone was there before, is among them.
 CellHandle search_from(CellHandle node, int side, CellHandle from) {
-    CellHandle home = index_root();
+    const CellHandle home = index_root();
     if (!staging.in_order) {
         return home;
     }
-    bool home_among = from == home && side * text_compare(cell_name(home), cell_name(node)) > 0;
+    const bool home_among =
+        from == home && side * text_compare(cell_name(home), cell_name(node)) > 0;
     return home_among ? home : node;
 }
 
@@ -143,14 +144,14 @@ CellHandle search_from(CellHandle node, int side, CellHandle from) {
 // its order. The recursion is as deep as the run's logarithm.
 void commit_run(StagedCell first, uint32_t n, CellHandle from) {
     while (n > 0) {
-        uint32_t before = (n - 1) / 2;
+        const uint32_t before = (n - 1) / 2;
         StagedCell middle = first;
         for (uint32_t i = before; i > 0; --i) {
             middle = staged_next(middle);
         }
         CHECK(middle != 0);
-        StagedCell after = staged_next(middle);
-        CellHandle node = commit_one(middle, from);
+        const StagedCell after = staged_next(middle);
+        const CellHandle node = commit_one(middle, from);
         commit_run(after, n - 1 - before, search_from(node, 1, from));
         from = search_from(node, -1, from);
         n = before;
@@ -172,7 +173,7 @@ void web_commit_staged() {
 void web_discard_staged() {
     StagedCell cell = staging.first;
     while (cell != 0) {
-        StagedCell next = staged_next(cell);
+        const StagedCell next = staged_next(cell);
         release_read_fields(cell);
         node_free(cell);
         cell = next;
@@ -182,7 +183,7 @@ void web_discard_staged() {
 
 // What one element began and another one's tag ended is found where nobody looks for it.
 void note_misplaced_text(int tag) {
-    int opened = token_opened();
+    const int opened = token_opened();
     if (opened != tag && !web_tag_groups(opened) && !web_tag_groups(tag) &&
         web_tag_field(opened) != web_tag_field(tag)) {
         tokens_drop_text();
@@ -196,7 +197,7 @@ int read_elements() {
         watch->begin();
     }
     for (;;) {
-        int tag = token_next_closing();
+        const int tag = token_next_closing();
         if (watch != nullptr) {
             watch->closing(tag);
         }
@@ -205,7 +206,7 @@ int read_elements() {
             return 0;
         }
         note_misplaced_text(tag);
-        int code = web_apply_close_tag(tag);
+        const int code = web_apply_close_tag(tag);
         if (code < 0) {
             return code;
         }
@@ -251,7 +252,7 @@ int web_read(FILE *file) {
     web_reset("home");
     forget_staged();
     tokens_begin(file);
-    int code = read_elements();
+    const int code = read_elements();
     if (code < 0) {
         web_discard_staged();
         tokens_end();
@@ -277,7 +278,7 @@ bool web_read_failed() {
 }
 
 bool web_read_was_whole() {
-    bool end_mark_is_due = tokens_ran_out() && tokens_had_tag();
+    const bool end_mark_is_due = tokens_ran_out() && tokens_had_tag();
     return staging.finished && !end_mark_is_due && !tokens_lost_something();
 }
 

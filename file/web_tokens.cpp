@@ -78,7 +78,7 @@ void tell(ReadFinding finding) {
 
 // A name that means nothing becomes text, as much of it as was kept.
 void put_name(ReadFinding finding, ReadFinding finding_when_cut) {
-    bool cut = tokens.name_length > k_name_max;
+    const bool cut = tokens.name_length > k_name_max;
     tokens.lost |= cut;
     tell(cut ? finding_when_cut : finding);
     put_text(tokens.name, kept_of_name());
@@ -110,7 +110,7 @@ State end_input_in_tag() {
 }
 
 State end_entity() {
-    uint64_t name = name_read();
+    const uint64_t name = name_read();
     if (name == name_word("amp")) {
         put_text("&", 1);
     } else if (name == name_word("lt")) {
@@ -122,7 +122,7 @@ State end_entity() {
 }
 
 State end_tag() {
-    int tag = web_tag_find(name_read());
+    const int tag = web_tag_find(name_read());
     if (tag < 0) {
         put_name(ReadFinding::unknown_tag, ReadFinding::long_tag);
         return State::text;
@@ -169,13 +169,13 @@ void append_line_end_to_name(bool after_cr) {
 
 // Takes what is at p: a byte without a case of its own, and more such ones.
 inline const uint8_t *append_run_to_name(const uint8_t *p) {
-    uint32_t n = 1 + run_of_letters(p + 1);
+    const uint32_t n = 1 + run_of_letters(p + 1);
     append_to_name(reinterpret_cast<const char *>(p), n);
     return p + n;
 }
 
 const uint8_t *put_run(const uint8_t *p) {
-    uint32_t n = run_to<'<', '&', '\n', 0>(p);
+    const uint32_t n = run_to<'<', '&', '\n', 0>(p);
     put_text(reinterpret_cast<const char *>(p), n);
     return p + n;
 }
@@ -310,7 +310,7 @@ BlockHandle token_text() {
 }
 
 BlockHandle token_take() {
-    BlockHandle text = tokens.text;
+    const BlockHandle text = tokens.text;
     tokens.text = 0;
     return text;
 }
@@ -366,7 +366,7 @@ const ReadWatch *tokens_watch() {
 }
 
 int web_in_byte() {
-    int c = byte_input_next(&tokens.input);
+    const int c = byte_input_next(&tokens.input);
     if (c == '\n') {
         ++tokens.line;
     }

@@ -62,7 +62,7 @@ int write_bytes(const char *bytes, uint32_t n) {
     const uint8_t *p = reinterpret_cast<const uint8_t *>(bytes);
     uint32_t done = 0;
     for (;;) {
-        uint32_t run = run_before<'<', '&'>(p + done, n - done);
+        const uint32_t run = run_before<'<', '&'>(p + done, n - done);
         int code = byte_output_write(&writer.bytes, bytes + done, run);
         done += run;
         if (code < 0 || done == n) {
@@ -126,7 +126,7 @@ int write_name(CellHandle cell) {
 
 // Values that came from a file have their text at hand, so nothing is allocated here.
 int write_value(CellHandle cell) {
-    BlockHandle value = cell_value(cell);
+    const BlockHandle value = cell_value(cell);
     if (value == 0) {
         return 0;
     }

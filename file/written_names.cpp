@@ -44,8 +44,8 @@ CutName cut(BlockHandle name) {
 bool some_cell_has(const CutName *name) {
     CellHandle node = index_root();
     while (node != 0) {
-        CutName other = cut(cell_name(node));
-        int comparison = compare(name, &other);
+        const CutName other = cut(cell_name(node));
+        const int comparison = compare(name, &other);
         if (comparison == 0) {
             return true;
         }
@@ -62,7 +62,7 @@ void put_number(CutName *name, uint32_t number) {
 }
 
 bool begins_alike(BlockHandle name, const CutName *as) {
-    CutName other = cut(name);
+    const CutName other = cut(name);
     return compare(as, &other) == 0;
 }
 
@@ -74,8 +74,8 @@ void written_names_begin() {
 }
 
 const char *written_name(CellHandle cell) {
-    BlockHandle name = cell_name(cell);
-    BlockHandle before = names.before;
+    const BlockHandle name = cell_name(cell);
+    const BlockHandle before = names.before;
     names.before = name;
     if (block_next(name) == 0 || text_size(name) <= k_cellname_max) {
         return nullptr;

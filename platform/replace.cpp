@@ -30,13 +30,13 @@ static struct Replacement {
 
 // Removing must not hide why something is removed.
 void remove_quietly(const char *path) {
-    int reason = errno;
+    const int reason = errno;
     system_remove(path);
     errno = reason;
 }
 
 bool close_written(FILE *file, bool good) {
-    int reason = errno;
+    const int reason = errno;
     if (fclose(file) != 0) {
         return false;
     }
@@ -45,14 +45,14 @@ bool close_written(FILE *file, bool good) {
 }
 
 long length_of(FILE *file) {
-    long length = fseek(file, 0, SEEK_END) == 0 ? ftell(file) : -1;
+    const long length = fseek(file, 0, SEEK_END) == 0 ? ftell(file) : -1;
     return fseek(file, 0, SEEK_SET) == 0 ? length : -1;
 }
 
 // Copies the rest of a file and brings it to the disk.
 bool copy_bytes(FILE *in, FILE *out) {
     for (;;) {
-        size_t n = fread(replacement.bytes, 1, sizeof replacement.bytes, in);
+        const size_t n = fread(replacement.bytes, 1, sizeof replacement.bytes, in);
         if (n == 0) {
             return ferror(in) == 0 && fflush(out) == 0;
         }
@@ -69,7 +69,7 @@ bool put_first(FILE *file, int byte) {
 // Between two versions a file begins with a NUL, which no web does: whoever finds it so knows that
 // it is half written.
 bool overwrite(FILE *in, FILE *out, long length) {
-    int first = length > 0 ? getc(in) : 0;
+    const int first = length > 0 ? getc(in) : 0;
     return put_first(out, 0) && copy_bytes(in, out) && system_cut(out, length) &&
            system_to_disk(out) && (length == 0 || put_first(out, first));
 }
@@ -81,7 +81,7 @@ bool copy_over(const char *from, const char *to, bool *touched) {
     FILE *out = in != nullptr ? file_open(to, "r+b") : nullptr;
     bool good = false;
     if (out != nullptr) {
-        long length = length_of(in);
+        const long length = length_of(in);
         good = length >= 0 && system_make_room(out, length);
         *touched |= good;
         good = good && overwrite(in, out, length);
@@ -126,7 +126,7 @@ bool numbered_path(char *to, const char *path, const char *suffix, unsigned numb
 // True for a file into which a program was writing that was killed.
 bool is_half_written(const char *path) {
     FILE *file = file_open(path, "rb");
-    bool half = file != nullptr && getc(file) == 0;
+    const bool half = file != nullptr && getc(file) == 0;
     if (file != nullptr) {
         fclose(file);
     }
@@ -175,7 +175,7 @@ bool write_in_place() {
         replacement.kept[0] = 0;
         return true;
     }
-    int reason = errno;
+    const int reason = errno;
     if (!touched) {
         system_remove(replacement.kept);
         replacement.kept[0] = 0;
@@ -233,7 +233,7 @@ FILE *file_replace_begin(const char *path) {
 bool file_replace_finish() {
     FILE *file = replacement.file;
     replacement.file = nullptr;
-    bool straight = replacement.way == Way::straight;
+    const bool straight = replacement.way == Way::straight;
     bool good = fflush(file) == 0 && ferror(file) == 0 && (straight || system_to_disk(file));
     good = close_written(file, good);
     if (straight) {
@@ -255,7 +255,7 @@ void file_replace_abandon() {
     if (replacement.file == nullptr) {
         return;
     }
-    int reason = errno;
+    const int reason = errno;
     fclose(replacement.file);
     replacement.file = nullptr;
     if (replacement.way != Way::straight) {

@@ -25,8 +25,8 @@ int save_command(int (*save)()) {
     if (refused_while_busy()) {
         return k_output_in_use;
     }
-    bool stored = try_store_current_text();
-    int code = save();
+    const bool stored = try_store_current_text();
+    const int code = save();
     if (!stored) {
         set_web_changed(true);
         return code;
@@ -41,7 +41,7 @@ int doc_command_new() {
         return k_output_in_use;
     }
     store_current_text();
-    int code = doc_new();
+    const int code = doc_new();
     if (code != k_left_alone) {
         output_reset();
         trail_reset();
@@ -58,7 +58,7 @@ int doc_command_open_path(const char *path) {
         return k_output_in_use;
     }
     store_current_text();
-    int code = doc_open(path);
+    const int code = doc_open(path);
     if (code == 0) {
         trail_reset();
     }

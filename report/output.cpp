@@ -129,7 +129,7 @@ bool unescape(char *c) {
 // Writes a character as the newline mode wants it: "lf" has no CR, "cr" no LF, "crlf" keeps both.
 // In mode "cr" a lone LF becomes CR.
 ErrorCode write_to_file(char c) {
-    bool after_cr = output.last == '\r';
+    const bool after_cr = output.last == '\r';
     output.last = c;
     switch (option_onewl()) {
     case k_newline_lf:
@@ -170,7 +170,7 @@ ErrorCode put(char c) {
     if (!output.to_file) {
         return 0;
     }
-    ErrorCode code = write_to_file(c);
+    const ErrorCode code = write_to_file(c);
     return code < 0 ? stop(code) : 0;
 }
 
@@ -203,7 +203,7 @@ ErrorCode output_open() {
     output.quote = 0;
     output.last = 0;
     if (output.to_file) {
-        ErrorCode code = open_file();
+        const ErrorCode code = open_file();
         if (code < 0) {
             return code;
         }
@@ -228,7 +228,7 @@ ErrorCode output_char(char c) {
         return 0;
     }
     if (!output.open) {
-        ErrorCode code = output_open();
+        const ErrorCode code = output_open();
         if (code < 0) {
             return stop(code);
         }

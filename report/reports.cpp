@@ -24,7 +24,7 @@ namespace {
 ErrorCode substitute(char c, CellHandle cell) {
     switch (c) {
     case 'n': {
-        ErrorCode code = output_char('\r');
+        const ErrorCode code = output_char('\r');
         return code == 0 ? output_char('\n') : code;
     }
     case 'N':
@@ -99,7 +99,7 @@ int report_run() {
         selected_text_free();
     }
     reports.result = run_chosen_report();
-    ErrorCode closing = output_close();
+    const ErrorCode closing = output_close();
     if (reports.result == 0) {
         reports.result = closing;
     }
@@ -131,10 +131,11 @@ ErrorCode report_formatted_cell(const char *format, CellHandle cell) {
 
 ErrorCode report_out_pointers(CellHandle cell) {
     ErrorCode code = name_line("", cell);
-    BlockHandle list = cell_out_pointers(cell);
+    const BlockHandle list = cell_out_pointers(cell);
     LinkEntry *entry = code == 0 ? link_list_first(list) : nullptr;
     while (entry != nullptr && entry->kind != k_link_end) {
-        CellHandle target = entry->kind == k_link_cell ? cell_by_number(link_target(entry)) : 0;
+        const CellHandle target =
+            entry->kind == k_link_cell ? cell_by_number(link_target(entry)) : 0;
         if (target != 0) {
             code = name_line("    >", target);
             if (code < 0) {
@@ -148,7 +149,7 @@ ErrorCode report_out_pointers(CellHandle cell) {
 
 ErrorCode report_in_pointers(CellHandle cell) {
     ErrorCode code = name_line("", cell);
-    int32_t number = cell_number_of(cell);
+    const int32_t number = cell_number_of(cell);
     for (CellHandle from = first_live(); from != 0 && code == 0 && !output_aborted();
          from = next_live(from)) {
         if (link_list_names(cell_out_pointers(from), number)) {
@@ -204,7 +205,7 @@ ErrorCode report_selected_cells() {
 }
 
 ErrorCode report_current_cell() {
-    CellHandle cell = current_cell();
+    const CellHandle cell = current_cell();
     if (cell == 0) {
         return 0;
     }
@@ -213,7 +214,7 @@ ErrorCode report_current_cell() {
     } else if (needs_links()) {
         links_build(cell);
     }
-    ErrorCode code = output_aborted() ? 0 : report_cell(cell);
+    const ErrorCode code = output_aborted() ? 0 : report_cell(cell);
     if (needs_all_links()) {
         links_drop_all();
     } else if (needs_links()) {

@@ -24,7 +24,7 @@ LRESULT on_setting_change(HWND window, UINT, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT on_activate(HWND window, UINT, WPARAM wparam, LPARAM lparam) {
-    bool active = LOWORD(wparam) != WA_INACTIVE;
+    const bool active = LOWORD(wparam) != WA_INACTIVE;
     if (active) {
         activation.record.fReserved = 0;
         activation.record.hwndLastFocus = nullptr;  // may be a pane that has gone out of sight

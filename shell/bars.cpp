@@ -34,7 +34,7 @@ bool menu_bar_make(HWND parent) {
     info.hInstRes = program_instance();
     info.nBmpId = RES_BAR_IMAGES;
     info.cBmpImages = BAR_IMAGE_COUNT;
-    bool made = SHCreateMenuBar(&info) != FALSE;
+    const bool made = SHCreateMenuBar(&info) != FALSE;
     bars.menu_bar = made ? info.hwndMB : nullptr;
     return made;
 }

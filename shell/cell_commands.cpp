@@ -19,7 +19,7 @@ namespace {
 // Goes to the cell of that name or creates it, as a followed word does. Where the user is already
 // there, the trail gets no entry.
 void go_or_create(const char *name) {
-    CellHandle cell = cell_lookup(name);
+    const CellHandle cell = cell_lookup(name);
     if (cell == 0 || cell != current_cell()) {
         go_to_name(name);
     }
@@ -54,7 +54,7 @@ void create_from_box() {
 // Leaves the selected word in commands.name. False when nothing is selected.
 bool take_selected_name() {
     const char *text = selected_text();
-    bool selected = *text != 0;
+    const bool selected = *text != 0;
     copy_characters(commands.name, text, k_read_name_max);
     selected_text_free();
     cellname_normalise(commands.name);
@@ -84,7 +84,7 @@ void follow_selection() {
 // Goes to the cell named in the box or creates it; the name is valid and not the current one.
 void go_to_box_name() {
     copy_characters(commands.name, cellname_box_name(), k_cellname_max);
-    CellHandle cell = cell_lookup(commands.name);
+    const CellHandle cell = cell_lookup(commands.name);
     if (cell == 0) {
         new_cell(commands.name);
     } else {
@@ -120,7 +120,7 @@ NameSource new_name_source(PaneIndex active) {
 }
 
 NameSource follow_name_source(PaneIndex active) {
-    NameSource source = new_name_source(active);
+    const NameSource source = new_name_source(active);
     return source == NameSource::dialog ? NameSource::none : source;
 }
 

@@ -36,7 +36,7 @@ LRESULT CALLBACK list_proc(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     case WM_CHAR:
         return 0;
     case WM_SETFOCUS: {
-        LRESULT result = CallWindowProcW(list.previous, window, message, wparam, lparam);
+        LRESULT const result = CallWindowProcW(list.previous, window, message, wparam, lparam);
         set_active_pane(k_pane_list);
         return result;
     }
@@ -83,11 +83,11 @@ void cell_list_create(HWND parent) {
 }
 
 void cell_list_selection_changed(const NMTREEVIEWW *change) {
-    bool by_user = change->action == TVC_BYMOUSE || change->action == TVC_BYKEYBOARD;
+    const bool by_user = change->action == TVC_BYMOUSE || change->action == TVC_BYKEYBOARD;
     if (!by_user || change->itemNew.lParam == 0) {
         return;
     }
-    CellHandle cell = static_cast<CellHandle>(change->itemNew.lParam & 0xFFFF);
+    const CellHandle cell = static_cast<CellHandle>(change->itemNew.lParam & 0xFFFF);
     if (go_to_cell(cell) != cell) {
         cell_list_select_current();
     }
@@ -105,7 +105,7 @@ ListItem cell_list_insert_item(CellHandle cell) {
 void cell_list_fill() {
     cell_list_clear();
     SendMessageW(list.window, WM_SETREDRAW, FALSE, 0);
-    CellHandle root = index_root();
+    const CellHandle root = index_root();
     for (CellHandle cell = index_first(root); cell != 0; cell = index_next(cell)) {
         if (is_live_cell(cell)) {
             list.items[cell] = insert(cell, TVI_LAST);

@@ -51,7 +51,7 @@ void show_fresh_web() {
 }
 
 void on_file_new(const Command &) {
-    int code = doc_command_new();
+    const int code = doc_command_new();
     if (code != k_output_in_use && code != k_left_alone) {
         show_fresh_web();
     }
@@ -140,7 +140,7 @@ void on_cell_clone(const Command &) {
 }
 
 void on_cell_delete(const Command &) {
-    CellHandle cell = current_cell();
+    const CellHandle cell = current_cell();
     delete_cell();
     if (current_cell() != cell) {
         cellname_box_close_list();
@@ -283,7 +283,7 @@ void run_command(WORD id, WORD notification) {
 
 // The panes tell about the zoom that they are given here too, which is the option's by then.
 void pane_zoomed(HWND pane) {
-    int32_t zoom = static_cast<int32_t>(sci(pane, SCI_GETZOOM));
+    const int32_t zoom = static_cast<int32_t>(sci(pane, SCI_GETZOOM));
     if (zoom == option_zoom()) {
         return;
     }

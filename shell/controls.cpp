@@ -26,7 +26,7 @@ void load_scintilla() {
 
 // The window fills what the input panel leaves of the screen.
 void place_main_window(HWND window) {
-    Area area = visible_area();
+    const Area area = visible_area();
     SetWindowPos(window, nullptr, 0, 0, area.width, area.height, SWP_NOMOVE | SWP_NOZORDER);
     compute_layout(area.width, area.height);
 }

@@ -52,7 +52,7 @@ void show_help_page(HelpPage page) {
     if (refused_while_busy()) {
         return;
     }
-    uint8_t destination = option_odest();
+    const uint8_t destination = option_odest();
     set_option_odest(k_output_console);
     output_clear_stop();
     for (const Page &candidate : k_pages) {

@@ -101,15 +101,15 @@ void layout_set_slot(int32_t index, int32_t value) {
 }
 
 void place_panes(ViewIndex view) {
-    bool text = view == k_view_text;
-    bool console = view == k_view_console;
+    const bool text = view == k_view_text;
+    const bool console = view == k_view_console;
     place(pane_window(k_pane_list), !text && !console, k_list_inset);
     place_text(pane_window(k_pane_text), text);
     place_text(pane_window(k_pane_console), console);
 }
 
 void lay_out(WPARAM size_type, LPARAM size) {
-    Area area = visible_area();
+    const Area area = visible_area();
     compute_layout(area.width, area.height);
     apply_layout();
     layout.size_type = size_type;

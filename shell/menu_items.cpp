@@ -19,7 +19,8 @@ void show_item(HMENU popup, UINT command, bool can_act) {
 }  // namespace
 
 void grey_dead_items(HMENU popup) {
-    bool selected = ask_active_pane(SCI_GETSELECTIONSTART) != ask_active_pane(SCI_GETSELECTIONEND);
+    const bool selected =
+        ask_active_pane(SCI_GETSELECTIONSTART) != ask_active_pane(SCI_GETSELECTIONEND);
     show_item(popup, CMD_SELECT_ALL, active_pane_is_text());
     show_item(popup, CMD_CUT, selected);
     show_item(popup, CMD_COPY, selected);

@@ -64,7 +64,7 @@ ViewIndex view_of_tab(int tab) {
 }
 
 void refresh_current_view() {
-    bool changed = web_changed();
+    const bool changed = web_changed();
     cellname_box_show_current();
     show_cell_text();
     set_web_changed(changed);

@@ -86,7 +86,7 @@ BlockHandle copy_aux_block(BlockHandle source) {
     if (source == 0) {
         return 0;
     }
-    BlockHandle copy = block_alloc(k_block_plain);
+    const BlockHandle copy = block_alloc(k_block_plain);
     memcpy(block_ptr(copy) + k_cloned_aux_at, block_ptr(source) + k_cloned_aux_at,
            k_cloned_aux_bytes);
     return copy;
@@ -102,13 +102,13 @@ BlockHandle parked(BlockHandle head) {
 CellHandle make_clone(CellHandle source) {
     CHECK(is_live_cell(source));
     store_if_current();
-    BlockHandle text = parked(text_duplicate(cell_text(source)));
-    BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));
-    BlockHandle script = parked(text_duplicate(cell_script(source)));
+    const BlockHandle text = parked(text_duplicate(cell_text(source)));
+    const BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));
+    const BlockHandle script = parked(text_duplicate(cell_script(source)));
     ops.cloned_value = val_copy(cell_value(source));
     parked(copy_aux_block(cell_view_state(source)));
     parked(copy_aux_block(cell_spare_block(source)));
-    CellHandle clone = cell_create(index_root_address(), ops.name);
+    const CellHandle clone = cell_create(index_root_address(), ops.name);
     for (int i = 0; i < 5; ++i) {
         chain_unpark();
     }
@@ -216,14 +216,14 @@ CellHandle clone_cell(const char *name) {
         show_warning("Duplicate cell name supplied", k_product_name);
         return 0;
     }
-    CellHandle clone = make_clone(current_cell());
+    const CellHandle clone = make_clone(current_cell());
     show_created(clone);
     set_web_changed(true);
     return clone;
 }
 
 void delete_cell() {
-    CellHandle cell = current_cell();
+    const CellHandle cell = current_cell();
     if (cell == 0 || refused_while_busy()) {
         return;
     }
@@ -293,14 +293,14 @@ void forward() {
         return;
     }
     store_if_current();
-    CellHandle cell = forward_pop();
+    const CellHandle cell = forward_pop();
     if (cell != 0) {
         go_to_cell(cell);
     }
 }
 
 void jump_to_trail_entry(const char *name) {
-    CellHandle entry = find_trail_entry(name);
+    const CellHandle entry = find_trail_entry(name);
     jump_to_trail_cell(entry == 0 && strcmp(name, "home") == 0 ? index_root() : entry);
 }
 

@@ -17,7 +17,7 @@ constexpr uint32_t k_selection_end_at = k_block_payload_at + 16;
 BlockHandle view_block(CellHandle cell) {
     CHECK(is_live_cell(cell));
     if (cell_view_state(cell) == 0) {
-        BlockHandle block = block_try_alloc(k_block_plain);
+        const BlockHandle block = block_try_alloc(k_block_plain);
         if (cell_view_state(cell) == 0) {
             cell_set_view_state(cell, block);
         } else {
@@ -30,7 +30,7 @@ BlockHandle view_block(CellHandle cell) {
 // Gives the cell a text to grow; see view_block() for the second look.
 void ensure_text(CellHandle cell) {
     if (cell_text(cell) == 0) {
-        BlockHandle text = text_alloc(0);
+        const BlockHandle text = text_alloc(0);
         if (cell_text(cell) == 0) {
             cell_set_text(cell, text);
         } else {
@@ -63,7 +63,7 @@ bool cell_text_fits(CellHandle cell, uint32_t n) {
 }
 
 void cell_store_view(CellHandle cell, const ViewState *view) {
-    BlockHandle block = view_block(cell);
+    const BlockHandle block = view_block(cell);
     if (block != 0) {
         block_set32(block, k_first_line_at, static_cast<uint32_t>(view->first_line));
         block_set32(block, k_selection_start_at, static_cast<uint32_t>(view->selection_start));
@@ -73,7 +73,7 @@ void cell_store_view(CellHandle cell, const ViewState *view) {
 
 ViewState cell_view(CellHandle cell) {
     ViewState view = {0, 0, 0};
-    BlockHandle block = view_block(cell);
+    const BlockHandle block = view_block(cell);
     if (block != 0) {
         view.first_line = static_cast<int32_t>(block_get32(block, k_first_line_at));
         view.selection_start = static_cast<int32_t>(block_get32(block, k_selection_start_at));

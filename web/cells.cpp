@@ -70,12 +70,12 @@ CellHandle cell_lookup(const char *name) {
 }
 
 CellHandle cell_lookup_in(CellHandle root, const char *name) {
-    CellHandle node = index_find(root, name);
+    const CellHandle node = index_find(root, name);
     return is_live_cell(node) ? node : 0;
 }
 
 CellHandle cell_create(CellHandle *root, const char *name) {
-    CellHandle cell = index_find_or_insert(name, root, k_cell_live);
+    const CellHandle cell = index_find_or_insert(name, root, k_cell_live);
     if (cell == 0) {
         return 0;
     }

@@ -17,7 +17,7 @@ struct Descent {
 // Goes down to where the node belongs, stopping at an equal name if asked to.
 Descent descend(CellHandle node, CellHandle root, bool stop_at_equal) {
     CHECK(is_node(node));
-    BlockHandle name = cell_name(node);
+    const BlockHandle name = cell_name(node);
     Descent at = {0, 0};
     for (CellHandle next = root; next != 0;) {
         at.node = next;
@@ -76,9 +76,9 @@ CellHandle balance(CellHandle *list, uint32_t n) {
     if (n == 0) {
         return 0;
     }
-    uint32_t before = (n - 1) / 2;
-    CellHandle left = balance(list, before);
-    CellHandle middle = *list;
+    const uint32_t before = (n - 1) / 2;
+    const CellHandle left = balance(list, before);
+    const CellHandle middle = *list;
     CHECK(middle != 0);
     *list = node_right(middle);
     hang_left(middle, left);
@@ -89,7 +89,7 @@ CellHandle balance(CellHandle *list, uint32_t n) {
 // First node of a post-order walk of this subtree.
 CellHandle deepest_first(CellHandle node) {
     for (;;) {
-        CellHandle child = node_left(node) != 0 ? node_left(node) : node_right(node);
+        const CellHandle child = node_left(node) != 0 ? node_left(node) : node_right(node);
         if (child == 0) {
             return node;
         }
@@ -110,7 +110,7 @@ CellHandle live_from(CellHandle node, CellHandle (*neighbour)(CellHandle)) {
 CellHandle index_find(CellHandle root, const char *name) {
     CellHandle node = root;
     while (node != 0) {
-        int comparison = text_compare_cstring(cell_name(node), name);
+        const int comparison = text_compare_cstring(cell_name(node), name);
         if (comparison == 0) {
             break;
         }
@@ -122,7 +122,7 @@ CellHandle index_find(CellHandle root, const char *name) {
 CellHandle index_find_text(CellHandle root, BlockHandle name) {
     CellHandle node = root;
     while (node != 0) {
-        int comparison = text_compare(name, cell_name(node));
+        const int comparison = text_compare(name, cell_name(node));
         if (comparison == 0) {
             break;
         }
@@ -133,7 +133,7 @@ CellHandle index_find_text(CellHandle root, BlockHandle name) {
 
 CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind) {
     chain_park(name);
-    CellHandle node = block_alloc(k_block_node);
+    const CellHandle node = block_alloc(k_block_node);
     chain_unpark();
     cell_set_name(node, name);
     cell_set_kind(node, kind);
@@ -146,7 +146,7 @@ void index_link(CellHandle node, CellHandle *root) {
 }
 
 CellHandle index_link_new(CellHandle node, CellHandle *root) {
-    Descent at = descend(node, *root, true);
+    const Descent at = descend(node, *root, true);
     if (at.node != 0 && at.comparison == 0) {
         return at.node;
     }
@@ -155,7 +155,7 @@ CellHandle index_link_new(CellHandle node, CellHandle *root) {
 }
 
 CellHandle index_balanced(CellHandle first, uint32_t n) {
-    CellHandle root = balance(&first, n);
+    const CellHandle root = balance(&first, n);
     node_set_parent(root, 0);
     return root;
 }
@@ -168,7 +168,7 @@ void index_replace(CellHandle old, CellHandle node, CellHandle *root) {
 
 void index_raise(CellHandle node, CellHandle *root) {
     while (node_parent(node) != 0) {
-        CellHandle parent = node_parent(node);
+        const CellHandle parent = node_parent(node);
         take_place(node, parent, node_parent(parent), root);
         if (node_left(parent) == node) {
             hang_left(parent, node_right(node));
@@ -181,7 +181,7 @@ void index_raise(CellHandle node, CellHandle *root) {
 }
 
 CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind) {
-    CellHandle node = index_find(*root, name);
+    const CellHandle node = index_find(*root, name);
     if (node == 0) {
         return index_insert(text_from_cstring(name), root, kind);
     }
@@ -248,7 +248,7 @@ void index_walk(CellHandle root, void (*function)(CellHandle node)) {
         CellHandle next = 0;
         if (node != root) {
             next = node_parent(node);
-            CellHandle sibling = node_right(next);
+            const CellHandle sibling = node_right(next);
             if (node_left(next) == node && sibling != 0) {
                 next = deepest_first(sibling);
             }

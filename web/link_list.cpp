@@ -42,8 +42,8 @@ LinkEntry *entry_at(BlockHandle block, uint32_t index) {
 
 // Puts an empty entry block behind the last one of the list.
 LinkEntry *append_block(BlockHandle list) {
-    BlockHandle block = block_alloc(k_block_link);
-    BlockHandle last = block_get16(list, k_last_block_at);
+    const BlockHandle block = block_alloc(k_block_link);
+    const BlockHandle last = block_get16(list, k_last_block_at);
     if (last == 0) {
         block_set16(list, k_first_block_at, block);
         set_byte(list, k_first_index_at, 0);
@@ -69,7 +69,7 @@ void link_set_target(LinkEntry *entry, int32_t number) {
 }
 
 BlockHandle link_list_new(uint8_t kind, CellHandle owner) {
-    BlockHandle list = block_alloc(k_block_link);
+    const BlockHandle list = block_alloc(k_block_link);
     set_byte(list, k_list_kind_at, kind);
     block_set16(list, k_owner_at, owner);
     return list;
@@ -77,8 +77,8 @@ BlockHandle link_list_new(uint8_t kind, CellHandle owner) {
 
 LinkEntry *link_list_append(BlockHandle list) {
     CHECK(is_list(list));
-    BlockHandle last = block_get16(list, k_last_block_at);
-    uint32_t index = byte_at(list, k_last_index_at) + 1U;
+    const BlockHandle last = block_get16(list, k_last_block_at);
+    const uint32_t index = byte_at(list, k_last_index_at) + 1U;
     if (last == 0 || index >= k_entries) {
         return append_block(list);
     }
@@ -91,8 +91,8 @@ LinkEntry *link_list_first(BlockHandle list) {
         return nullptr;
     }
     CHECK(is_list(list));
-    BlockHandle block = block_get16(list, k_first_block_at);
-    uint32_t index = byte_at(list, k_first_index_at);
+    const BlockHandle block = block_get16(list, k_first_block_at);
+    const uint32_t index = byte_at(list, k_first_index_at);
     block_set16(list, k_cursor_block_at, block);
     set_byte(list, k_cursor_index_at, index);
     block_set16(list, k_steps_at, 0);

@@ -39,20 +39,20 @@ void append_link(BlockHandle list, CellHandle cell) {
 uint32_t name_hash(const char *name, uint32_t length) {
     uint32_t first;
     memcpy(&first, name, sizeof first);
-    uint32_t kept = length < sizeof first ? (1U << length * 8) - 1 : UINT32_MAX;
+    const uint32_t kept = length < sizeof first ? (1U << length * 8) - 1 : UINT32_MAX;
     return ((first & kept & 0xDFDFDFDF) + length) * 0x9E3779B1 >> 18;
 }
 static_assert(k_name_marks == 1U << (32 - 18));
 
 void mark_name(CellHandle cell) {
-    uint32_t length = text_copy_out(links.text, cell_name(cell), k_scanned_text_max);
+    const uint32_t length = text_copy_out(links.text, cell_name(cell), k_scanned_text_max);
     std::replace(links.text, links.text + length, ' ', '_');
-    uint32_t hash = name_hash(links.text, length);
+    const uint32_t hash = name_hash(links.text, length);
     links.marks[hash / 8] |= static_cast<uint8_t>(1U << hash % 8);
 }
 
 bool may_be_name(const char *word, uint32_t length) {
-    uint32_t hash = name_hash(word, length);
+    const uint32_t hash = name_hash(word, length);
     return !links.names_marked || (links.marks[hash / 8] >> hash % 8 & 1) != 0;
 }
 
@@ -62,9 +62,9 @@ CellHandle lookup_word(char *word, uint32_t length) {
     if (!may_be_name(word, length)) {
         return 0;
     }
-    char behind = word[length];
+    const char behind = word[length];
     word[length] = 0;
-    CellHandle cell = cell_lookup(word);
+    const CellHandle cell = cell_lookup(word);
     word[length] = behind;
     return cell;
 }
@@ -93,13 +93,13 @@ BlockHandle links_scan_text(BlockHandle text, CellHandle owner) {
     const char *position = links.text;
     uint32_t length;
     while (const char *word = next_word(&position, &length)) {
-        CellHandle cell = lookup_word(links.text + (word - links.text), length);
+        const CellHandle cell = lookup_word(links.text + (word - links.text), length);
         if (cell != 0) {
             append_link(links.under_construction, cell);
         }
     }
     link_list_append(links.under_construction)->kind = k_link_end;
-    BlockHandle list = links.under_construction;
+    const BlockHandle list = links.under_construction;
     links.under_construction = 0;
     return list;
 }

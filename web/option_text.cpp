@@ -78,7 +78,7 @@ const char *option_value_text(OptionId id) {
     if (info->type == OptionType::number) {
         return option_number_text(option_number(record, id));
     }
-    int32_t value = option_integer(record, id);
+    const int32_t value = option_integer(record, id);
     return has_words(info) ? word_of(info, value) : count_text(value);
 }
 

@@ -99,7 +99,7 @@ void option_put(OptionRecord *record, OptionId id, int32_t value) {
 void option_put(OptionRecord *record, OptionId id, const char *value) {
     char *to = static_cast<char *>(field(record, id));
     const uint32_t capacity = static_cast<uint32_t>(k_info[id].most);
-    uint32_t length = copy_string(to, value, capacity);
+    const uint32_t length = copy_string(to, value, capacity);
     memset(to + length, 0, capacity + 1 - length);
 }
 
@@ -124,14 +124,14 @@ void set_option(OptionId id, const char *value) {
 bool option_take(OptionId id, const OptionRecord *record) {
     if (k_info[id].type == OptionType::text) {
         const char *value = option_string(record, id);
-        bool differs = strcmp(value, option_string(&options.record, id)) != 0;
+        const bool differs = strcmp(value, option_string(&options.record, id)) != 0;
         if (differs) {
             set_option(id, value);
         }
         return differs;
     }
-    int32_t value = option_integer(record, id);
-    bool differs = value != option_integer(&options.record, id);
+    const int32_t value = option_integer(record, id);
+    const bool differs = value != option_integer(&options.record, id);
     if (differs) {
         set_option(id, value);
     }

@@ -16,10 +16,10 @@ void report_selection_build(const char *text) {
     uint32_t length;
     while (const char *word = next_word(&text, &length)) {
         char name[k_cellname_max + 1];
-        uint32_t kept = length < k_cellname_max ? length : k_cellname_max;
+        const uint32_t kept = length < k_cellname_max ? length : k_cellname_max;
         memcpy(name, word, kept);
         name[kept] = 0;
-        CellHandle cell = cell_lookup(name);
+        const CellHandle cell = cell_lookup(name);
         if (cell != 0) {
             selection.cells[selection.count++] = cell;
             if (selection.count == k_selection_max) {

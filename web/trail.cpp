@@ -39,7 +39,7 @@ bool is_live_or_none(CellHandle cell) {
 
 // Whether a slot lies between the oldest entry and the slot to write next, which counts.
 bool holds(const Ring *ring, uint8_t slot) {
-    uint8_t entries = (ring->head - ring->tail) & (k_ring_slots - 1);
+    const uint8_t entries = (ring->head - ring->tail) & (k_ring_slots - 1);
     return ((slot - ring->tail) & (k_ring_slots - 1)) <= entries;
 }
 
@@ -51,8 +51,8 @@ void put(Ring *ring, CellHandle cell) {
 // An entry is not repeated right behind itself, except where the ring is full.
 void ring_push(Ring *ring, CellHandle cell) {
     CHECK(is_live_or_none(cell));
-    bool empty = ring->head == ring->tail;
-    bool full = after(ring->head) == ring->tail;
+    const bool empty = ring->head == ring->tail;
+    const bool full = after(ring->head) == ring->tail;
     if (full) {
         ring->tail = after(ring->tail);
     } else if (!empty && ring->slots[before(ring->head)] == cell) {
@@ -185,7 +185,7 @@ void list_position_set(CellHandle node) {
 }
 
 void store_current_text() {
-    bool changed = web_changed();
+    const bool changed = web_changed();
     store_text_pane(1);
     set_web_changed(changed);
 }

@@ -49,7 +49,7 @@ bool has_nan_mark(const char *text) {
 }  // namespace
 
 BlockHandle val_new() {
-    BlockHandle value = block_alloc(k_block_text);
+    const BlockHandle value = block_alloc(k_block_text);
     set_state(value, k_value_empty);
     set_flags(value, 0);
     set_text_field(value, 0);
@@ -59,7 +59,7 @@ BlockHandle val_new() {
 
 void val_free(BlockHandle value) {
     while (value != 0) {
-        BlockHandle next = block_next(value);
+        const BlockHandle next = block_next(value);
         chain_free(val_text(value));
         block_free(value);
         value = next;
@@ -70,7 +70,7 @@ BlockHandle val_copy(BlockHandle value) {
     CHECK(values.under_construction == 0);
     BlockHandle tail = 0;
     for (BlockHandle from = value; from != 0; from = block_next(from)) {
-        BlockHandle to = val_new();
+        const BlockHandle to = val_new();
         if (tail == 0) {
             values.under_construction = to;
         } else {
@@ -82,7 +82,7 @@ BlockHandle val_copy(BlockHandle value) {
         set_number(to, val_number(from));
         set_text_field(to, text_duplicate(val_text(from)));
     }
-    BlockHandle copy = values.under_construction;
+    const BlockHandle copy = values.under_construction;
     values.under_construction = 0;
     return copy;
 }
@@ -109,7 +109,7 @@ void val_make_text(BlockHandle value) {
     if ((val_flags(value) & k_value_in_step) == 0) {
         char buffer[k_number_text_max + 1] = {0};
         number_format(buffer, val_number(value), number_format_in_force());
-        BlockHandle text =
+        const BlockHandle text =
             text_from_cstring((val_flags(value) & k_value_nan) != 0 ? k_nan_mark : buffer);
         chain_free(val_text(value));
         set_text_field(value, text);
@@ -149,7 +149,7 @@ int val_text_class(BlockHandle text) {
 
 BlockHandle val_from_text(BlockHandle text) {
     chain_park(text);
-    BlockHandle value = val_new();
+    const BlockHandle value = val_new();
     chain_unpark();
     val_set_text(value, text);
     if (val_text_class(text) == 0) {

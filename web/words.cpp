@@ -6,7 +6,7 @@ static struct Words { CharClass classes[256]; } words;
 
 void char_classes_init() {
     for (int c = 0; c < 256; ++c) {
-        char ch = static_cast<char>(c);
+        const char ch = static_cast<char>(c);
         words.classes[c] = is_letter(ch)  ? k_class_letter
                            : is_digit(ch) ? k_class_digit
                                           : k_class_other;

@@ -32,7 +32,7 @@ constexpr mode_t k_permissions = 07777;
 static char scratch[k_system_path_max];
 
 bool copy_path(char *to, const char *from) {
-    size_t length = strlen(from);
+    const size_t length = strlen(from);
     if (length >= k_system_path_max) {
         errno = ENAMETOOLONG;
         return false;
@@ -49,12 +49,12 @@ size_t folder_length(const char *path) {
 
 // Replaces the path of a link by what it names. False when that is too long.
 bool follow_link(char *path) {
-    ssize_t n = readlink(path, scratch, sizeof scratch);
+    const ssize_t n = readlink(path, scratch, sizeof scratch);
     if (n < 0) {
         return false;
     }
-    size_t folder = scratch[0] == '/' ? 0 : folder_length(path);
-    size_t length = static_cast<size_t>(n);
+    const size_t folder = scratch[0] == '/' ? 0 : folder_length(path);
+    const size_t length = static_cast<size_t>(n);
     if (folder + length >= k_system_path_max) {
         errno = ENAMETOOLONG;
         return false;
@@ -83,7 +83,7 @@ bool follow_links(char *path) {
 // keeps about every file is none of these.
 bool has_attributes(const char *path) {
     char names[1024];
-    ssize_t size = listxattr(path, names, sizeof names);
+    const ssize_t size = listxattr(path, names, sizeof names);
     if (size < 0) {
         return errno == ERANGE;
     }
@@ -96,7 +96,7 @@ bool has_attributes(const char *path) {
 }
 
 bool can_be_written(const char *path) {
-    int file = open(path, O_RDWR | O_CLOEXEC);
+    const int file = open(path, O_RDWR | O_CLOEXEC);
     if (file >= 0) {
         close(file);
     }
@@ -110,7 +110,7 @@ bool take_after(int file, const struct stat &model) {
     if (fstat(file, &own) != 0) {
         return false;
     }
-    bool same_owner = own.st_uid == model.st_uid && own.st_gid == model.st_gid;
+    const bool same_owner = own.st_uid == model.st_uid && own.st_gid == model.st_gid;
     if (!same_owner && fchown(file, model.st_uid, model.st_gid) != 0) {
         return false;
     }
@@ -129,8 +129,8 @@ FILE *stream_of(int file, const char *path) {
 // The process that a next version belongs to, by what stands behind the suffix; 0 for no number.
 pid_t maker_of(const char *digits) {
     char *end = nullptr;
-    long number = strtol(digits, &end, 10);
-    bool ends = *end == 0 || *end == '.';
+    const long number = strtol(digits, &end, 10);
+    const bool ends = *end == 0 || *end == '.';
     return *digits >= '1' && *digits <= '9' && ends ? static_cast<pid_t>(number) : 0;
 }
 
@@ -140,7 +140,7 @@ bool is_left_over(pid_t maker) {
 
 // The folder of a path, in `scratch`.
 const char *folder_of(const char *path) {
-    size_t length = folder_length(path);
+    const size_t length = folder_length(path);
     memcpy(scratch, path, length);
     scratch[length] = 0;
     return length > 0 ? scratch : ".";
@@ -149,7 +149,7 @@ const char *folder_of(const char *path) {
 // Bytes of a file's name that leave room for a suffix with a number.
 size_t stem_length(const char *name) {
     constexpr size_t k_stem_max = NAME_MAX - 20;
-    size_t length = strlen(name);
+    const size_t length = strlen(name);
     return length < k_stem_max ? length : k_stem_max;
 }
 
@@ -170,8 +170,8 @@ void sweep_folder(const char *folder, const char *name, const char *suffix, bool
     if (entries == nullptr) {
         return;
     }
-    size_t name_length = stem_length(name);
-    size_t suffix_length = strlen(suffix);
+    const size_t name_length = stem_length(name);
+    const size_t suffix_length = strlen(suffix);
     while (const dirent *entry = readdir(entries)) {
         const char *found = entry->d_name;
         if (strncmp(found, name, name_length) == 0 &&
@@ -189,7 +189,7 @@ void sweep_folder(const char *folder, const char *name, const char *suffix, bool
 
 // Makes a rename last through a power cut. Not every file system can.
 void folder_to_disk(const char *path) {
-    int file = open(folder_of(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int file = open(folder_of(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (file >= 0) {
         fsync(file);
         close(file);
@@ -241,11 +241,11 @@ FILE *system_create(const char *path, const char *model, bool exactly) {
     if (model != nullptr && stat(model, &status) != 0) {
         return nullptr;
     }
-    mode_t mode =
+    const mode_t mode =
         model != nullptr ? k_private : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    int file = open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    const int file = open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (file >= 0 && model != nullptr && !take_after(file, status) && exactly) {
-        int reason = errno;
+        const int reason = errno;
         close(file);
         unlink(path);
         errno = reason;
@@ -262,9 +262,10 @@ FILE *system_create_temporary(char *path, bool stays) {
     if (!stays) {
         sweep_folder(folder, k_temporary_name, k_next_suffix, false);
     }
-    int length = stays ? snprintf(path, k_system_path_max, "%s/%s.XXXXXX", folder, k_temporary_name)
-                       : snprintf(path, k_system_path_max, "%s/%s%s%ld.XXXXXX", folder,
-                                  k_temporary_name, k_next_suffix, static_cast<long>(getpid()));
+    const int length =
+        stays ? snprintf(path, k_system_path_max, "%s/%s.XXXXXX", folder, k_temporary_name)
+              : snprintf(path, k_system_path_max, "%s/%s%s%ld.XXXXXX", folder, k_temporary_name,
+                         k_next_suffix, static_cast<long>(getpid()));
     if (length < 0 || length >= static_cast<int>(k_system_path_max)) {
         errno = ENAMETOOLONG;
         return nullptr;
@@ -273,10 +274,10 @@ FILE *system_create_temporary(char *path, bool stays) {
 }
 
 bool system_next_path(char *next, const char *target) {
-    size_t folder = folder_length(target);
-    size_t stem = folder + stem_length(target + folder);
-    int length = snprintf(next, k_system_path_max, "%.*s%s%ld", static_cast<int>(stem), target,
-                          k_next_suffix, static_cast<long>(getpid()));
+    const size_t folder = folder_length(target);
+    const size_t stem = folder + stem_length(target + folder);
+    const int length = snprintf(next, k_system_path_max, "%.*s%s%ld", static_cast<int>(stem),
+                                target, k_next_suffix, static_cast<long>(getpid()));
     if (length < 0 || length >= static_cast<int>(k_system_path_max)) {
         errno = ENAMETOOLONG;
         return false;

@@ -47,7 +47,7 @@ constexpr struct {
 };
 
 bool fail_as_system() {
-    DWORD code = GetLastError();
+    DWORD const code = GetLastError();
     errno = EIO;
     for (const auto &row : k_reasons) {
         if (row.code == code) {
@@ -72,7 +72,7 @@ FILE *stream_of(HANDLE file, const char *mode, int flags) {
         fail_as_system();
         return nullptr;
     }
-    int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file), flags | _O_BINARY);
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file), flags | _O_BINARY);
     return _fdopen(descriptor, mode);
 }
 
@@ -155,7 +155,7 @@ HANDLE create_new(const wchar_t *name, SECURITY_ATTRIBUTES *security) {
 }
 
 bool final_path(HANDLE file, char *target) {
-    DWORD length = GetFinalPathNameByHandleW(file, wide.other, k_wide_path_max, 0);
+    DWORD const length = GetFinalPathNameByHandleW(file, wide.other, k_wide_path_max, 0);
     if (length == 0 || length >= k_wide_path_max || utf8_size(wide.other) >= k_system_path_max) {
         errno = ENAMETOOLONG;
         return false;
@@ -188,7 +188,7 @@ FILE *file_open(const char *path, const char *mode) {
         utf16_copy(wide_mode, 8, mode);
         return _wfopen(name, wide_mode);
     }
-    bool writes = strchr(mode, '+') != nullptr;
+    const bool writes = strchr(mode, '+') != nullptr;
     HANDLE file = CreateFileW(name, writes ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
                               k_share_all, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     return stream_of(file, mode, writes ? _O_RDWR : _O_RDONLY);
@@ -214,7 +214,7 @@ FileKind system_look(const char *path, char *target) {
         return FileKind::refused;
     }
     strcpy(target, path);
-    DWORD attributes = GetFileAttributesW(name);
+    DWORD const attributes = GetFileAttributesW(name);
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         fail_as_system();
         return errno == ENOENT ? FileKind::missing : FileKind::refused;
@@ -229,7 +229,7 @@ FileKind system_look(const char *path, char *target) {
         fail_as_system();
         return FileKind::refused;
     }
-    FileKind kind = kind_of_open(file, attributes, target);
+    const FileKind kind = kind_of_open(file, attributes, target);
     CloseHandle(file);
     return kind;
 }
@@ -254,8 +254,8 @@ FILE *system_create(const char *path, const char *model, bool exactly) {
         }
         file = create_new(name, rights);
     }
-    bool refused = file != INVALID_HANDLE_VALUE && model_name != nullptr && exactly &&
-                   !same_rights(name, model_name);
+    const bool refused = file != INVALID_HANDLE_VALUE && model_name != nullptr && exactly &&
+                         !same_rights(name, model_name);
     if (refused) {
         CloseHandle(file);
         DeleteFileW(name);

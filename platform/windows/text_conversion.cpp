@@ -17,11 +17,11 @@ uint32_t following_bytes(uint32_t lead) {
 // Decodes one character and returns its length in bytes. The terminator continues no character, so
 // nothing behind it is ever read.
 uint32_t decode(const char *p, uint32_t *code) {
-    uint32_t lead = static_cast<uint8_t>(*p);
-    uint32_t count = following_bytes(lead);
+    const uint32_t lead = static_cast<uint8_t>(*p);
+    const uint32_t count = following_bytes(lead);
     uint32_t value = count == 0 ? lead : lead & (0x3Fu >> count);
     for (uint32_t i = 1; i <= count; ++i) {
-        uint32_t byte = static_cast<uint8_t>(p[i]);
+        const uint32_t byte = static_cast<uint8_t>(p[i]);
         if ((byte & 0xC0) != 0x80) {
             *code = lead;
             return 1;
@@ -56,7 +56,7 @@ uint32_t utf16_copy(wchar_t *to, uint32_t size, const char *text) {
     while (*text != 0) {
         uint32_t code = 0;
         text += decode(text, &code);
-        uint32_t units = code > 0xFFFF ? 2 : 1;
+        const uint32_t units = code > 0xFFFF ? 2 : 1;
         if (count + units >= size) {
             break;
         }
@@ -75,7 +75,7 @@ uint32_t utf16_copy(wchar_t *to, uint32_t size, const char *text) {
 uint32_t utf8_copy(char *to, uint32_t size, const wchar_t *text) {
     uint32_t count = 0;
     for (; *text != 0; ++text) {
-        uint32_t bytes = encoded_size(*text);
+        const uint32_t bytes = encoded_size(*text);
         if (count + bytes >= size) {
             break;
         }
@@ -108,7 +108,7 @@ void copy_characters(char *to, const char *from, uint32_t limit) {
     uint32_t count = 0;
     while (from[count] != 0) {
         uint32_t code = 0;
-        uint32_t bytes = decode(from + count, &code);
+        const uint32_t bytes = decode(from + count, &code);
         if (count + bytes > limit) {
             break;
         }

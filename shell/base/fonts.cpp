@@ -8,7 +8,7 @@ constexpr int k_points_per_inch = 72;
 
 int pixels_per_inch() {
     HDC context = GetDC(nullptr);
-    int result = GetDeviceCaps(context, LOGPIXELSY);
+    const int result = GetDeviceCaps(context, LOGPIXELSY);
     ReleaseDC(nullptr, context);
     return result;
 }
@@ -16,7 +16,7 @@ int pixels_per_inch() {
 }  // namespace
 
 HFONT make_font(const wchar_t *face, int tenths, bool bold, bool screen) {
-    int per_inch = screen ? pixels_per_inch() : k_points_per_inch;
+    const int per_inch = screen ? pixels_per_inch() : k_points_per_inch;
     constexpr int k_unit = 10 * k_points_per_inch;
     LOGFONTW font = {};
     font.lfHeight = -(tenths * per_inch / k_unit + 1);  // half a pixel more, then rounded

@@ -29,7 +29,7 @@ bool search(LRESULT from, LRESULT to, Match *match) {
     range.chrg.cpMin = static_cast<Sci_PositionCR>(from);
     range.chrg.cpMax = static_cast<Sci_PositionCR>(to);
     range.lpstrText = option_starg();
-    LRESULT flags = option_search_case() != 0 ? SCFIND_MATCHCASE : SCFIND_NONE;
+    LRESULT const flags = option_search_case() != 0 ? SCFIND_MATCHCASE : SCFIND_NONE;
     if (sci(text_pane(), SCI_FINDTEXT, flags, as_lparam(&range)) < 0) {
         return false;
     }
@@ -43,7 +43,7 @@ bool search_from(LRESULT from, Match *match) {
 
 // The start cell is searched a second time, from its start, when no other has a match.
 bool search_other_cells(Match *match) {
-    CellHandle start = current_cell();
+    const CellHandle start = current_cell();
     CellHandle cell = start;
     bool found = false;
     do {

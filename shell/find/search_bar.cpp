@@ -12,7 +12,8 @@ static struct SearchBar { bool in_progress; } bar;
 namespace {
 
 void take_case_option() {
-    bool on = SendDlgItemMessageW(search_bar(), CTL_NEXT_CASE, BM_GETCHECK, 0, 0) == BST_CHECKED;
+    const bool on =
+        SendDlgItemMessageW(search_bar(), CTL_NEXT_CASE, BM_GETCHECK, 0, 0) == BST_CHECKED;
     set_option_search_case(on ? 1 : 0);
 }
 

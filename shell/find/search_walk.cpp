@@ -34,7 +34,7 @@ bool stands_at(const char *text, const char *target, uint32_t length, bool match
 
 // Without memory for a copy the pane has to look.
 bool cell_may_hold(CellHandle cell, const char *target, bool match_case) {
-    uint32_t length = text_size(cell_text(cell));
+    const uint32_t length = text_size(cell_text(cell));
     char *bytes = scratch_reserve(length + 1);
     if (bytes == nullptr) {
         return true;
@@ -44,14 +44,14 @@ bool cell_may_hold(CellHandle cell, const char *target, bool match_case) {
 }
 
 CellHandle next_live(CellHandle cell) {
-    CellHandle next = next_live_cell(cell);
+    const CellHandle next = next_live_cell(cell);
     return next != 0 ? next : first_live_cell();
 }
 
 }  // namespace
 
 bool may_hold(const char *text, uint32_t length, const char *target, bool match_case) {
-    uint32_t target_length = static_cast<uint32_t>(strlen(target));
+    const uint32_t target_length = static_cast<uint32_t>(strlen(target));
     if (!match_case && !(is_ascii(text, length) && is_ascii(target, target_length))) {
         return true;
     }

@@ -26,7 +26,8 @@ bool make_room(NameList *list, uint32_t size) {
     if (size <= list->buffer.size) {
         return true;
     }
-    uint32_t doubled = list->buffer.size < k_first_size ? k_first_size : list->buffer.size * 2;
+    const uint32_t doubled =
+        list->buffer.size < k_first_size ? k_first_size : list->buffer.size * 2;
     return buffer_reserve(&list->buffer, doubled < size ? size : doubled) != nullptr;
 }
 
@@ -36,7 +37,8 @@ bool append_cell(NameList *list, CellHandle cell) {
         return false;
     }
     char *at = list->buffer.bytes + list->length;
-    uint32_t count = is_live_cell(cell) ? text_copy_out(at, cell_name(cell), k_cellname_max) : 0;
+    const uint32_t count =
+        is_live_cell(cell) ? text_copy_out(at, cell_name(cell), k_cellname_max) : 0;
     at[count] = ' ';
     list->length += count + 1;
     return true;
@@ -47,7 +49,7 @@ bool build(NameList *list) {
     if (!make_room(list, 1)) {
         return false;
     }
-    CellHandle root = index_root();
+    const CellHandle root = index_root();
     for (CellHandle cell = index_first(root); cell != 0; cell = index_next(cell)) {
         if (!append_cell(list, cell)) {
             return false;

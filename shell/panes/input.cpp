@@ -52,8 +52,8 @@ POINT mouse_point(LPARAM lparam) {
 }
 
 bool swallow_press(LPARAM lparam) {
-    POINT at = mouse_point(lparam);
-    bool stray = is_stray_press(at);
+    POINT const at = mouse_point(lparam);
+    const bool stray = is_stray_press(at);
     input.press = at;
     return stray;
 }
@@ -94,8 +94,8 @@ LRESULT pass_on(WNDPROC previous, HWND window, UINT message, WPARAM wparam, LPAR
     if (message != WM_LBUTTONDOWN && message != WM_LBUTTONUP) {
         return CallWindowProcW(previous, window, message, wparam, lparam);
     }
-    LRESULT top = sci(window, SCI_GETFIRSTVISIBLELINE);
-    LRESULT result = CallWindowProcW(previous, window, message, wparam, lparam);
+    LRESULT const top = sci(window, SCI_GETFIRSTVISIBLELINE);
+    LRESULT const result = CallWindowProcW(previous, window, message, wparam, lparam);
     sci(window, SCI_SETFIRSTVISIBLELINE, top);
     return result;
 }
@@ -147,7 +147,7 @@ void hot_spot_arrived(LRESULT position) {
 
 void hot_spot_click(LRESULT position) {
     const char *name = word_at_position(position);
-    CellHandle cell = name != nullptr ? cell_lookup(name) : CellHandle{0};
+    const CellHandle cell = name != nullptr ? cell_lookup(name) : CellHandle{0};
     if (cell == 0 || cell == current_cell() || refused_while_busy()) {
         return;
     }
@@ -164,8 +164,8 @@ const char *word_at_position(LRESULT position) {
         return nullptr;
     }
     HWND pane = active_pane_window();
-    LRESULT start = sci(pane, SCI_WORDSTARTPOSITION, position, 1);
-    LRESULT end = sci(pane, SCI_WORDENDPOSITION, position, 1);
+    LRESULT const start = sci(pane, SCI_WORDSTARTPOSITION, position, 1);
+    LRESULT const end = sci(pane, SCI_WORDENDPOSITION, position, 1);
     if (end - start > static_cast<LRESULT>(k_cellname_max)) {
         return nullptr;
     }

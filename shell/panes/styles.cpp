@@ -46,7 +46,7 @@ void configure(HWND pane, LRESULT caret_policy, LRESULT caret_slop) {
 }
 
 void set_style(HWND pane, LRESULT style, COLORREF colour, bool bold) {
-    LRESULT size = (option_font_size() + 5) / 10;
+    LRESULT const size = (option_font_size() + 5) / 10;
     sci(pane, SCI_STYLESETFORE, style, static_cast<LPARAM>(colour));
     sci(pane, SCI_STYLESETSIZE, style, size != 0 ? size : k_smallest_size);
     if (option_font_name()[0] != 0) {
@@ -84,7 +84,7 @@ bool names_cell(const char *word, uint32_t length) {
 
 // Styling begins with a whole word: what was typed may have made one of two, or two of one.
 uint32_t styling_start(HWND pane) {
-    LRESULT styled = sci(pane, SCI_GETENDSTYLED);
+    LRESULT const styled = sci(pane, SCI_GETENDSTYLED);
     return static_cast<uint32_t>(sci(pane, SCI_WORDSTARTPOSITION, styled, 1));
 }
 
@@ -115,7 +115,7 @@ COLORREF link_colour(int option) {
 }
 
 void apply_pane_styles(HWND pane) {
-    bool bold = (option_font_style() & k_font_bold) != 0;
+    const bool bold = (option_font_style() & k_font_bold) != 0;
     set_style(pane, STYLE_DEFAULT, k_text_colour, bold);
     sci(pane, SCI_STYLECLEARALL);
     set_style(pane, k_style_text, k_text_colour, bold);
@@ -126,13 +126,13 @@ void apply_pane_styles(HWND pane) {
 
 void style_pane(HWND pane, LRESULT end) {
     const char *text = reinterpret_cast<const char *>(sci(pane, SCI_GETCHARACTERPOINTER));
-    uint32_t length = static_cast<uint32_t>(sci(pane, SCI_GETTEXTLENGTH));
+    const uint32_t length = static_cast<uint32_t>(sci(pane, SCI_GETTEXTLENGTH));
     uint32_t at = styling_start(pane);
     uint32_t plain_from = at;
     sci(pane, SCI_STARTSTYLING, at);
     while (at < length && at < end) {
-        bool word = is_ascii_word_byte(text[at]) || static_cast<uint8_t>(text[at]) >= 0x80;
-        uint32_t next = word ? word_end(pane, text, at, length) : at + 1;
+        const bool word = is_ascii_word_byte(text[at]) || static_cast<uint8_t>(text[at]) >= 0x80;
+        const uint32_t next = word ? word_end(pane, text, at, length) : at + 1;
         if (word && next > at && names_cell(text + at, next - at)) {
             sci(pane, SCI_SETSTYLING, at - plain_from, k_style_text);
             sci(pane, SCI_SETSTYLING, next - at, k_style_link);
@@ -144,7 +144,7 @@ void style_pane(HWND pane, LRESULT end) {
 }
 
 void refresh_cellname_list() {
-    bool changed = cellnames_rebuild();
+    const bool changed = cellnames_rebuild();
     HWND panes[] = {text_pane(), console_pane()};
     for (HWND pane : panes) {
         sci_text(pane, SCI_SETKEYWORDS, k_cellname_keywords, cellnames_list());

@@ -41,7 +41,7 @@ uint32_t length_of(HWND window) {
 
 // The pane's text as it is stored, without NUL, in the scratch block. Null when there is no memory.
 const char *take_text(uint32_t *length) {
-    uint32_t n = length_of(text_pane());
+    const uint32_t n = length_of(text_pane());
     char *bytes = scratch_reserve(n + 8);
     if (bytes == nullptr) {
         return nullptr;
@@ -68,7 +68,7 @@ void store_text(CellHandle cell) {
 }
 
 void store_view(CellHandle cell) {
-    ViewState view = {
+    const ViewState view = {
         static_cast<int32_t>(sci(text_pane(), SCI_GETFIRSTVISIBLELINE)),
         static_cast<int32_t>(sci(text_pane(), SCI_GETSELECTIONSTART)),
         static_cast<int32_t>(sci(text_pane(), SCI_GETSELECTIONEND)),
@@ -100,16 +100,16 @@ void load_text(CellHandle cell, const char *bytes) {
     sci_text(text_pane(), SCI_SETTEXT, 0, bytes);
     sci(text_pane(), SCI_EMPTYUNDOBUFFER);
     sci(text_pane(), SCI_SETSAVEPOINT);
-    ViewState view = cell != 0 ? cell_view(cell) : ViewState{0, 0, 0};
+    const ViewState view = cell != 0 ? cell_view(cell) : ViewState{0, 0, 0};
     sci(text_pane(), SCI_SETSEL, view.selection_start, view.selection_end);
     pane_scroll_to_caret(text_pane());
 }
 
 // Where the same cell's text is there already it stays, and with it what can be undone.
 void show_current_text() {
-    CellHandle cell = current_cell();
-    BlockHandle text = cell != 0 ? cell_text(cell) : BlockHandle{0};
-    uint32_t length = text_size(text);
+    const CellHandle cell = current_cell();
+    const BlockHandle text = cell != 0 ? cell_text(cell) : BlockHandle{0};
+    const uint32_t length = text_size(text);
     char *bytes = scratch_reserve(length + 8);
     if (bytes == nullptr) {
         show_error(k_out_of_memory);
@@ -157,7 +157,7 @@ void text_pane_changed() {
 }
 
 CellHandle store_text_pane(int mode) {
-    CellHandle cell = current_cell();
+    const CellHandle cell = current_cell();
     if (mode == 1 && text_pane() != nullptr && cell != 0 && cell == pane.cell) {
         if (is_modified()) {
             store_text(cell);

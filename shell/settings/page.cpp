@@ -73,7 +73,7 @@ bool take_text(HWND control, const SettingRow *row, const wchar_t *forbidden, Op
         return true;
     }
     drop_carriage_returns(pages.entry);
-    uint32_t capacity = static_cast<uint32_t>(option_info(row->option)->most);
+    const uint32_t capacity = static_cast<uint32_t>(option_info(row->option)->most);
     if (!text_allowed(pages.entry, capacity, forbidden)) {
         return false;
     }
@@ -123,8 +123,8 @@ void take_buttons(const SettingsPage *page, HWND window, OptionRecord *draft) {
         }
     }
     for (const SettingRow &row : page->checks) {
-        int32_t others = option_integer(draft, row.option) & ~row.value;
-        int32_t bits = is_checked(window, row.control) ? row.value : 0;
+        const int32_t others = option_integer(draft, row.option) & ~row.value;
+        const int32_t bits = is_checked(window, row.control) ? row.value : 0;
         option_put(draft, row.option, others | bits);
     }
 }
@@ -180,8 +180,8 @@ const SettingRow *page_take(const SettingsPage *page, HWND window, OptionRecord 
 // The string has a place for a text's capacity, or two for a number's limits.
 void page_refuse(HWND owner, HWND window, const SettingRow *row) {
     const OptionInfo *info = option_info(row->option);
-    int32_t most = info->most / row->value;
-    int32_t first = info->type == OptionType::text ? most : info->least / row->value;
+    const int32_t most = info->most / row->value;
+    const int32_t first = info->type == OptionType::text ? most : info->least / row->value;
     LoadStringW(program_instance(), static_cast<UINT>(row->control), pages.entry, k_entry_max);
     wsprintfW(pages.shown, pages.entry, first, most);
     MessageBoxW(owner, pages.shown, to_utf16(k_product_name), MB_OK | MB_ICONEXCLAMATION);
@@ -191,7 +191,7 @@ void page_refuse(HWND owner, HWND window, const SettingRow *row) {
 
 bool page_apply(const SettingsPage *page, const OptionRecord *draft) {
     bool changed = false;
-    for (std::span<const SettingRow> rows :
+    for (const std::span<const SettingRow> rows :
          {page->choices, page->checks, page->texts, page->numbers}) {
         changed |= apply_rows(rows, draft);
     }

@@ -38,7 +38,7 @@ void prepare(HWND page) {
 }
 
 INT_PTR handle(HWND, UINT message, WPARAM wparam, LPARAM lparam) {
-    int control = GetDlgCtrlID(reinterpret_cast<HWND>(lparam));
+    const int control = GetDlgCtrlID(reinterpret_cast<HWND>(lparam));
     if (message != WM_CTLCOLORSTATIC || control < k_first_sample || control > k_last_sample) {
         return FALSE;
     }

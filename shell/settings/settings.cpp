@@ -17,7 +17,7 @@ bool number_allowed(const wchar_t *text, int32_t least, int32_t most, int32_t *v
     while (*text >= '0' && *text <= '9' && number <= most) {
         number = number * 10 + (*text++ - '0');
     }
-    bool any = text != first;
+    const bool any = text != first;
     while (*text == ' ') {
         ++text;
     }

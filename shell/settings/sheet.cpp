@@ -77,7 +77,7 @@ INT_PTR CALLBACK page_proc(HWND window, UINT message, WPARAM wparam, LPARAM lpar
         open_page(window, static_cast<uint32_t>(page->lParam));
         return TRUE;
     }
-    uint32_t index = index_of(window);
+    const uint32_t index = index_of(window);
     if (index == k_page_count) {
         return FALSE;
     }
