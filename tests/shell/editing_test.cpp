@@ -102,7 +102,7 @@ TEST_F(Editing, PanesComeBackAsTheyWereLeft) {
     EXPECT_EQ(sci(text_pane(), SCI_GETWRAPMODE), SC_WRAP_WORD);
 }
 
-TEST_F(Editing, BothPanesUndoAndRedoByKeyAndTypeOnlyIn) {
+TEST_F(Editing, BothPanesUndoAndRedoByKeyAndNeverTypeOver) {
     start();
     for (const int tab : {1, 2}) {
         show_tab(tab);
