@@ -10,6 +10,7 @@
 #include "web/index.h"
 
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 #include <dlgs.h>
@@ -26,9 +27,9 @@ struct Monkey {
     uint32_t lost;        // blocks that clones have lost since the program's start
     WNDPROC window_proc;  // the main window's own
     UINT_PTR timer;
-    HWND dialog;     // answered last
-    uint32_t looks;  // since then
-    uint32_t answers, starts, full, meanwhile;
+    HWND dialog;       // answered last
+    uint32_t looks;    // since then
+    uint32_t answers;  // all in all
 } monkey;
 
 // ---- What is drawn ------------------------------------------------------------------------------
@@ -50,9 +51,8 @@ template <typename T> T pick(std::initializer_list<T> list) {
 }
 
 std::string random_name() {
-    return percent(5) ? "home"
-                      : pick({"cell_", "Plan"}) + std::to_string(draw(100)) +
-                            std::string(percent(3) ? draw(60) : 0, 'n');
+    const std::string tail(percent(3) ? draw(60) : 0, 'n');  // names may be too long
+    return percent(5) ? "home" : pick({"cell_", "Plan"}) + std::to_string(draw(100)) + tail;
 }
 
 // Names, signs, line ends, UTF-8 and bytes that are none.
@@ -81,15 +81,14 @@ HWND random_pane() {
     return percent(70) ? text_pane() : console_pane();
 }
 
-BOOL CALLBACK add_window(HWND window, LPARAM list) {
-    reinterpret_cast<std::vector<HWND> *>(list)->push_back(window);
-    return TRUE;
-}
-
 // A pane, the main window, or any control in it, the search bar's too.
 HWND random_window() {
     std::vector<HWND> windows = {main_window()};
-    EnumChildWindows(main_window(), add_window, reinterpret_cast<LPARAM>(&windows));
+    const auto add = [](HWND window, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND> *>(list)->push_back(window);
+        return TRUE;
+    };
+    EnumChildWindows(main_window(), add, as_lparam(&windows));
     return percent(50) ? pane_window(draw(k_pane_count))
                        : windows[draw(static_cast<uint32_t>(windows.size()))];
 }
@@ -107,14 +106,13 @@ HWND focus() {
 
 // ---- The steps ----------------------------------------------------------------------------------
 
-// No command ever waits in the queue: a dialog's message loop would run it behind the dialog.
-void send(uint32_t id) {
-    printf(" %u", id);
-    SendMessageW(main_window(), WM_COMMAND, id, 0);
+// One of `count` commands. None ever waits in the queue: a dialog's message loop would run it
+// behind the dialog.
+void send(uint32_t first, uint32_t count) {
+    SendMessageW(main_window(), WM_COMMAND, first + draw(count), 0);
 }
 
 void post(UINT message, WPARAM value) {
-    printf(" %u", message);
     PostMessageW(main_window(), message, value, 0);
 }
 
@@ -126,7 +124,7 @@ void press_keys() {
                                     VK_DELETE, VK_BACK, VK_HOME, VK_END, VK_F4, VK_F10, VK_SPACE});
     const int held = pick({0, 0, 0, 0, VK_CONTROL, VK_SHIFT, VK_MENU});
     const UINT system = held == VK_MENU && key != VK_F4 ? WM_SYSKEYDOWN - WM_KEYDOWN : 0;
-    held != 0 ? hold({held}) : hold({});
+    hold({held});  // 0 is no key
     for (uint32_t presses = 1 + draw(3); presses > 0; --presses) {
         PostMessageW(focus(), WM_KEYDOWN + system, key, system ? 1 << 29 : 0);
         PostMessageW(focus(), WM_KEYUP + system, key, system ? 1 << 29 : 0);
@@ -168,20 +166,10 @@ void select_text() {
 void report() {
     set_option_rfmt(("\\N " + times(draw(60), "\\T")).c_str());
     set_option_oname("out");
-    set_option_rall(percent(80) ? 1 : 0);
+    set_option_rall(percent(80));
     set_option_rtype(static_cast<uint8_t>(percent(70) ? 1 : 1 + draw(4)));
     set_option_odest(percent(60) ? k_output_console : k_output_file);
-    send(CMD_REPORT);
-}
-
-void notify_oddly() {
-    const int control = pick<int>({CTL_CELLNAME_BOX, CTL_CELL_LIST, CTL_TEXT_PANE, CTL_NAVIGATION,
-                                   CTL_STATUS_LINE, CTL_CONSOLE_PANE, CTL_TABS, 0, 9999});
-    const UINT code = pick<UINT>({0, 0U - 700, SCN_STYLENEEDED}) + draw(percent(50) ? 30 : 700);
-    uint64_t header[64] = {};
-    *reinterpret_cast<NMHDR *>(header) = {GetDlgItem(main_window(), control), 0, code};
-    SendMessageW(main_window(), WM_COMMAND, MAKEWPARAM(control, code), 0);
-    SendMessageW(main_window(), WM_NOTIFY, static_cast<WPARAM>(control), as_lparam(header));
+    send(CMD_REPORT, 1);
 }
 
 void drop_file() {
@@ -192,83 +180,76 @@ void drop_file() {
     PostMessageW(main_window(), WM_DROPFILES, reinterpret_cast<WPARAM>(files), 0);
 }
 
+void use_box() {
+    if (percent(50)) {
+        const std::string name = percent(90) ? random_name() : random_text(2);
+        SetWindowTextW(cellname_edit(), to_utf16(name.c_str()));
+        PostMessageW(cellname_edit(), WM_KEYDOWN, VK_RETURN, 0);
+    } else {
+        SendMessageW(pane_window(k_pane_box), CB_SHOWDROPDOWN, percent(50), 0);
+        SendMessageW(pane_window(k_pane_box), CB_SETCURSEL, draw(8), 0);
+        send(CBN_SELCHANGE << 16 | CTL_CELLNAME_BOX, 1);
+    }
+}
+
+void use_frame() {
+    const int side = static_cast<int>(draw(800));
+    percent(40) ? ShowWindow(main_window(), pick({SW_MINIMIZE, SW_MAXIMIZE, SW_RESTORE}))
+                : SetWindowPos(main_window(), nullptr, 0, 0, side, static_cast<int>(draw(700)),
+                               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 constexpr struct {
     const char *name;
     uint32_t weight;
     void (*act)();
+    uint32_t first = 0, count = 0;  // commands, where there is no `act`
 } k_steps[] = {
     {"keys", 200, press_keys},
     {"type", 80, [] { type(focus(), random_text(2)); }},
     {"mouse", 250, use_mouse},
     {"text", 100, set_text},
     {"select", 60, select_text},
-    {"name", 30,
-     [] {
-         const std::string name = percent(90) ? random_name() : random_text(2);
-         SetWindowTextW(cellname_edit(), to_utf16(name.c_str()));
-         PostMessageW(cellname_edit(), WM_KEYDOWN, VK_RETURN, 0);
-     }},
-    {"entry", 30,
-     [] {
-         SendMessageW(pane_window(k_pane_box), CB_SHOWDROPDOWN, percent(50), 0);
-         SendMessageW(pane_window(k_pane_box), CB_SETCURSEL, draw(8), 0);
-         send(CBN_SELCHANGE << 16 | CTL_CELLNAME_BOX);
-     }},
+    {"box", 60, use_box},
     {"tab", 40, [] { show_tab(static_cast<int>(draw(3))); }},
     {"report", 10, report},
-    {"show", 5,
-     [] {
-         ShowWindow(main_window(), pick({SW_MINIMIZE, SW_MAXIMIZE, SW_RESTORE, SW_RESTORE}));
-     }},
-    {"size", 10,
-     [] {
-         SetWindowPos(main_window(), nullptr, 0, 0, static_cast<int>(draw(800)),
-                      static_cast<int>(draw(700)), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-     }},
+    {"frame", 15, use_frame},
     {"focus", 10, [] { SetFocus(random_window()); }},
-    {"odd", 30, notify_oddly},
     {"drop", 5, drop_file},
-    {"cell", 150, [] { send(CMD_CELL_NEW + draw(7)); }},
-    {"edit", 40, [] { send(CMD_SELECT_ALL + draw(6)); }},
-    {"help", 15, [] { send(CMD_HELP_OVERVIEW + draw(16)); }},
-    {"pane", 30, [] { send(CMD_NEXT_PANE); }},
-    {"dialog", 25,
-     [] {
-         send(pick<UINT>({CMD_FIND, CMD_FIND, CMD_CLOSE_MODELESS, CMD_HELP_MORE}));
-     }},
-    {"options", 8, [] { send(CMD_SETTINGS + draw(2)); }},
-    {"file", 3, [] { send(CMD_FILE_NEW + draw(4)); }},
-    {"no command", 5, [] { send(CMD_SPARE_BUTTON + draw(900)); }},
-    {"activation", 20,
-     [] {
-         post(pick<UINT>({WM_ACTIVATE, k_message_activation}), draw(3));
-     }},
     {"own", 8, [] { post(k_message_start + 1 + draw(4), 0); }},
-    {"system", 15,
-     [] {
-         post(pick<UINT>({WM_TIMER, WM_SETTINGCHANGE, WM_CANCELMODE}), draw(300));
-     }},
-    {"quit", 2, [] { send(CMD_QUIT); }},
+    {"timer", 5, [] { post(WM_TIMER, draw(300)); }},
+    {"settings", 5, [] { post(WM_SETTINGCHANGE, 0); }},
+    {"cancel mode", 5, [] { post(WM_CANCELMODE, 0); }},
+    {"activation", 10, [] { post(WM_ACTIVATE, draw(3)); }},
+    {"panel", 10, [] { post(k_message_activation, draw(3)); }},
     {"close button", 1, [] { post(WM_SYSCOMMAND, SC_CLOSE); }},
-    {"close", 2,
-     [] {
-         post(pick<UINT>({WM_CLOSE, WM_QUERYENDSESSION}), 0);
-     }},
+    {"close", 1, [] { post(WM_CLOSE, 0); }},
+    {"log off", 1, [] { post(WM_QUERYENDSESSION, 0); }},
+    {"cell", 150, nullptr, CMD_CELL_NEW, 7},
+    {"edit", 40, nullptr, CMD_SELECT_ALL, 6},
+    {"help", 20, nullptr, CMD_HELP_OVERVIEW, 16},
+    {"pane", 30, nullptr, CMD_NEXT_PANE, 1},
+    {"find", 12, nullptr, CMD_FIND, 1},
+    {"close bar", 6, nullptr, CMD_CLOSE_MODELESS, 1},
+    {"options", 8, nullptr, CMD_SETTINGS, 2},
+    {"file", 3, nullptr, CMD_FILE_NEW, 4},
+    {"no command", 5, nullptr, CMD_SPARE_BUTTON, 900},
+    {"quit", 2, nullptr, CMD_QUIT, 1},
 };
 
 void act() {
-    uint32_t drawn = 0;
+    uint32_t all = 0;
     for (const auto &row : k_steps) {
-        drawn += row.weight;
+        all += row.weight;
     }
-    drawn = draw(drawn);
+    uint32_t drawn = draw(all);
     const auto *step = k_steps;
     for (; drawn >= step->weight; ++step) {
         drawn -= step->weight;
     }
-    printf("\n%s", step->name);
+    printf("%s\n", step->name);
     fflush(stdout);
-    step->act();
+    step->act != nullptr ? step->act() : send(step->first, step->count);
 }
 
 // ---- What opens is used by its controls ---------------------------------------------------------
@@ -313,11 +294,8 @@ void leave(HWND dialog) {
 
 void answer_dialog(HWND dialog) {
     HWND file = GetDlgItem(dialog, GetDlgItem(dialog, cmb13) != nullptr ? cmb13 : edt1);
-    if (file != nullptr) {
-        SetWindowTextW(file, random_file().c_str());
-    } else {
-        EnumChildWindows(dialog, use_control, reinterpret_cast<LPARAM>(dialog));
-    }
+    file != nullptr ? SetWindowTextW(file, random_file().c_str())
+                    : EnumChildWindows(dialog, use_control, reinterpret_cast<LPARAM>(dialog));
     leave(dialog);
     ++monkey.answers;
 }
@@ -335,9 +313,7 @@ void answer_what_is_open() {
         PostMessageW(main_window(), WM_KEYDOWN,
                      pick<WPARAM>({VK_DOWN, VK_RIGHT, VK_RETURN, VK_ESCAPE, VK_ESCAPE}), 0);
     } else if (is_busy() && (dialog == nullptr || (dialog == cancel_box() && percent(60)))) {
-        if (monkey.inside) {
-            monkey.inside = false;
-            ++monkey.meanwhile;
+        if (std::exchange(monkey.inside, false)) {
             act();
             run();
             monkey.inside = true;
@@ -363,34 +339,11 @@ void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
 // ---- What must hold after each step -------------------------------------------------------------
 
 std::string engine_fault() {
-    const std::string fault = check_engine(monkey.lost);
-    for (; !check_engine(monkey.lost).empty() && monkey.clones > 0; --monkey.clones) {
+    for (; monkey.clones > 0 && !check_engine(monkey.lost).empty(); --monkey.clones) {
         ++monkey.lost;
     }
     monkey.clones = 0;
-    return check_engine(monkey.lost).empty() ? "" : fault;
-}
-
-// `settled`: the box and the cell list have just been told the current cell.
-std::string window_fault(bool settled) {
-    constexpr size_t k_shown_by_all = 40;  // a name from a file may be longer than the box shows
-    std::string name = to_8bit(to_utf16(current_name().c_str()));
-    name.resize(std::min(name.size(), k_shown_by_all));
-    const bool edited = sci(text_pane(), SCI_GETMODIFY) != 0;
-    int cells = 0;
-    for (CellHandle c = index_first(index_root()); c != 0; c = index_next(c)) {
-        cells += is_live_cell(c);
-    }
-    return is_busy() || cancel_box() != nullptr || recovery_available() ||
-                   short_on_memory_offer_open() || !IsWindowEnabled(main_window())
-               ? "something is still under way"
-           : text_pane_cell() != current_cell() ||
-                   (!edited && words() != stored_text(current_cell()))
-               ? "the text pane does not show the cell " + name
-           : settled && (box_text().find(name) != 0 || selected_item().find(name) != 0)
-               ? "box or list do not show the cell " + name
-           : item_count() != cells ? "the list has not as many items as there are cells"
-                                   : "";
+    return check_engine(monkey.lost);
 }
 
 // A clone loses the copy of its cell's view state, on purpose.
@@ -404,11 +357,29 @@ uint32_t from_environment(const char *name, uint32_t otherwise) {
     return text != nullptr ? static_cast<uint32_t>(strtoul(text, nullptr, 10)) : otherwise;
 }
 
+// `settled`: the box and the cell list have just been told the current cell.
+void check_window(bool settled) {
+    constexpr size_t k_shown_by_all = 40;  // a name from a file may be longer than the box shows
+    std::string name = to_8bit(to_utf16(current_name().c_str()));
+    name.resize(std::min(name.size(), k_shown_by_all));
+    int cells = 0;
+    for (CellHandle c = index_first(index_root()); c != 0; c = index_next(c)) {
+        cells += is_live_cell(c);
+    }
+    EXPECT_FALSE(is_busy() || cancel_box() != nullptr || recovery_available() ||
+                 short_on_memory_offer_open() || !IsWindowEnabled(main_window()));
+    EXPECT_EQ(text_pane_cell(), current_cell());
+    EXPECT_TRUE(sci(text_pane(), SCI_GETMODIFY) || words() == stored_text(current_name().c_str()))
+        << name;
+    EXPECT_TRUE(!settled || (box_text().find(name) == 0 && selected_item().find(name) == 0))
+        << name;
+    EXPECT_EQ(item_count(), cells);
+}
+
 struct MonkeyTest : ShellTest {
     void begin() {
         answers_end();
         monkey.lost = monkey.clones = 0;
-        ++monkey.starts;
         write_file("good.qvx", web_of("cell_1 Plan1", cell_of("cell_1", "home Plan2")));
         write_file("broken.qvx", web_of("cell_1").substr(0, 40));
         write_file("full.qvx", web_of("Plan3", cell_of("Plan3", lines_of(draw(400000)))));
@@ -417,35 +388,29 @@ struct MonkeyTest : ShellTest {
         monkey.window_proc = subclass_window(main_window(), count_clones);
     }
 
-    // Where the program was ended, an operation was cut off and has left what it had.
-    void begin_again() {
-        const bool whole = ended_with() == k_still_running;
-        KillTimer(nullptr, monkey.timer);
-        TearDown();
-        EXPECT_TRUE(!whole || blocks_in_use() <= monkey.lost + monkey.clones);
-        SetUp();
-        begin();
-    }
-
     void check() {
         const bool settled = percent(3);
         run();
         if (settled && IsWindow(main_window())) {
             command(CMD_CELL_NEXT);
         }
-        if (ended_with() != k_still_running || !IsWindow(main_window())) {
-            begin_again();
+        const bool ended = ended_with() != k_still_running;  // which cuts an operation off
+        if (ended || !IsWindow(main_window())) {
+            KillTimer(nullptr, monkey.timer);
+            TearDown();
+            EXPECT_TRUE(ended || blocks_in_use() <= monkey.lost + monkey.clones);
+            SetUp();
+            begin();
         }
-        monkey.full += blocks_free() < 100;
-        EXPECT_EQ(engine_fault() + window_fault(settled), "");
+        EXPECT_EQ(engine_fault(), "");
+        check_window(settled);
     }
 };
 
 // Some steps follow the one before at once, while its messages still wait.
 TEST_F(MonkeyTest, LeavesEverythingWhole) {
     const uint32_t steps = from_environment("QUORVANE_MONKEY_STEPS", 1500);
-    const uint32_t seed = from_environment("QUORVANE_MONKEY_SEED", 1);
-    monkey.state = seed;
+    monkey.state = from_environment("QUORVANE_MONKEY_SEED", 1);
     begin();
     for (uint32_t step = 0; step < steps && !HasFailure(); ++step) {
         monkey.inside = true;
@@ -456,10 +421,6 @@ TEST_F(MonkeyTest, LeavesEverythingWhole) {
         monkey.inside = false;
     }
     KillTimer(nullptr, monkey.timer);
-    printf(
-        "\n%u steps from seed %u: %u starts, %u answers, %u steps during reports, %u checks with "
-        "fewer than 100 blocks free\n",
-        steps, seed, monkey.starts, monkey.answers, monkey.meanwhile, monkey.full);
 }
 
 }  // namespace

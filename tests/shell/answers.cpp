@@ -58,16 +58,14 @@ void CALLBACK look(HWND, UINT, UINT_PTR, DWORD) {
     answered = dialog;
     if (!standing_text.empty() && texts.find(standing_text) != std::string::npos) {
         press_button(dialog, standing_button);
-        return;
-    }
-    if (answers.empty() || texts.find(answers.front().text) == std::string::npos) {
+    } else if (answers.empty() || texts.find(answers.front().text) == std::string::npos) {
         unexpected += texts + "\n";
         press_button(dialog, GetDlgItem(dialog, IDCANCEL) ? IDCANCEL : IDOK);
-        return;
+    } else {
+        const auto act = std::exchange(answers.front().act, nullptr);
+        answers.pop_front();
+        act(dialog);
     }
-    const Answer next = answers.front();
-    answers.pop_front();
-    next.act(dialog);
 }
 
 }  // namespace
@@ -86,18 +84,13 @@ void answer_always(const std::string &text, int button) {
 }
 
 bool all_asked() {
-    const bool all = answers.empty();
-    answers.clear();
-    return all;
+    return std::exchange(answers, {}).empty();
 }
 
 void press_button(HWND dialog, int button) {
     HWND control = GetDlgItem(dialog, button);
-    if (control) {
-        PostMessageW(control, BM_CLICK, 0, 0);
-    } else {
-        PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-    }
+    PostMessageW(control ? control : dialog, control ? BM_CLICK : WM_COMMAND,
+                 control ? 0 : static_cast<WPARAM>(button), 0);
 }
 
 std::string unexpected_dialogs() {

@@ -23,12 +23,6 @@ struct CellCommands : ShellTest {
         command(id);
     }
 
-    static void visit(std::initializer_list<const char *> names) {
-        for (const char *name : names) {
-            go_to_name(name);
-        }
-    }
-
     static std::string shown_cell() { return box_text() + "|" + current_name(); }
 
     static bool list_is_open() {
@@ -87,7 +81,7 @@ TEST_F(CellCommands, CloneAndDelete) {
     EXPECT_EQ(shown(), "copy|text");
     type(text_pane(), "more ");
     delete_by_command(IDCANCEL);
-    EXPECT_EQ(current_name(), "copy");
+    EXPECT_EQ(shown(), "copy|more text");
     delete_by_command();
     EXPECT_EQ(shown(), "home|text");
     EXPECT_EQ(after(CMD_CELL_DELETE, status_text), "Can't Delete Home");
@@ -132,7 +126,9 @@ void choose(WPARAM entry) {
 
 TEST_F(CellCommands, TheListShowsTheTrailAndJumps) {
     start(web_of("", cell_of("a") + cell_of("b") + cell_of("c")));
-    visit({"a", "b", "c"});
+    go_to_name("a");
+    go_to_name("b");
+    go_to_name("c");
     open_list();
     EXPECT_EQ(list_entries(), "c b a home");
     choose(0);
@@ -156,14 +152,16 @@ TEST_F(CellCommands, TheListShowsTheTrailAndJumps) {
 // The list that was opened earlier holds what the trail was then.
 TEST_F(CellCommands, KeysWalkTheTrailAsItIsNow) {
     start(web_of("", cell_of("alpha") + cell_of("beans")));
-    visit({"alpha", "beans"});
+    go_to_name("alpha");
+    go_to_name("beans");
     open_list();
     EXPECT_FALSE(after(cellname_edit(), VK_F4, list_is_open));
     EXPECT_EQ(after(CMD_BACK, shown_cell), "alpha|alpha");
     EXPECT_EQ(after(cellname_edit(), VK_UP, shown_cell), "alpha|alpha")
         << "nothing stands before the current cell";
     EXPECT_EQ(after(cellname_edit(), VK_DOWN, shown_cell), "home|home");
-    visit({"beans", "alpha"});
+    go_to_name("beans");
+    go_to_name("alpha");
     for (HWND window : {cellname_edit(), pane_window(k_pane_box)}) {
         PostMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
         run();
@@ -181,7 +179,8 @@ TEST_F(CellCommands, KeysWalkTheTrailAsItIsNow) {
 
 TEST_F(CellCommands, AChoiceThatMovesNothingLeavesTheCurrentName) {
     start(web_of("", cell_of("alpha") + cell_of("beans")));
-    visit({"alpha", "beans"});
+    go_to_name("alpha");
+    go_to_name("beans");
     open_list();
     ASSERT_EQ(output_open(), 0);
     choose(1);

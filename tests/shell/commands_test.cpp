@@ -42,8 +42,9 @@ std::string clipboard() {
     return text;
 }
 
+constexpr const char *k_panes[] = {"box", "text", "list", "tabs", "console"};
+
 Sight look() {
-    constexpr const char *k_panes[] = {"box", "text", "list", "tabs", "console"};
     return {{"asks", question_in(unexpected_dialogs())},
             {"box", box_text()},
             {"cell", current_name()},
@@ -122,14 +123,13 @@ constexpr Row everywhere(WORD command, const char *outcome) {
 }
 
 // A command that shows a view changes the pane too, unless it is the view's own.
-constexpr Row shows_console(WORD command, const char *outcome, const char *in_console) {
-    return {command, outcome, outcome, outcome, in_console};
+bool shows_own_view(const std::string &expected, PaneIndex pane) {
+    return expected.find(std::string(", pane ") + k_panes[pane]) != std::string::npos;
 }
 
 // Quitting has tests of its own.
 constexpr Row k_with_a_selection[] = {
-    {CMD_FILE_NEW, "cell home, cells 1, console , pane list", "cell home, cells 1, console ",
-     "cell home, cells 1, console , pane list", "cell home, cells 1, console , pane list"},
+    everywhere(CMD_FILE_NEW, "cell home, cells 1, console , pane list"),
     everywhere(CMD_FILE_OPEN, "asks Open"),
     everywhere(CMD_FILE_SAVE, ""),
     everywhere(CMD_FILE_SAVE_AS, "asks Save As"),
@@ -151,11 +151,9 @@ constexpr Row k_with_a_selection[] = {
     everywhere(CMD_CELL_NEXT, "cell zeta"),
     everywhere(CMD_BACK, "cell home"),
     {CMD_FOLLOW, "cell fresh, cells 4", "cell zeta", "asks No such cell. Create it?", "cell home"},
-    shows_console(CMD_HELP_OVERVIEW, "console Quorvane reads, pane console",
-                  "console Quorvane reads"),
-    shows_console(CMD_HELP_REPORT_FORMAT, "console For a formatte, pane console",
-                  "console For a formatte"),
-    shows_console(CMD_HELP_MORE, "console Requests for i, pane console", "console Requests for i"),
+    everywhere(CMD_HELP_OVERVIEW, "console Quorvane reads, pane console"),
+    everywhere(CMD_HELP_REPORT_FORMAT, "console For a formatte, pane console"),
+    everywhere(CMD_HELP_MORE, "console Requests for i, pane console"),
     everywhere(CMD_HELP_ABOUT, "asks QUORVANE   v1.2"),
     {CMD_NEXT_PANE, "pane list", "pane box", "pane box", "pane box"},
     everywhere(CMD_SPARE_BUTTON, ""),
@@ -220,7 +218,9 @@ TEST_F(Commands, DoWhatTheActivePaneCallsFor) {
                                                             {k_pane_console, row.console}};
         for (const auto &[pane, expected] : cases) {
             prepare(pane, selected);
-            EXPECT_EQ(outcome(row.command), expected) << row.command << " in pane " << pane;
+            std::string seen = outcome(row.command);
+            seen += shows_own_view(expected, pane) ? std::string(", pane ") + k_panes[pane] : "";
+            EXPECT_EQ(seen, expected) << row.command << " in pane " << pane;
         }
     };
     for (const Row &row : k_with_a_selection) {

@@ -34,14 +34,12 @@ TEST_F(HotSpots, NewCellsBecomeLinksInBothPanes) {
 TEST_F(HotSpots, EditingMakesAndUnmakesLinks) {
     start_in_text(web_of("hom plan", cell_of("plan")));
     EXPECT_EQ(style_at(text_pane(), 0), 0);
-    sci(text_pane(), SCI_GOTOPOS, 3);
-    type(text_pane(), "e");
-    EXPECT_EQ(style_at(text_pane(), 0), 2);
-    EXPECT_EQ(style_at(text_pane(), 5), 2);
-    sci(text_pane(), SCI_GOTOPOS, 7);
-    type(text_pane(), " ");
-    EXPECT_EQ(style_at(text_pane(), 5), 0);
-    EXPECT_EQ(style_at(text_pane(), 8), 0);
+    for (const auto &[at, typed] : {std::pair{3, "e"}, std::pair{7, " "}}) {
+        sci(text_pane(), SCI_GOTOPOS, at);
+        type(text_pane(), typed);
+        EXPECT_EQ(style_at(text_pane(), 0), 2);
+        EXPECT_EQ(style_at(text_pane(), 5), at == 3 ? 2 : 0);
+    }
 }
 
 TEST_F(HotSpots, ClickGoesToTheCell) {
@@ -107,14 +105,6 @@ TEST_F(HotSpots, DoubleClickCreatesACell) {
     command(CMD_BACK);
     double_click(text_pane(), 1);
     EXPECT_EQ(current_name(), "some");
-}
-
-TEST_F(HotSpots, DoubleClickJustSelectsWhereThatIsSwitchedOff) {
-    start_in_text(web_of("some word"));
-    set_option_dclick_create(0);
-    double_click(text_pane(), 6);
-    run();
-    EXPECT_EQ(place(), "home 5-9");
 }
 
 TEST_F(HotSpots, SecondPressOfADoubleClickOnALinkIsSwallowed) {

@@ -32,19 +32,6 @@ void expect_no_gaps(LONG width, LONG height) {
     EXPECT_TRUE(buttons[0].left >= width - 54 && buttons[1].right <= width);
 }
 
-// What a tool bar's tool tip says about one of its buttons.
-std::wstring tip_of(HWND bar, WORD command) {
-    wchar_t text[80] = L"";
-    TTTOOLINFOW tool = {};
-    tool.cbSize = sizeof tool;
-    tool.hwnd = bar;
-    tool.uId = command;
-    tool.lpszText = text;
-    SendMessageW(reinterpret_cast<HWND>(SendMessageW(bar, TB_GETTOOLTIPS, 0, 0)), TTM_GETTEXTW, 80,
-                 as_lparam(&tool));
-    return text;
-}
-
 struct Layout : ShellTest {};
 
 TEST_F(Layout, FitsTheHandheldsScreen) {
@@ -65,14 +52,12 @@ TEST_F(Layout, FollowsTheWindowsSize) {
 
 TEST_F(Layout, CollapsesWhatIsNotShown) {
     start();
-    const std::pair<PaneIndex, std::string> panes[] = {{k_pane_list, numbers(2, 25, 358, 464)},
-                                                       {k_pane_text, numbers(0, 25, 360, 464)},
-                                                       {k_pane_console, numbers(0, 25, 360, 464)}};
+    const PaneIndex panes[] = {k_pane_list, k_pane_text, k_pane_console};
     for (int shown = 0; shown < 3; ++shown) {
         show_tab(shown);
         for (int i = 0; i < 3; ++i) {
-            EXPECT_EQ(where(pane_window(panes[i].first)),
-                      i == shown ? panes[i].second : numbers(0, 0, 0, 0));
+            const std::string place = i == 0 ? numbers(2, 25, 358, 464) : numbers(0, 25, 360, 464);
+            EXPECT_EQ(where(pane_window(panes[i])), i == shown ? place : numbers(0, 0, 0, 0));
         }
     }
 }
@@ -115,11 +100,22 @@ TEST(Fonts, HaveTheirHeights) {
 
 TEST_F(Layout, PictureButtonsSayWhatTheyDo) {
     start();
-    EXPECT_EQ(tip_of(navigation_buttons(), CMD_BACK), L"Back (Alt+Left)");
-    EXPECT_EQ(tip_of(navigation_buttons(), CMD_FOLLOW), L"Follow (Alt+Right)");
-    EXPECT_EQ(tip_of(menu_bar(), CMD_REPORT), L"Run the report");
-    EXPECT_EQ(tip_of(menu_bar(), CMD_SPARE_BUTTON), L"Does nothing");
-    EXPECT_EQ(tip_of(menu_bar(), STR_MENU_FILE), L"");
+    const struct {
+        HWND bar;
+        WORD command;
+        const wchar_t *tip;
+    } rows[] = {{navigation_buttons(), CMD_BACK, L"Back (Alt+Left)"},
+                {navigation_buttons(), CMD_FOLLOW, L"Follow (Alt+Right)"},
+                {menu_bar(), CMD_REPORT, L"Run the report"},
+                {menu_bar(), CMD_SPARE_BUTTON, L"Does nothing"},
+                {menu_bar(), STR_MENU_FILE, L""}};
+    for (const auto &row : rows) {
+        wchar_t text[80] = L"";
+        TTTOOLINFOW tool = {sizeof tool, 0, row.bar, row.command, {}, nullptr, text, 0, nullptr};
+        const LRESULT tips = SendMessageW(row.bar, TB_GETTOOLTIPS, 0, 0);
+        SendMessageW(reinterpret_cast<HWND>(tips), TTM_GETTEXTW, 80, as_lparam(&tool));
+        EXPECT_STREQ(text, row.tip);
+    }
 }
 
 }  // namespace

@@ -23,9 +23,8 @@ void post_click(HWND window, LONG x, LONG y) {
 
 // Within the character, away from the edge between two.
 void post_press(HWND pane, LRESULT position) {
-    const LRESULT x = sci(pane, SCI_POINTXFROMPOSITION, 0, position);
-    const LRESULT y = sci(pane, SCI_POINTYFROMPOSITION, 0, position);
-    post_click(pane, static_cast<LONG>(x) + 2, static_cast<LONG>(y) + 4);
+    post_click(pane, static_cast<LONG>(sci(pane, SCI_POINTXFROMPOSITION, 0, position)) + 2,
+               static_cast<LONG>(sci(pane, SCI_POINTYFROMPOSITION, 0, position)) + 4);
 }
 
 }  // namespace
@@ -72,13 +71,11 @@ void ShellTest::TearDown() {
     std::filesystem::remove_all("files", ignored);
 }
 
-void ShellTest::start() {
-    launch("");
-}
-
 void ShellTest::start(const std::string &web) {
-    write_file(path, web);
-    launch(path);
+    if (!web.empty()) {
+        write_file(path, web);
+    }
+    launch(web.empty() ? "" : path);
 }
 
 void ShellTest::start_in_text(const std::string &web) {
@@ -97,15 +94,10 @@ void launch(const std::string &command_line, const wchar_t *screen) {
 bool run_until(const std::function<bool()> &done) {
     const DWORD start = GetTickCount();
     int code = 0;
-    while (!done()) {
-        if (GetTickCount() - start > k_patience || !message_loop_round(&code)) {
-            return done();
-        }
-        if (!done()) {
-            desktop_idle();
-        }
+    while (!done() && GetTickCount() - start <= k_patience && message_loop_round(&code)) {
+        desktop_idle();
     }
-    return true;
+    return done();
 }
 
 void run() {
@@ -156,8 +148,7 @@ void click(HWND pane, LRESULT position) {
 
 void double_click(HWND pane, LRESULT position) {
     post_press(pane, position);
-    post_press(pane, position);
-    run();
+    click(pane, position);
 }
 
 void show_tab(int tab) {
@@ -234,16 +225,13 @@ int style_at(HWND pane, LRESULT position) {
     return static_cast<int>(sci(pane, SCI_GETSTYLEAT, position));
 }
 
-testing::AssertionResult caret_is_in_view() {
+bool caret_is_in_view() {
     UpdateWindow(text_pane());
     const LRESULT caret = sci(text_pane(), SCI_GETCURRENTPOS);
     const LRESULT y = sci(text_pane(), SCI_POINTYFROMPOSITION, 0, caret);
     RECT room;
     GetClientRect(text_pane(), &room);
-    if (y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom) {
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure() << "at " << y << " of " << room.bottom;
+    return y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom;
 }
 
 RECT place_of(HWND window) {
@@ -279,12 +267,9 @@ std::string current_name() {
 }
 
 std::string stored_text(const char *name) {
-    return stored_text(cell_lookup(name));
-}
-
-std::string stored_text(CellHandle cell) {
-    std::string text(text_size(cell_text(cell)), '\0');
-    text_copy_out(text.data(), cell_text(cell), static_cast<uint32_t>(text.size()));
+    const auto stored = cell_text(cell_lookup(name));
+    std::string text(text_size(stored), '\0');
+    text_copy_out(text.data(), stored, static_cast<uint32_t>(text.size()));
     return text;
 }
 

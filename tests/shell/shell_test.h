@@ -35,10 +35,8 @@ struct ShellTest : testing::Test {
     void SetUp() override;
     void TearDown() override;
 
-    // Starts the program on a new web, on a file of these bytes, and the latter with its text
-    // shown.
-    void start();
-    void start(const std::string &web);
+    // Starts the program on a new web or a file of these bytes, and the latter with its text shown.
+    void start(const std::string &web = "");
     void start_in_text(const std::string &web);
 };
 
@@ -108,7 +106,7 @@ int item_count();
 // Style of the byte at a position, styled first.
 int style_at(HWND pane, LRESULT position);
 
-testing::AssertionResult caret_is_in_view();  // of the text pane
+bool caret_is_in_view();  // of the text pane
 
 RECT place_of(HWND window);  // in the main window
 bool has_focus(HWND window);
@@ -126,7 +124,6 @@ std::string cell_of(const std::string &name, const std::string &text = "");
 
 std::string current_name();
 std::string stored_text(const char *name);
-std::string stored_text(CellHandle cell);
 
 // Takes blocks until so many are free.
 void leave_free_blocks(uint32_t count);

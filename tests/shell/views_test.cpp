@@ -2,29 +2,26 @@
 #include "shell/panes/console_pane.h"
 #include "tests/shell/shell_test.h"
 
+#include <tuple>
+#include <utility>
+
 struct Views : ShellTest {};
 
 TEST_F(Views, TabsMoveTheFocusAndTheTabKeyTogglesIt) {
     start();
-    const struct {
-        int tab;
-        ViewIndex view;
-        PaneIndex pane;
-    } rows[] = {{1, k_view_text, k_pane_text},
-                {2, k_view_console, k_pane_console},
-                {0, k_view_list, k_pane_list}};
+    const std::tuple<int, ViewIndex, PaneIndex> rows[] = {{1, k_view_text, k_pane_text},
+                                                          {2, k_view_console, k_pane_console},
+                                                          {0, k_view_list, k_pane_list}};
     ViewIndex before = k_view_list;
-    for (const auto &row : rows) {
-        show_tab(row.tab);
-        EXPECT_EQ(current_view(), row.view);
-        EXPECT_EQ(previous_view(), before);
-        EXPECT_EQ(active_pane(), row.pane);
-        EXPECT_TRUE(has_focus(pane_window(row.pane)));
+    for (const auto &[tab, view, pane] : rows) {
+        show_tab(tab);
+        EXPECT_EQ(current_view(), view);
+        EXPECT_EQ(previous_view(), std::exchange(before, view));
+        EXPECT_TRUE(has_focus(pane_window(pane)));
         EXPECT_EQ(after(GetFocus(), VK_TAB, active_pane), k_pane_box);
         EXPECT_TRUE(has_focus(cellname_edit()));
-        press(GetFocus(), VK_TAB);
-        EXPECT_TRUE(has_focus(pane_window(row.pane)));
-        before = row.view;
+        EXPECT_EQ(after(GetFocus(), VK_TAB, active_pane), pane);
+        EXPECT_TRUE(has_focus(pane_window(pane)));
     }
 }
 
