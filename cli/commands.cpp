@@ -87,7 +87,7 @@ void print_name(BlockHandle name, bool escaped) {
 
 // A new name must come back from the file as it is, and stand on a line of its own in a list.
 bool name_can_be_saved(const char *name) {
-    return cellname_valid(name) && std::strlen(name) <= k_cellname_max &&
+    return cellname_valid(name) && strlen(name) <= k_cellname_max &&
            std::strpbrk(name, "\r\n") == nullptr;
 }
 

@@ -43,9 +43,9 @@ bool is_file_error(const char *text) {
 }
 
 void print_message(const char *text, const char *reason) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "qvx: %s%s%s%s%s\n", host.file, *host.file == 0 ? "" : ": ", text,
-                 *reason == 0 ? "" : ": ", reason);
+    fflush(stdout);
+    fprintf(stderr, "qvx: %s%s%s%s%s\n", host.file, *host.file == 0 ? "" : ": ", text,
+            *reason == 0 ? "" : ": ", reason);
 }
 
 const char *reason_of(int error) {
@@ -114,11 +114,11 @@ void host_console_newline(uint8_t mode) {
 }
 
 void host_print(const char *bytes, uint32_t count) {
-    note_lost_output(std::fwrite(bytes, 1, count, stdout) != count);
+    note_lost_output(fwrite(bytes, 1, count, stdout) != count);
 }
 
 bool host_finish_output() {
-    note_lost_output(std::fflush(stdout) != 0);
+    note_lost_output(fflush(stdout) != 0);
     if (host.output_error != 0) {
         host_name_file("standard output");
         print_message(error_message(k_cannot_write_output), reason_of(host.output_error));
@@ -154,14 +154,14 @@ bool ask_ok_cancel(const char *, const char *) {
 }
 
 void end_program(int status) {
-    std::fflush(stdout);
-    std::_Exit(status < 0 ? k_exit_memory : status);
+    fflush(stdout);
+    _Exit(status < 0 ? k_exit_memory : status);
 }
 
 void check_failed(const char *what) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "qvx: %s: %s\n", error_message(k_internal_error), what);
-    std::_Exit(k_exit_fault);
+    fflush(stdout);
+    fprintf(stderr, "qvx: %s: %s\n", error_message(k_internal_error), what);
+    _Exit(k_exit_fault);
 }
 
 // ---- The view: what stands for a selection, and the console -------------------------------------

@@ -33,7 +33,7 @@ int fail_with(const char *message) {
 int read_from(FILE *file) {
     char bytes[1024];
     size_t n = 0;
-    while ((n = std::fread(bytes, 1, sizeof bytes, file)) > 0) {
+    while ((n = fread(bytes, 1, sizeof bytes, file)) > 0) {
         if (std::memchr(bytes, 0, n) != nullptr) {
             return refuse_with("a text cannot hold NUL characters", k_exit_refused);
         }
@@ -65,7 +65,7 @@ int new_text_take(const CommandLine &line) {
         return fail_with("cannot be opened");
     }
     const int status = read_from(file);
-    std::fclose(file);
+    fclose(file);
     return status;
 }
 
@@ -85,9 +85,10 @@ bool new_text_equals(BlockHandle head) {
         if (ch == '\n' && before != '\r') {
             at += at < there.size() && there[at] == '\r' ? 1u : 0u;
         }
-        if (at >= there.size() || there[at++] != ch) {
+        if (at >= there.size() || there[at] != ch) {
             return false;
         }
+        ++at;
         before = ch;
     }
     return at == there.size();

@@ -12,8 +12,8 @@
 namespace {
 
 [[noreturn]] void not_without_view(const char *function) {
-    std::fprintf(stderr, "%s(): this program has no view: who called it?\n", function);
-    std::abort();
+    fprintf(stderr, "%s(): this program has no view: who called it?\n", function);
+    abort();
 }
 
 }  // namespace

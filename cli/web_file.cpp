@@ -65,7 +65,7 @@ int run_writing(void (*body)(void *)) {
 bool finish_cut_off_save(const char *name) {
     FILE *file = open_web_file(name, file_read_mode());
     if (file != nullptr) {
-        std::fclose(file);
+        fclose(file);
     }
     return file != nullptr;
 }
@@ -86,7 +86,7 @@ int lock_status(LockResult result) {
 }  // namespace
 
 bool is_standard_stream(const char *name) {
-    return std::strcmp(name, "-") == 0;
+    return strcmp(name, "-") == 0;
 }
 
 bool same_file(const char *one, const char *other) {
@@ -145,7 +145,7 @@ int web_load(const char *name) {
     }
     const bool abandoned = recovery_run(read_body, nullptr) < 0;
     if (!is_stdin) {
-        std::fclose(web_file.file);
+        fclose(web_file.file);
     }
     web_file.file = nullptr;
     if (abandoned) {

@@ -4,12 +4,12 @@
 #include "desktop/window.h"
 
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO *info) {
-    if (!info || !IsWindow(info->hwndParent) || adopted_main_window()) {
+    if (info == nullptr || IsWindow(info->hwndParent) == 0 || adopted_main_window() != nullptr) {
         return FALSE;
     }
     info->hwndMB = menu_bar_create(info->hwndParent, info->hInstRes, info->nToolBarId, info->nBmpId,
                                    info->cBmpImages);
-    if (!info->hwndMB) {
+    if (info->hwndMB == nullptr) {
         return FALSE;
     }
     adopt_main_window(info->hwndParent);
@@ -18,7 +18,7 @@ BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO *info) {
 }
 
 BOOL WINAPI SHSipInfo(UINT action, UINT, PVOID info, UINT) {
-    if (action != SPI_GETSIPINFO || !info) {
+    if (action != SPI_GETSIPINFO || info == nullptr) {
         return FALSE;
     }
     SIPINFO *panel = static_cast<SIPINFO *>(info);

@@ -30,13 +30,13 @@ RECT place_in(HWND dialog, HWND control) {
 // Combo boxes count with the field alone, which is what their window is while the list is closed.
 Layout measure(HWND dialog) {
     Layout layout = {};
-    for (HWND control = GetWindow(dialog, GW_CHILD); control;
+    for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT)) {
         const RECT rect = place_in(dialog, control);
         layout.bottom = std::max(layout.bottom, rect.bottom);
         const LRESULT code = SendMessageW(control, WM_GETDLGCODE, 0, 0);
-        if ((code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) &&
-            (!layout.lowest_button || rect.bottom > layout.button.bottom)) {
+        if (((code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0) &&
+            (layout.lowest_button == nullptr || rect.bottom > layout.button.bottom)) {
             layout.lowest_button = control;
             layout.button = rect;
         }
@@ -45,11 +45,11 @@ Layout measure(HWND dialog) {
 }
 
 bool is_free(HWND dialog, const RECT &place) {
-    for (HWND control = GetWindow(dialog, GW_CHILD); control;
+    for (HWND control = GetWindow(dialog, GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT)) {
         const RECT rect = place_in(dialog, control);
         RECT common;
-        if (IntersectRect(&common, &rect, &place)) {
+        if (IntersectRect(&common, &rect, &place) != 0) {
             return false;
         }
     }
@@ -87,7 +87,7 @@ void add_ok_button(HWND dialog) {
     RECT place = layout.button;
     OffsetRect(&place, -(place.right - place.left) - gap, 0);
     HWND before = layout.lowest_button;
-    if (!before || !is_free(dialog, place)) {
+    if (before == nullptr || !is_free(dialog, place)) {
         place = add_row(dialog, layout);
         before = nullptr;
     }
@@ -97,25 +97,25 @@ void add_ok_button(HWND dialog) {
                         dialog, reinterpret_cast<HMENU>(IDOK), nullptr, nullptr);
     SendMessageW(button, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog, WM_GETFONT, 0, 0)),
                  FALSE);
-    HWND after = before ? GetWindow(before, GW_HWNDPREV) : nullptr;
-    SetWindowPos(button, before ? (after ? after : HWND_TOP) : HWND_BOTTOM, 0, 0, 0, 0,
-                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    HWND after = before != nullptr ? GetWindow(before, GW_HWNDPREV) : nullptr;
+    SetWindowPos(button, before != nullptr ? (after != nullptr ? after : HWND_TOP) : HWND_BOTTOM, 0,
+                 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SendMessageW(dialog, DM_SETDEFID, IDOK, 0);
 }
 
 // A dialog with a default button of its own (a cancel box) is not to be ended by another.
 bool lacks_ok_button(HWND dialog) {
     const LRESULT answer = SendMessageW(dialog, DM_GETDEFID, 0, 0);
-    return !GetDlgItem(dialog, IDOK) &&
-           (HIWORD(answer) != DC_HASDEFID || !GetDlgItem(dialog, LOWORD(answer)));
+    return GetDlgItem(dialog, IDOK) == nullptr &&
+           (HIWORD(answer) != DC_HASDEFID || GetDlgItem(dialog, LOWORD(answer)) == nullptr);
 }
 
 // Over the middle of the owner's client area, all of it on the screen.
 void centre(HWND dialog) {
     HWND owner = GetWindow(dialog, GW_OWNER);
-    const RECT free_area = free_area_around(owner ? owner : dialog);
+    const RECT free_area = free_area_around(owner != nullptr ? owner : dialog);
     RECT around = free_area;
-    if (owner && IsWindowVisible(owner) && !IsIconic(owner)) {
+    if (owner != nullptr && IsWindowVisible(owner) != 0 && IsIconic(owner) == 0) {
         GetClientRect(owner, &around);
         MapWindowPoints(owner, nullptr, reinterpret_cast<POINT *>(&around), 2);
     }
@@ -149,7 +149,7 @@ void move_by(HWND dialog, HWND control, long way) {
 void narrow_sheet(HWND sheet) {
     HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETTABCONTROL, 0, 0));
     HWND owner = GetWindow(sheet, GW_OWNER);
-    if (!tabs || !owner) {
+    if (tabs == nullptr || owner == nullptr) {
         return;
     }
     RECT room;
@@ -161,7 +161,8 @@ void narrow_sheet(HWND sheet) {
         return;
     }
     HWND page = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0));
-    for (HWND child = GetWindow(sheet, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    for (HWND child = GetWindow(sheet, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
         if (child == tabs || child == page) {
             resize_by(child, -excess);
         } else {
@@ -174,20 +175,20 @@ void narrow_sheet(HWND sheet) {
 }  // namespace
 
 BOOL WINAPI SHInitDialog(SHINITDLGINFO *info) {
-    if (!info || !(info->dwMask & SHIDIM_FLAGS) || !IsWindow(info->hDlg)) {
+    if (info == nullptr || (info->dwMask & SHIDIM_FLAGS) == 0 || IsWindow(info->hDlg) == 0) {
         return FALSE;
     }
     HWND dialog = info->hDlg;
-    if (GetWindowLongW(dialog, GWL_STYLE) & WS_CHILD) {
+    if ((GetWindowLongW(dialog, GWL_STYLE) & WS_CHILD) != 0) {
         return TRUE;
     }
     if (GetWindowTextLengthW(dialog) == 0) {
         SetWindowTextW(dialog, L"Quorvane");
     }
-    if ((info->dwFlags & SHIDIF_DONEBUTTON) && lacks_ok_button(dialog)) {
+    if (((info->dwFlags & SHIDIF_DONEBUTTON) != 0) && lacks_ok_button(dialog)) {
         add_ok_button(dialog);
     }
-    if (info->dwFlags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN)) {
+    if ((info->dwFlags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN)) != 0) {
         narrow_sheet(dialog);
         centre(dialog);
     }

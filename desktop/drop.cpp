@@ -51,7 +51,7 @@ bool first_web_file(HDROP files, wchar_t *path, UINT size) {
     const UINT count = DragQueryFileW(files, 0xFFFFFFFF, nullptr, 0);
     for (UINT index = 0; index < count; ++index) {
         const UINT length = DragQueryFileW(files, index, nullptr, 0);
-        if (length < size && DragQueryFileW(files, index, path, size) && is_web_file(path)) {
+        if (length < size && DragQueryFileW(files, index, path, size) != 0 && is_web_file(path)) {
             return true;
         }
     }
@@ -71,7 +71,7 @@ bool web_file_in(IDataObject *data, wchar_t *path) {
 }
 
 bool takes_files() {
-    return drops.main_window && IsWindowEnabled(drops.main_window);
+    return drops.main_window != nullptr && IsWindowEnabled(drops.main_window) != 0;
 }
 
 // False when the main window takes no input now.
@@ -80,7 +80,7 @@ bool open_later(const wchar_t *path) {
         return false;
     }
     lstrcpynW(drops.to_open, path, k_path_max);
-    return PostMessageW(drops.main_window, k_message_open_dropped, 0, 0);
+    return PostMessageW(drops.main_window, k_message_open_dropped, 0, 0) != 0;
 }
 
 }  // namespace
@@ -100,7 +100,7 @@ ULONG WINAPI DropTarget::AddRef() {
 }
 
 ULONG WINAPI DropTarget::Release() {
-    if (--references == 0 && inner) {
+    if (--references == 0 && inner != nullptr) {
         inner->Release();
         inner = nullptr;
     }
@@ -109,14 +109,14 @@ ULONG WINAPI DropTarget::Release() {
 
 HRESULT WINAPI DropTarget::DragEnter(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) {
     carries_web = web_file_in(data, drops.dragged);
-    if (!carries_web && inner) {
+    if (!carries_web && inner != nullptr) {
         return inner->DragEnter(data, keys, point, effect);
     }
     return DragOver(keys, point, effect);
 }
 
 HRESULT WINAPI DropTarget::DragOver(DWORD keys, POINTL point, DWORD *effect) {
-    if (!carries_web && inner) {
+    if (!carries_web && inner != nullptr) {
         return inner->DragOver(keys, point, effect);
     }
     *effect &= carries_web && takes_files() ? k_effects : DWORD{DROPEFFECT_NONE};
@@ -124,7 +124,7 @@ HRESULT WINAPI DropTarget::DragOver(DWORD keys, POINTL point, DWORD *effect) {
 }
 
 HRESULT WINAPI DropTarget::DragLeave() {
-    if (!carries_web && inner) {
+    if (!carries_web && inner != nullptr) {
         return inner->DragLeave();
     }
     carries_web = false;
@@ -132,7 +132,7 @@ HRESULT WINAPI DropTarget::DragLeave() {
 }
 
 HRESULT WINAPI DropTarget::Drop(IDataObject *data, DWORD keys, POINTL point, DWORD *effect) {
-    if (!carries_web && inner) {
+    if (!carries_web && inner != nullptr) {
         return inner->Drop(data, keys, point, effect);
     }
     const bool taken = carries_web && open_later(drops.dragged);
@@ -148,18 +148,18 @@ void drop_register(HWND window) {
             target = &candidate;
         }
     }
-    if (!target) {
+    if (target == nullptr) {
         return;
     }
     // The system keeps a window's target in this property, and tells it in no other way.
     HANDLE property = GetPropW(window, L"OleDropTargetInterface");
     target->AddRef();
-    if (property) {
+    if (property != nullptr) {
         target->inner = static_cast<IDropTarget *>(property);
         target->inner->AddRef();
         RevokeDragDrop(window);
     }
-    if (FAILED(RegisterDragDrop(window, target)) && target->inner) {
+    if (FAILED(RegisterDragDrop(window, target)) && target->inner != nullptr) {
         RegisterDragDrop(window, target->inner);
     }
     target->Release();

@@ -60,7 +60,7 @@ void add_button(HINSTANCE instance, const WORD *entry) {
     button.fsState = static_cast<BYTE>(entry[k_button_state]);
     button.fsStyle = static_cast<BYTE>(entry[k_button_style]);
     button.iString = -1;
-    if (entry[k_button_text] && LoadStringW(instance, entry[k_button_text], text, 32) > 0) {
+    if ((entry[k_button_text] != 0) && LoadStringW(instance, entry[k_button_text], text, 32) > 0) {
         button.iString = reinterpret_cast<INT_PTR>(text);
     }
     popups_add_button(entry[k_button_popup]);
@@ -118,9 +118,9 @@ LRESULT CALLBACK bar_proc(HWND window, UINT message, WPARAM wparam, LPARAM lpara
 // The words of the resource, or null when there are none or they are cut short.
 const WORD *load_description(HINSTANCE instance, UINT id) {
     HRSRC resource = FindResourceW(instance, MAKEINTRESOURCEW(id), RT_RCDATA);
-    HGLOBAL data = resource ? LoadResource(instance, resource) : nullptr;
-    const WORD *words = data ? static_cast<const WORD *>(LockResource(data)) : nullptr;
-    const DWORD count = words ? SizeofResource(instance, resource) / sizeof(WORD) : 0;
+    HGLOBAL data = resource != nullptr ? LoadResource(instance, resource) : nullptr;
+    const WORD *words = data != nullptr ? static_cast<const WORD *>(LockResource(data)) : nullptr;
+    const DWORD count = words != nullptr ? SizeofResource(instance, resource) / sizeof(WORD) : 0;
     if (count < k_head_words || words[k_head_count] > k_buttons_max ||
         count < k_head_words + DWORD{words[k_head_count]} * k_button_words) {
         return nullptr;
@@ -153,8 +153,9 @@ void tell_tip(NMTTDISPINFOW *tip) {
 
 HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int image_count) {
     const WORD *words = load_description(instance, id);
-    HMENU menu = words ? LoadMenuW(instance, MAKEINTRESOURCEW(words[k_head_menu])) : nullptr;
-    if (!menu) {
+    HMENU menu =
+        words != nullptr ? LoadMenuW(instance, MAKEINTRESOURCEW(words[k_head_menu])) : nullptr;
+    if (menu == nullptr) {
         return nullptr;
     }
     const INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_BAR_CLASSES};
@@ -166,7 +167,7 @@ HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int i
                             TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER,
                         0, 0, 0, 0, parent, nullptr, instance, nullptr);
     popups_start(menu_bar.bar, menu);
-    if (!menu_bar.bar) {
+    if (menu_bar.bar == nullptr) {
         menu_bar_destroyed();
         return nullptr;
     }
@@ -181,7 +182,7 @@ HWND menu_bar_create(HWND parent, HINSTANCE instance, UINT id, int bitmap, int i
 }
 
 void menu_bar_place() {
-    if (menu_bar.bar) {
+    if (menu_bar.bar != nullptr) {
         RECT rect;
         GetClientRect(GetParent(menu_bar.bar), &rect);
         MoveWindow(menu_bar.bar, 0, rect.bottom - k_menu_bar_height, rect.right, k_menu_bar_height,
@@ -191,7 +192,7 @@ void menu_bar_place() {
 
 void menu_bar_destroyed() {
     popups_end();
-    if (menu_bar.font) {
+    if (menu_bar.font != nullptr) {
         DeleteObject(menu_bar.font);
     }
     menu_bar = {};
@@ -202,7 +203,7 @@ bool menu_bar_notify(NMHDR *header, LRESULT *result) {
         tell_tip(reinterpret_cast<NMTTDISPINFOW *>(header));
         return true;
     }
-    if (!menu_bar.bar || header->hwndFrom != menu_bar.bar) {
+    if (menu_bar.bar == nullptr || header->hwndFrom != menu_bar.bar) {
         return false;
     }
     *result = 0;
@@ -211,7 +212,7 @@ bool menu_bar_notify(NMHDR *header, LRESULT *result) {
     } else if (header->code == TBN_DROPDOWN) {
         const int index =
             index_of(static_cast<WPARAM>(reinterpret_cast<const NMTOOLBARW *>(header)->iItem));
-        if (popup_of(index)) {
+        if (popup_of(index) != nullptr) {
             popups_run(index);
         }
     }

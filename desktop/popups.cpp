@@ -44,7 +44,7 @@ constexpr struct {
 int neighbour(int button, int step) {
     do {
         button = (button + step + popups.count) % popups.count;
-    } while (!popup_of(button));
+    } while (popup_of(button) == nullptr);
     return button;
 }
 
@@ -65,7 +65,7 @@ bool filter_mouse(const MSG &message) {
     const bool moved = message.pt.x != popups.pointer.x || message.pt.y != popups.pointer.y;
     const int button = button_at(message.pt);
     popups.pointer = message.pt;
-    if ((pressed || moved) && popup_of(button) && button != popups.open) {
+    if ((pressed || moved) && popup_of(button) != nullptr && button != popups.open) {
         open_instead(button);
         return pressed;
     }
@@ -134,7 +134,7 @@ void popups_add_button(WORD popup) {
 }
 
 void popups_end() {
-    if (popups.menu) {
+    if (popups.menu != nullptr) {
         DestroyMenu(popups.menu);
     }
     popups = {};
@@ -174,7 +174,7 @@ void popups_run(int button) {
 
 bool popups_run_first() {
     for (int button = 0; button < popups.count; ++button) {
-        if (popup_of(button)) {
+        if (popup_of(button) != nullptr) {
             popups_run(button);
             return true;
         }

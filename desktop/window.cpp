@@ -87,7 +87,7 @@ LRESULT on_place_asked_for(const Message &message) {
 
 LRESULT on_size(const Message &message) {
     if (!k_stages[adopted.stage].tells_size || message.wparam == SIZE_MINIMIZED ||
-        IsIconic(message.window)) {
+        (IsIconic(message.window) != 0)) {
         return 0;
     }
     RECT rect;
@@ -111,7 +111,7 @@ void send_quit(HWND window) {
 }
 
 LRESULT on_close_button(const Message &message) {
-    if (IsWindowEnabled(message.window)) {
+    if (IsWindowEnabled(message.window) != 0) {
         send_quit(message.window);
     }
     return 0;
@@ -191,7 +191,7 @@ LRESULT on_child(const Message &message) {
 
 // The window takes input again when a dialog has been closed.
 LRESULT on_enable(const Message &message) {
-    if (message.wparam) {
+    if (message.wparam != 0) {
         SetCurrentDirectoryW(adopted.directory);
     }
     return to_program(message);
@@ -264,7 +264,7 @@ HWND adopted_main_window() {
 }
 
 SIZE adopted_client_size() {
-    if (adopted.window && !IsIconic(adopted.window)) {
+    if (adopted.window != nullptr && IsIconic(adopted.window) == 0) {
         RECT rect;
         GetClientRect(adopted.window, &rect);
         adopted.size = {rect.right, rect.bottom};

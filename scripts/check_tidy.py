@@ -29,17 +29,27 @@ def windows_options():
     told = subprocess.run([COMPILER, "-E", "-x", "c++", "-v", os.devnull], capture_output=True,
                           text=True, check=True).stderr
     folders = re.findall(r"^ (/\S*c\+\+\S*)$", told, re.MULTILINE)
-    return ["-p", "build/windows", "--extra-arg=--target=x86_64-w64-windows-gnu",
-            *(f"--extra-arg=-isystem{folder}" for folder in folders)]
+    return ["--extra-arg=--target=x86_64-w64-windows-gnu", *(f"--extra-arg=-isystem{folder}" for folder in folders)]
 
 
-def jobs():
+def compile_commands(stamps, preset):
+    """Copies a build's compile commands without what clang does not know; returns their folder."""
+    folder = stamps / preset
+    folder.mkdir(exist_ok=True)
+    commands = (ROOT / "build" / preset / "compile_commands.json").read_text(encoding="utf-8")
+    commands = re.sub(r" -f(lto|fat-lto-objects|no-use-linker-plugin|whole-program)[^ \"]*", "", commands)
+    (folder / "compile_commands.json").write_text(commands, encoding="utf-8")
+    return str(folder)
+
+
+def jobs(stamps):
     """Yields (source, what clang-tidy needs to find its compile command)."""
-    windows = windows_options()
+    native = ["-p", compile_commands(stamps, "native")]
+    windows = ["-p", compile_commands(stamps, "windows"), *windows_options()]
     for folder in NATIVE:
         for path in sorted((ROOT / folder).rglob("*.cpp")):
             if not path.is_relative_to(ROOT / "platform/windows"):
-                yield path, ["-p", "build/native"]
+                yield path, native
     for folder in WINDOWS:
         for path in sorted((ROOT / folder).rglob("*.cpp")):
             yield path, windows
@@ -66,9 +76,10 @@ def tidy(stamps, path, options):
     stamp = stamp_of(stamps, path, options)
     if stamp.exists():
         return ""
-    # The build is g++'s: clang-tidy need not know each of its options.
-    options = [*options, "--extra-arg=-Wno-ignored-optimization-argument"]
-    result = subprocess.run(["clang-tidy", "--quiet", *options, path.relative_to(ROOT)], cwd=ROOT,
+    # The build is g++'s: clang-tidy need not know each of its options and attributes.
+    options = [*options, "--extra-arg=-Wno-ignored-optimization-argument",
+               "--extra-arg=-Wno-unknown-attributes"]
+    result = subprocess.run(["clang-tidy-19", "--quiet", *options, path.relative_to(ROOT)], cwd=ROOT,
                             capture_output=True, text=True, check=False)
     if result.returncode == 0:
         stamp.touch()
@@ -81,7 +92,7 @@ def main(arguments):
         sys.exit(__doc__)
     stamps = pathlib.Path(arguments[0])
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        faults = list(pool.map(lambda job: tidy(stamps, *job), jobs()))
+        faults = list(pool.map(lambda job: tidy(stamps, *job), jobs(stamps)))
     print("".join(faults), end="")
     sys.exit(1 if any(faults) else 0)
 

@@ -12,7 +12,7 @@ namespace {
 bool goes_to_dialog(MSG *message) {
     HWND dialogs[] = {cancel_box(), search_bar()};
     for (HWND dialog : dialogs) {
-        if (dialog != nullptr && IsDialogMessageW(dialog, message)) {
+        if (dialog != nullptr && IsDialogMessageW(dialog, message) != 0) {
             return true;
         }
     }
@@ -29,7 +29,7 @@ void process_message(MSG *message) {
     if (goes_to_dialog(message)) {
         return;
     }
-    if (!TranslateAcceleratorW(main_window(), dispatch.accelerators, message)) {
+    if (TranslateAcceleratorW(main_window(), dispatch.accelerators, message) == 0) {
         TranslateMessage(message);
         DispatchMessageW(message);
     }

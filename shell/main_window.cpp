@@ -210,7 +210,7 @@ bool bring_other_copy_forward() {
         ShowWindow(other, SW_RESTORE);
     }
     HWND marked = reinterpret_cast<HWND>(reinterpret_cast<ULONG_PTR>(other) | 1);
-    if (!SetForegroundWindow(marked)) {
+    if (SetForegroundWindow(marked) == 0) {
         SetForegroundWindow(other);
     }
     return true;
@@ -220,7 +220,7 @@ HWND make_window(int show) {
     HWND window = CreateWindowExW(0, k_class_name, k_class_name, WS_BORDER, CW_USEDEFAULT,
                                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
                                   program_instance(), nullptr);
-    if (!IsWindow(window)) {
+    if (IsWindow(window) == 0) {
         return nullptr;
     }
     ShowWindow(window, show);

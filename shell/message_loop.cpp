@@ -46,7 +46,7 @@ bool app_init() {
 
 bool message_loop_round(int *exit_code) {
     MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
             *exit_code = static_cast<int>(message.wParam);
             return false;

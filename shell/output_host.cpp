@@ -40,7 +40,7 @@ void pump_messages() {
     host.pumped_at = now;
     cancel_box_show_when_slow();
     MSG message;
-    while (!output_aborted() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    while (!output_aborted() && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {
             host.system_quit = true;
             host.exit_code = static_cast<int>(message.wParam);

@@ -95,7 +95,8 @@ void set_active_pane(PaneIndex pane) {
 
 bool pane_has_focus(PaneIndex pane) {
     HWND holder = GetFocus();
-    return holder != nullptr && (holder == pane_window(pane) || IsChild(pane_window(pane), holder));
+    return holder != nullptr &&
+           (holder == pane_window(pane) || IsChild(pane_window(pane), holder) != 0);
 }
 
 void focus_pane(PaneIndex pane) {
@@ -114,7 +115,7 @@ void restore_focus() {
         focus.active = pane_of(focus.view);
     }
     HWND target = focus.on_search_bar ? focus.search_bar : active_pane_window();
-    if (!IsChild(target, GetFocus())) {
+    if (IsChild(target, GetFocus()) == 0) {
         SetFocus(target != nullptr ? target : main_window());
     }
 }

@@ -47,7 +47,7 @@ bool take_path(char *path, uint32_t size) {
 
 bool ask_open_path(char *path, uint32_t size) {
     OPENFILENAMEW choice = prepare(path);
-    return GetOpenFileNameW(&choice) && take_path(path, size);
+    return GetOpenFileNameW(&choice) != 0 && take_path(path, size);
 }
 
 bool ask_save_path(char *path, uint32_t size, const char *display_name) {
@@ -57,7 +57,7 @@ bool ask_save_path(char *path, uint32_t size, const char *display_name) {
     choice.nMaxFileTitle = k_conversion_units;
     choice.lpstrDefExt = L"qvx";
     choice.Flags |= OFN_OVERWRITEPROMPT;
-    return GetSaveFileNameW(&choice) && take_path(path, size);
+    return GetSaveFileNameW(&choice) != 0 && take_path(path, size);
 }
 
 const char *file_read_mode() {

@@ -52,8 +52,9 @@ void set_style(HWND pane, LRESULT style, COLORREF colour, bool bold) {
     if (option_font_name()[0] != 0) {
         sci_text(pane, SCI_STYLESETFONT, style, option_font_name());
     }
-    sci(pane, SCI_STYLESETBOLD, style, bold);
-    sci(pane, SCI_STYLESETITALIC, style, (option_font_style() & k_font_italic) != 0);
+    sci(pane, SCI_STYLESETBOLD, style, static_cast<LPARAM>(bold));
+    sci(pane, SCI_STYLESETITALIC, style,
+        static_cast<LPARAM>((option_font_style() & k_font_italic) != 0));
 }
 
 bool is_ascii_word_byte(char c) {
