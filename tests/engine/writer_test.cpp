@@ -1,20 +1,7 @@
 // The web writer, byte for byte, and webs that go through writing and reading.
-#include "core/names.h"
 #include "tests/engine/engine_test.h"
-#include "tests/engine/report_model.h"
-#include "tests/engine/web_files.h"
 
-#include "core/byte_stream.h"
-#include "core/text.h"
-#include "file/web_reader.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/cell_text.h"
-#include "web/cells.h"
-#include "web/index.h"
 #include "web/option_text.h"
-#include "web/options.h"
-#include "web/value.h"
 
 #include <random>
 #include <set>
@@ -131,7 +118,7 @@ static void expect_writing_to_stop(const std::string &whole, size_t room) {
     EXPECT_EQ(take_log(), Log{"status UNABLE TO WRITE TO WEB FILE"});
 }
 
-TEST_F(RoundTrip, RandomWebsAreReadAgainAndReportedAsTheModelSays) {
+TEST_F(RoundTrip, RandomWebsAreReadAgain) {
     std::minstd_rand random(20);
     for (int round = 0; round < 100; ++round) {
         SCOPED_TRACE(round);
@@ -143,17 +130,6 @@ TEST_F(RoundTrip, RandomWebsAreReadAgainAndReportedAsTheModelSays) {
              buffer += k_byte_buffer_size) {
             expect_writing_to_stop(file, buffer);
             expect_writing_to_stop(file, buffer + random() % k_byte_buffer_size);
-        }
-        next_cell();
-        go_to_name(round % 2 == 0 ? "zoo" : "home");
-        for (uint8_t type = 0; type < 6; ++type) {
-            set_option_rtype(type);
-            set_option_rall(round % 2 == 0 ? 1 : 0);
-            host().selected_text = random_text(&random, 100);
-            host().console.clear();
-            const std::string expected = model_report();
-            report_run();
-            ASSERT_EQ(host().console, expected);
         }
         ASSERT_EQ(check_engine(), "");
     }
