@@ -43,49 +43,6 @@ void hang(CellHandle node, Descent at, CellHandle *root) {
     }
 }
 
-// Makes `child` (or none) one of the parent's two; parent 0 is the tree itself.
-void hang_left(CellHandle parent, CellHandle child) {
-    node_set_left(parent, child);
-    if (child != 0) {
-        node_set_parent(child, parent);
-    }
-}
-
-void hang_right(CellHandle parent, CellHandle child) {
-    node_set_right(parent, child);
-    if (child != 0) {
-        node_set_parent(child, parent);
-    }
-}
-
-// Lets the node take the place of a child of this parent; 0 is above the root.
-void take_place(CellHandle node, CellHandle child, CellHandle parent, CellHandle *root) {
-    node_set_parent(node, parent);
-    if (parent == 0) {
-        *root = node;
-    } else if (node_left(parent) == child) {
-        node_set_left(parent, node);
-    } else {
-        CHECK(node_right(parent) == child);
-        node_set_right(parent, node);
-    }
-}
-
-// Takes n nodes off the front of a list. The recursion is as deep as the logarithm of n.
-CellHandle balance(CellHandle *list, uint32_t n) {
-    if (n == 0) {
-        return 0;
-    }
-    const uint32_t before = (n - 1) / 2;
-    const CellHandle left = balance(list, before);
-    const CellHandle middle = *list;
-    CHECK(middle != 0);
-    *list = node_right(middle);
-    hang_left(middle, left);
-    hang_right(middle, balance(list, n - 1 - before));
-    return middle;
-}
-
 // First node of a post-order walk of this subtree.
 CellHandle deepest_first(CellHandle node) {
     for (;;) {
@@ -152,32 +109,6 @@ CellHandle index_link_new(CellHandle node, CellHandle *root) {
     }
     hang(node, at, root);
     return 0;
-}
-
-CellHandle index_balanced(CellHandle first, uint32_t n) {
-    const CellHandle root = balance(&first, n);
-    node_set_parent(root, 0);
-    return root;
-}
-
-void index_replace(CellHandle old, CellHandle node, CellHandle *root) {
-    hang_left(node, node_left(old));
-    hang_right(node, node_right(old));
-    take_place(node, old, node_parent(old), root);
-}
-
-void index_raise(CellHandle node, CellHandle *root) {
-    while (node_parent(node) != 0) {
-        const CellHandle parent = node_parent(node);
-        take_place(node, parent, node_parent(parent), root);
-        if (node_left(parent) == node) {
-            hang_left(parent, node_right(node));
-            hang_right(node, parent);
-        } else {
-            hang_right(parent, node_left(node));
-            hang_left(node, parent);
-        }
-    }
 }
 
 CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind) {

@@ -21,17 +21,6 @@ void index_link(CellHandle node, CellHandle *root);
 // Returns 0 when the node was hung in.
 CellHandle index_link_new(CellHandle node, CellHandle *root);
 
-// Links n nodes into a tree of their own and returns its root. `first` is the first of them in the
-// order of their names, no two of which are equal; each node's right child is the next one. The
-// middle of each run is above both halves.
-CellHandle index_balanced(CellHandle first, uint32_t n);
-
-// Hangs `node` into the tree where `old` hangs, which is then outside.
-void index_replace(CellHandle old, CellHandle node, CellHandle *root);
-
-// Turns the tree until the node is its root.
-void index_raise(CellHandle node, CellHandle *root);
-
 // A new node of that name, or the deleted one revived; 0 when the name is taken.
 CellHandle index_find_or_insert(const char *name, CellHandle *root, uint16_t kind);
 

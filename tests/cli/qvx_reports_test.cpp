@@ -4,15 +4,13 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdlib>
-#include <filesystem>
+#include <map>
 
 #include <sys/wait.h>
 
 using namespace std::string_literals;
 
 namespace {
-
-namespace fs = std::filesystem;
 
 const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>"
                           "<cell><cname>home</cname><text>alpha, beta</text></cell>"
@@ -58,29 +56,24 @@ TEST_F(QvxReports, CoversWhatTheCommandLineAsksFor) {
 TEST_F(QvxReports, EndsLinesAsAskedFor) {
     const std::string text = "\none\ntwo\n\r\nend\r";
     write_file("w.qvx", "<cname>home</cname><text>" + text + "</text><rfmt>\\T</rfmt></eof>");
-    const struct {
-        std::vector<std::string> arguments;
-        std::string out;
-    } rows[] = {{{}, "\r\none\r\ntwo\r\n\r\nend\r"},
-                {{"--newline", "crlf"}, "\r\none\r\ntwo\r\n\r\nend\r"},
-                {{"--newline", "lf"}, "\none\ntwo\n\nend"},
-                {{"--newline", "cr"}, "\rone\rtwo\r\rend\r"}};
-    for (const auto &row : rows) {
-        EXPECT_EQ(report(row.arguments), row.out);
-        std::vector<std::string> to_file = row.arguments;
-        to_file.insert(to_file.end(), {"--output", "o"});
-        EXPECT_EQ(report(to_file), "");
-        EXPECT_EQ(file_bytes("o"), row.arguments.empty() ? rows[2].out : row.out);
+    const std::string crlf = "\r\none\r\ntwo\r\n\r\nend\r", lf = "\none\ntwo\n\nend";
+    EXPECT_EQ(report({}), crlf);
+    EXPECT_EQ(report({"--output", "o"}), "");
+    EXPECT_EQ(file_bytes("o"), lf);
+    for (const auto &[mode, out] : std::map<std::string, std::string>{
+             {"crlf", crlf}, {"lf", lf}, {"cr", "\rone\rtwo\r\rend\r"}}) {
+        EXPECT_EQ(report({"--newline", mode}), out);
+        EXPECT_EQ(report({"--newline", mode, "--output", "o"}), "");
+        EXPECT_EQ(file_bytes("o"), out);
     }
 }
 
 TEST_F(QvxReports, RunningOutOfBlocksIsAFailure) {
-    std::string links;
+    std::string web = "<cname>a</cname><text>";
     for (int i = 0; i < 1000; ++i) {
-        links += "a ";
+        web += "a ";
     }
-    std::string web = "<cname>a</cname><text>" + links + "</text>";
-    web += "<cname>b</cname><text>" + std::string(9900 * 36, 'x') + "</text></eof>";
+    web += "</text><cname>b</cname><text>" + std::string(9900 * 36, 'x') + "</text></eof>";
     const Outcome outcome = run_qvx({"report", "-", "--type", "inptr"}, web);
     EXPECT_EQ(outcome.status, 3);
     EXPECT_NE(outcome.err.find("qvx: -: OUT OF MEMORY\n"), std::string::npos) << outcome.err;

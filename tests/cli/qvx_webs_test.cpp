@@ -2,13 +2,10 @@
 #include "tests/cli/run_qvx.h"
 
 #include <cstring>
-#include <filesystem>
 
 using namespace std::string_literals;
 
 namespace {
-
-namespace fs = std::filesystem;
 
 const std::string k_small = "<cell><cname>home</cname><text>see alpha</text></cell>"
                             "<cell><cname>alpha</cname><text>back "
@@ -143,6 +140,7 @@ TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
         {{"set", "w.qvx", ""}, 1, bad_name},
         {{"show", "w.qvx", ""}, 1, "qvx: w.qvx: no such cell\n"},
         {{"list", "no"}, 2, "qvx: no: " + cannot_open + none},
+        {{"convert", "w.qvx", ""}, 2, "qvx: " + cannot_open + none},
         {{"list", ""}, 2, "qvx: " + cannot_open + none},
         {{"list", "."}, 2, "qvx: .: UNABLE TO READ FROM WEB FILE: Is a directory\n"},
         {{"convert", "w.qvx", "no/where"}, 2, "qvx: no/where: " + cannot_open + none},

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -14,15 +13,15 @@
 namespace {
 
 // A folder of this process below the build's, gone when the process ends.
-const std::filesystem::path &scratch_folder() {
-    static std::filesystem::path folder;
+const fs::path &scratch_folder() {
+    static fs::path folder;
     if (folder.empty()) {
         std::string name = QVX_SCRATCH "XXXXXX";
         folder = mkdtemp(name.data());
         std::atexit([] {
             std::error_code ignored;
-            std::filesystem::current_path("/", ignored);
-            std::filesystem::remove_all(folder, ignored);
+            fs::current_path("/", ignored);
+            fs::remove_all(folder, ignored);
         });
     }
     return folder;
@@ -42,27 +41,22 @@ void redirect(int stream, const std::string &path, int flags) {
 
 constexpr unsigned k_nobody = 65534;
 
-struct Start {
-    const std::vector<std::string> &arguments;
-    std::string output;
-    Circumstances in;
-};
-
-[[noreturn]] void become_qvx(const Start &start) {
+[[noreturn]] void become_qvx(const std::vector<std::string> &arguments, const std::string &output,
+                             const Circumstances &in) {
     redirect(0, stream_path("stdin"), O_RDONLY);
-    redirect(1, start.output, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY);
+    redirect(1, output, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY);
     redirect(2, stream_path("stderr"), O_WRONLY | O_CREAT | O_TRUNC);
-    if (start.in.file_limit > 0) {
-        const rlimit limit{start.in.file_limit, start.in.file_limit};
+    if (in.file_limit > 0) {
+        const rlimit limit{in.file_limit, in.file_limit};
         setrlimit(RLIMIT_FSIZE, &limit);
         signal(SIGXFSZ, SIG_IGN);
     }
-    if (start.in.as_nobody && geteuid() == 0 &&
+    if (in.as_nobody && geteuid() == 0 &&
         (setgroups(0, nullptr) != 0 || setgid(k_nobody) != 0 || setuid(k_nobody) != 0)) {
         _exit(126);
     }
     std::vector<char *> argv{const_cast<char *>(QVX_PATH)};
-    for (const std::string &argument : start.arguments) {
+    for (const std::string &argument : arguments) {
         argv.push_back(const_cast<char *>(argument.c_str()));
     }
     argv.push_back(nullptr);
@@ -70,10 +64,11 @@ struct Start {
     _exit(127);
 }
 
-int run_to_end(const Start &start) {
+int run_to_end(const std::vector<std::string> &arguments, const std::string &output,
+               const Circumstances &in) {
     const pid_t child = fork();
     if (child == 0) {
-        become_qvx(start);
+        become_qvx(arguments, output, in);
     }
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
@@ -86,7 +81,7 @@ int run_to_end(const Start &start) {
 Outcome run_qvx(const std::vector<std::string> &arguments, const std::string &input,
                 const Circumstances &in) {
     write_file(stream_path("stdin"), input);
-    const int status = run_to_end({arguments, stream_path("stdout"), in});
+    const int status = run_to_end(arguments, stream_path("stdout"), in);
     return {status, file_bytes(stream_path("stdout")), file_bytes(stream_path("stderr"))};
 }
 
@@ -96,7 +91,7 @@ std::string qvx_on_terminal(const std::vector<std::string> &arguments) {
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
         return "no terminal";
     }
-    run_to_end({arguments, ptsname(terminal), {}});
+    run_to_end(arguments, ptsname(terminal), {});
     std::string bytes(4096, '\0');
     const ssize_t n = read(terminal, bytes.data(), bytes.size());
     close(terminal);
@@ -105,8 +100,8 @@ std::string qvx_on_terminal(const std::vector<std::string> &arguments) {
 }
 
 void enter_empty_folder() {
-    const std::filesystem::path folder = scratch_folder() / "work";
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directory(folder);
-    std::filesystem::current_path(folder);
+    const fs::path folder = scratch_folder() / "work";
+    fs::remove_all(folder);
+    fs::create_directory(folder);
+    fs::current_path(folder);
 }

@@ -1,12 +1,6 @@
 // The block arena: the order of its handles, running short and running out.
 #include "tests/engine/engine_test.h"
 
-#include "core/block_arena.h"
-#include "core/recovery.h"
-#include "core/text.h"
-#include "web/cells.h"
-#include "web/index.h"
-
 using Arena = EngineTest;
 
 static const std::string k_question = "ask_ok_cancel Short On Memory--Save And Exit?|Quorvane";

@@ -1,18 +1,6 @@
 // The cell operations: what each asks, stores, shows and remembers, in order; and what is left of
 // it when the blocks run out on the way.
-#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
-
-#include "core/busy.h"
-#include "core/errors.h"
-#include "core/text.h"
-#include "file/document.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/index.h"
-#include "web/options.h"
-#include "web/trail.h"
 
 using CellOps = EngineTest;
 

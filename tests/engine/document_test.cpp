@@ -1,16 +1,6 @@
 // The document: paths and titles, New, Open, Save and Save As in every state, start-up, and the
 // ways out when memory runs short.
-#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
-#include "tests/engine/web_files.h"
-
-#include "core/text.h"
-#include "file/document.h"
-#include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/changed.h"
-#include "web/options.h"
-#include "web/trail.h"
 
 #include <algorithm>
 
@@ -22,14 +12,12 @@ namespace {
 constexpr const char *k_no_folder = "/no such folder/web.qvx";
 constexpr const char *k_save_question = "ask_save_changes Save current changes in ";
 
+constexpr const char *k_untitled = "Quorvane - (Untitled)|||unchanged";
+
 // What the user sees of the document.
 std::string document_state() {
     return host().title + "|" + doc_current_path() + "|" + doc_save_path() + "|" +
            (web_changed() ? "changed" : "unchanged");
-}
-
-std::string untitled() {
-    return "Quorvane - (Untitled)|||unchanged";
 }
 
 // The name is "PID_WHAT.qvx"; the caption has ten characters of it.
@@ -108,7 +96,7 @@ TEST_F(Document, StartUpTakesTheNamedFileOrANewWeb) {
         EXPECT_EQ(host().status, row.status) << row.line;
         EXPECT_EQ(count(take_log(), "ask_open_path"), 0U);
         EXPECT_EQ(host().resting, "Ready");
-        EXPECT_EQ(document_state(), opens ? saved_as(path) : untitled()) << row.line;
+        EXPECT_EQ(document_state(), opens ? saved_as(path) : k_untitled) << row.line;
         EXPECT_EQ(cell_names(), opens ? (Names{"a", "home"}) : Names{"home"});
         EXPECT_EQ(current_name(), "home");
     }
@@ -120,7 +108,7 @@ TEST_F(Document, NewAsksOnceAndGoesOnWhateverTheAnswer) {
     host().save_changes = {true};
     EXPECT_EQ(doc_command_new(), 0);
     EXPECT_TRUE(file_has(path, "<cname>home</cname>\n<text>typed</text>"));
-    EXPECT_EQ(document_state(), untitled());
+    EXPECT_EQ(document_state(), k_untitled);
     EXPECT_EQ(cell_names(), Names{"home"});
     EXPECT_EQ(host().pane.text, "");
 
@@ -131,7 +119,7 @@ TEST_F(Document, NewAsksOnceAndGoesOnWhateverTheAnswer) {
         take_log();
         EXPECT_EQ(doc_command_new(), 0);
         EXPECT_EQ(count(take_log(), k_save_question + "(untitled)?|Quorvane"s), 1U);
-        EXPECT_EQ(document_state(), untitled());
+        EXPECT_EQ(document_state(), k_untitled);
         EXPECT_EQ(cell_names(), Names{"home"});
         EXPECT_EQ(trail_names(), Names());
     }
@@ -195,7 +183,7 @@ TEST_F(Document, AWebThatDoesNotFitIsGivenBackWhole) {
         take_log();
         EXPECT_EQ(doc_command_open_path(path.c_str()), -1);
         EXPECT_EQ(count(take_log(), "status OUT OF MEMORY"), 1U);
-        EXPECT_EQ(document_state(), untitled());
+        EXPECT_EQ(document_state(), k_untitled);
         EXPECT_EQ(cell_names(), Names{"home"});
         EXPECT_LE(blocks_in_use(), 3) << "home, its name and its view";
         EXPECT_EQ(file_bytes(path), file);
@@ -206,7 +194,7 @@ TEST_F(Document, AWebThatDoesNotFitIsGivenBackWhole) {
     }
     set_web_changed(false);
     doc_start(path.c_str());
-    EXPECT_EQ(document_state(), untitled());
+    EXPECT_EQ(document_state(), k_untitled);
 }
 
 TEST_F(Document, SaveAndExitSavesWhatTheUserAgreesTo) {

@@ -1,9 +1,30 @@
-// What the engine's tests share: a program that has just started, and short ways to make and read
-// cells.
+// What the engine's tests share: a program that has just started, short ways to make and read
+// cells, and the headers that most of them need.
 #pragma once
 
 #include "tests/engine/checker.h"
 #include "tests/engine/recorder.h"
+#include "tests/engine/web_files.h"
+
+#include "core/busy.h"
+#include "core/byte_stream.h"
+#include "core/errors.h"
+#include "core/names.h"
+#include "core/recovery.h"
+#include "core/text.h"
+#include "file/document.h"
+#include "file/web_reader.h"
+#include "program/file_commands.h"
+#include "report/output.h"
+#include "report/reports.h"
+#include "web/cell_ops.h"
+#include "web/cell_text.h"
+#include "web/cells.h"
+#include "web/changed.h"
+#include "web/index.h"
+#include "web/options.h"
+#include "web/trail.h"
+#include "web/value.h"
 
 #include <gtest/gtest.h>
 

@@ -1,16 +1,6 @@
 // Running out of blocks at every allocation of the File commands and of the reports: the web, the
 // document and the file are as before or as after, nothing is lost, and the program goes on.
-#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
-#include "tests/engine/web_files.h"
-
-#include "core/busy.h"
-#include "file/document.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/changed.h"
-#include "web/options.h"
 
 using Faults = EngineTest;
 
@@ -18,16 +8,7 @@ namespace {
 
 const std::string k_typed = "a b_2 " + std::string(200, 't');
 
-// Nothing that a command holds may own memory: a jump out of it runs no destructor.
-const char *first_path() {
-    static const std::string path = scratch_path("first.qvx");
-    return path.c_str();
-}
-
-const char *second_path() {
-    static const std::string path = scratch_path("second.qvx");
-    return path.c_str();
-}
+const std::string k_first = scratch_path("first.qvx"), k_second = scratch_path("second.qvx");
 
 // A file whose reading takes blocks in every way.
 std::string second_file() {
@@ -44,10 +25,10 @@ std::string second_file() {
 // A web from a file with something typed into its home.
 void open_file_scene() {
     start_program();
-    write_file(first_path(), cell_file("a", "home b_2 a a home") + cell_file("b_2", "it's b_2") +
-                                 cell_file("home", "old") + "</eof>");
-    write_file(second_path(), second_file());
-    doc_command_open_path(first_path());
+    write_file(k_first, cell_file("a", "home b_2 a a home") + cell_file("b_2", "it's b_2") +
+                            cell_file("home", "old") + "</eof>");
+    write_file(k_second, second_file());
+    doc_command_open_path(k_first.c_str());
     go_to_name("a");
     go_to_name("home");
     type_text(k_typed);
@@ -55,13 +36,9 @@ void open_file_scene() {
     host().status.clear();
 }
 
-void store_pane() {
-    ASSERT_TRUE(run_command([] { store_text_pane(1); }));
-}
-
 // Everything that outlives a command, once the pane is stored.
 std::string scene_state() {
-    store_pane();
+    EXPECT_TRUE(run_command([] { store_text_pane(1); }));
     return host().title + "|" + doc_save_path() + "|" + current_name() + "\n" + written_web();
 }
 
@@ -74,7 +51,7 @@ struct Step {
 
 // The file is as before, or the web with or without the text that was typed last.
 void check_first_file(const Step &step, const std::string &before, const std::string &state) {
-    std::string web = file_bytes(first_path());
+    std::string web = file_bytes(k_first);
     if (step.may_write && web != before && web.find(k_typed) == std::string::npos) {
         web.replace(web.rfind("old"), 3, k_typed);
     }
@@ -107,7 +84,7 @@ bool run_with_fault(const Step &step, int n, bool for_ever, const std::string &g
 
 TEST_F(Faults, FileCommandsAndReportsAtEveryAllocation) {
     std::vector<Step> steps = {
-        {"open", [] { doc_command_open_path(second_path()); }, true, false},
+        {"open", [] { doc_command_open_path(k_second.c_str()); }, true, false},
         {"save", [] { doc_command_save(); }, false, true},
         {"save as", [] { doc_command_save_as(); }, false, false},
         {"new", [] { doc_command_new(); }, true, false},
@@ -135,7 +112,7 @@ TEST_F(Faults, FileCommandsAndReportsAtEveryAllocation) {
     for (const Step &step : steps) {
         SCOPED_TRACE(step.what);
         open_file_scene();
-        const std::string old_file = file_bytes(first_path());
+        const std::string old_file = file_bytes(k_first);
         const std::string before = scene_state();
         open_file_scene();
         step.run();
@@ -154,7 +131,7 @@ TEST_F(Faults, FileCommandsAndReportsAtEveryAllocation) {
                     EXPECT_EQ(blocks_in_use(), blocks);
                 }
                 check_first_file(step, old_file, before);
-                EXPECT_EQ(file_bytes(second_path()), second_file());
+                EXPECT_EQ(file_bytes(k_second), second_file());
                 check_scene(step, before, goal);
                 ASSERT_FALSE(HasFailure());
             }

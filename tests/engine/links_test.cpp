@@ -1,11 +1,7 @@
 // Cell numbers, link lists and the report selection.
 #include "tests/engine/engine_test.h"
 
-#include "core/text.h"
 #include "web/cell_numbers.h"
-#include "web/cell_text.h"
-#include "web/cells.h"
-#include "web/index.h"
 #include "web/link_list.h"
 #include "web/links.h"
 #include "web/report_selection.h"

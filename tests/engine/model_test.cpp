@@ -3,12 +3,6 @@
 #include "tests/engine/engine_test.h"
 #include "tests/engine/report_model.h"
 
-#include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/changed.h"
-#include "web/index.h"
-#include "web/trail.h"
-
 #include <random>
 
 namespace {

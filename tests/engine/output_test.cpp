@@ -1,17 +1,5 @@
 // The output stream: file names, failing, and what one report leaves for the next.
-#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
-#include "tests/engine/web_files.h"
-
-#include "core/busy.h"
-#include "core/byte_stream.h"
-#include "core/errors.h"
-#include "report/output.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/changed.h"
-#include "web/options.h"
 
 #include <csignal>
 #include <filesystem>

@@ -1,14 +1,8 @@
 // Values, options, and the limits of the rings; what goes into them is the model test's.
 #include "tests/engine/engine_test.h"
 
-#include "core/errors.h"
 #include "core/numbers.h"
-#include "core/text.h"
-#include "web/cells.h"
 #include "web/links.h"
-#include "web/options.h"
-#include "web/trail.h"
-#include "web/value.h"
 
 #include <cfloat>
 

@@ -7,14 +7,12 @@
 #include "core/text.h"
 #include "file/document.h"
 #include "file/read_watch.h"
-#include "file/web_reader.h"
 #include "program/recovery.h"
 #include "report/output.h"
 #include "web/cell_text.h"
 #include "web/cells.h"
 #include "web/changed.h"
 #include "web/index.h"
-#include "web/links.h"
 #include "web/options.h"
 #include "web/trail.h"
 #include "web/words.h"
@@ -26,17 +24,25 @@
 
 namespace {
 
-static struct ProgramEnd {
+// Where a function that must not return goes, while a test awaits it, and what it said.
+struct WayOut {
     jmp_buf context;
     bool awaited;
     int status;
-} program_end;
+    const char *check;
+} program_end, check_failure;
 
-static struct CheckFailure {
-    jmp_buf context;
-    bool awaited;
-    const char *what;
-} check_failure;
+// Whether the body took the way.
+bool leaves(WayOut *way, const std::function<void()> &body) {
+    way->awaited = true;
+    if (setjmp(way->context) == 0) {
+        body();
+        way->awaited = false;
+        return false;
+    }
+    way->awaited = false;
+    return true;
+}
 
 void note(const std::string &line) {
     host().log.push_back(line);
@@ -95,27 +101,19 @@ void start_program() {
 }
 
 std::optional<int> run_until_end(const std::function<void()> &body) {
-    program_end.awaited = true;
-    if (setjmp(program_end.context) != 0) {
-        program_end.awaited = false;
-        recovery_reset();
-        return program_end.status;
+    if (!leaves(&program_end, body)) {
+        return std::nullopt;
     }
-    body();
-    program_end.awaited = false;
-    return std::nullopt;
+    recovery_reset();
+    return program_end.status;
 }
 
 std::string run_until_check_fails(const std::function<void()> &body) {
-    check_failure.awaited = true;
-    if (setjmp(check_failure.context) != 0) {
-        check_failure.awaited = false;
-        std::string what = check_failure.what;
-        return what.replace(what.find(':') + 1, what.find(": ") - what.find(':'), "");
+    if (!leaves(&check_failure, body)) {
+        return "";
     }
-    body();
-    check_failure.awaited = false;
-    return "";
+    std::string what = check_failure.check;
+    return what.replace(what.find(':') + 1, what.find(": ") - what.find(':'), "");
 }
 
 bool run_command(const std::function<void()> &body) {
@@ -174,15 +172,14 @@ std::string name_string(CellHandle cell) {
     return cell == 0 ? "-" : text_string(cell_name(cell));
 }
 
-void show_status_message(const char *text) {
-    note(std::string("status ") + text);
-    host().status = text;
-}
-
-void set_resting_status(const char *text) {
-    note(std::string("resting ") + text);
-    host().resting = text;
-}
+#define SHOWN(function, word, place)                                                               \
+    void function(const char *text) {                                                              \
+        note(std::string(word " ") + text);                                                        \
+        host().place = text;                                                                       \
+    }
+SHOWN(show_status_message, "status", status)
+SHOWN(set_resting_status, "resting", resting)
+SHOWN(set_window_title, "title", title)
 
 void show_warning(const char *text, const char *caption) {
     note(std::string("warning ") + text + "|" + caption);
@@ -221,16 +218,16 @@ void check_failed(const char *what) {
         fprintf(stderr, "%s\n", what);
         abort();  // each test has a process of its own
     }
-    check_failure.what = what;
+    check_failure.check = what;
     longjmp(check_failure.context, 1);
 }
 
 // Nothing here may own memory when the arena runs out: the jump runs no destructor.
 
 static void store_pane_text(CellHandle cell) {
-    TextPane *pane = &host().pane;
-    cell_replace_text(cell, pane->text.data(), static_cast<uint32_t>(pane->text.size()));
-    pane->modified = false;
+    const std::string &text = host().pane.text;
+    cell_replace_text(cell, text.data(), static_cast<uint32_t>(text.size()));
+    host().pane.modified = false;
 }
 
 CellHandle store_text_pane(int mode) {
@@ -239,9 +236,8 @@ CellHandle store_text_pane(int mode) {
     if (mode != 1 || cell == 0) {
         return cell;
     }
-    TextPane *pane = &host().pane;
-    if (pane->modified) {
-        if (pane->shown != cell) {
+    if (host().pane.modified) {
+        if (host().pane.shown != cell) {
             host().faults.push_back("a cell's text was stored into another cell");
         }
         store_pane_text(cell);
@@ -291,11 +287,7 @@ LOGGED(configure_panes)
 LOGGED(refresh_cellname_list)
 LOGGED(show_cell_list)
 LOGGED(hide_text_caret)
-
-void set_window_title(const char *title) {
-    note(std::string("title ") + title);
-    host().title = title;
-}
+LOGGED(output_ended)
 
 static void select_current_item() {
     host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
@@ -341,7 +333,6 @@ void cell_list_remove_item(ListItem item) {
 void console_clear() {
     note("console_clear");
     host().console.clear();
-    host().console_pieces.clear();
 }
 
 void console_insert(uint32_t position, const char *bytes, uint32_t count) {
@@ -350,7 +341,6 @@ void console_insert(uint32_t position, const char *bytes, uint32_t count) {
         return;
     }
     host().console.insert(position, bytes, count);
-    host().console_pieces.push_back(count);
 }
 
 void pump_messages() {
@@ -362,10 +352,6 @@ void pump_messages() {
 
 void output_began(bool blocks_window) {
     note(blocks_window ? "output_began file" : "output_began console");
-}
-
-void output_ended() {
-    note("output_ended");
 }
 
 const char *file_read_mode() {

@@ -35,9 +35,8 @@ struct Recorder {
     std::map<ListItem, CellHandle> items;  // of the cell list; a token is the handle, as in shell/
     ListItem selected_item;
     std::string console;
-    std::vector<uint32_t> console_pieces;  // byte counts of the insertions since the last clear
-    std::string selected_text;             // in the active pane
-    std::string status;                    // the last transient message
+    std::string selected_text;  // in the active pane
+    std::string status;         // the last transient message
     std::string resting;
     std::string title;
 

@@ -3,13 +3,10 @@
 #include "tests/engine/engine_test.h"
 
 #include "core/numbers.h"
-#include "core/text.h"
-#include "web/index.h"
-#include "web/options.h"
-#include "web/trail.h"
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 
 namespace {
 
@@ -20,16 +17,18 @@ struct ModelCell {
     std::string name, text;
 };
 
+// In index order; by_name has their places under the folded names.
 struct ModelCells {
     std::vector<ModelCell> all;
-    std::map<std::string, size_t> by_name;  // folded
+    std::map<std::string, size_t> by_name;
 };
 
 ModelCells model_cells() {
     ModelCells cells;
     for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
         cells.by_name[model_fold(name_string(c))] = cells.all.size();
-        cells.all.push_back({name_string(c), text_string(cell_text(c)).substr(0, k_seen)});
+        cells.all.push_back(
+            {name_string(c).substr(0, k_seen), text_string(cell_text(c)).substr(0, k_seen)});
     }
     return cells;
 }
@@ -50,22 +49,21 @@ Names words_of(const std::string &text) {
     return words;
 }
 
-constexpr size_t k_no_cell = SIZE_MAX;
-
-size_t find_cell(const ModelCells &cells, const std::string &name) {
-    auto found = cells.by_name.find(model_fold(name));
-    return found != cells.by_name.end() ? found->second : k_no_cell;
+// The cells below `limit` that the words of a text name.
+std::vector<size_t> named_by(const ModelCells &cells, const std::string &text, size_t longest,
+                             size_t limit) {
+    std::vector<size_t> named;
+    for (const std::string &word : words_of(text)) {
+        auto found = cells.by_name.find(model_fold(word.substr(0, longest)));
+        if (found != cells.by_name.end() && found->second < limit) {
+            named.push_back(found->second);
+        }
+    }
+    return named;
 }
 
 std::vector<size_t> out_pointers(const ModelCells &cells, size_t from) {
-    std::vector<size_t> targets;
-    for (const std::string &word : words_of(cells.all[from].text)) {
-        size_t target = find_cell(cells, word);
-        if (target < k_numbered) {
-            targets.push_back(target);
-        }
-    }
-    return targets;
+    return named_by(cells, cells.all[from].text, k_seen, k_numbered);
 }
 
 std::string formatted(const ModelCell &cell) {
@@ -77,7 +75,7 @@ std::string formatted(const ModelCell &cell) {
         } else if (++i < format.size()) {
             char c = format[i];
             out += c == 'n'   ? "\r\n"
-                   : c == 'N' ? cell.name.substr(0, k_seen)
+                   : c == 'N' ? cell.name
                    : c == 'T' ? cell.text
                               : std::string(1, c);
         }
@@ -86,26 +84,23 @@ std::string formatted(const ModelCell &cell) {
 }
 
 std::string report_of(const ModelCells &cells, size_t i) {
-    std::string out = "\n" + cells.all[i].name.substr(0, k_seen);
-    switch (option_rtype()) {
-    case k_report_fmt:
+    const uint8_t type = option_rtype();
+    if (type == k_report_fmt) {
         return formatted(cells.all[i]);
-    case k_report_outptr:
-        for (size_t target : out_pointers(cells, i)) {
-            out += "\n    >" + cells.all[target].name.substr(0, k_seen);
-        }
-        return out;
-    case k_report_inptr:
-        for (size_t from = 0; from < cells.all.size(); ++from) {
-            std::vector<size_t> targets = out_pointers(cells, from);
-            if (std::find(targets.begin(), targets.end(), i) != targets.end()) {
-                out += "\n    <" + cells.all[from].name.substr(0, k_seen);
-            }
-        }
-        return out;
-    default:
+    }
+    if (type != k_report_outptr && type != k_report_inptr) {
         return "";
     }
+    std::string out = "\n" + cells.all[i].name;
+    for (size_t target : out_pointers(cells, i)) {
+        out += type == k_report_outptr ? "\n    >" + cells.all[target].name : "";
+    }
+    for (size_t from = 0; type == k_report_inptr && from < cells.all.size(); ++from) {
+        std::vector<size_t> targets = out_pointers(cells, from);
+        bool points = std::find(targets.begin(), targets.end(), i) != targets.end();
+        out += points ? "\n    <" + cells.all[from].name : "";
+    }
+    return out;
 }
 
 std::string trail_report() {
@@ -118,21 +113,14 @@ std::string trail_report() {
 }
 
 std::vector<size_t> reported(const ModelCells &cells) {
-    std::vector<size_t> chosen;
-    if (option_rall() != 0) {
-        for (size_t i = 0; i < cells.all.size(); ++i) {
-            chosen.push_back(i);
-        }
-        return chosen;
-    }
-    for (const std::string &word : words_of(host().selected_text)) {
-        size_t i = find_cell(cells, word.substr(0, 48));
-        if (i != k_no_cell && chosen.size() < 64) {
-            chosen.push_back(i);
-        }
+    std::vector<size_t> chosen(cells.all.size());
+    std::iota(chosen.begin(), chosen.end(), 0);
+    if (option_rall() == 0) {
+        chosen = named_by(cells, host().selected_text, 48, SIZE_MAX);
+        chosen.resize(std::min<size_t>(chosen.size(), 64));
     }
     if (chosen.empty()) {
-        chosen.push_back(find_cell(cells, current_name()));
+        chosen.push_back(cells.by_name.at(model_fold(current_name())));
     }
     return chosen;
 }

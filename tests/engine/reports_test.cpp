@@ -1,13 +1,6 @@
 // Reports: their layout, which cells they cover, and that they leave nothing behind however they
 // end.
 #include "tests/engine/engine_test.h"
-#include "tests/engine/web_files.h"
-
-#include "report/output.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/changed.h"
-#include "web/options.h"
 
 using namespace std::string_literals;
 using Reports = EngineTest;

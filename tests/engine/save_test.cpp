@@ -1,15 +1,9 @@
 // Saving: the path names a whole web at every moment, what could not be read whole is kept, and
 // another program's changes are not written over unasked.
-#include "program/file_commands.h"
 #include "tests/engine/engine_test.h"
-#include "tests/engine/web_files.h"
 
-#include "core/byte_stream.h"
-#include "file/document.h"
 #include "file/save.h"
 #include "platform/system.h"
-#include "web/cells.h"
-#include "web/changed.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -112,10 +106,6 @@ std::string open_to_save(const std::string &bytes, bool linked) {
 
 long times_in(const Log &log, const std::string &line) {
     return std::count(log.begin(), log.end(), line);
-}
-
-long times_asked(const Log &log) {
-    return times_in(log, k_question);
 }
 
 std::string damage_warning() {
@@ -282,11 +272,11 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     }
     host().save_changes = {true};
     EXPECT_EQ(run_until_end(save_and_exit), std::nullopt);
-    EXPECT_EQ(times_asked(take_log()), 4);
+    EXPECT_EQ(times_in(take_log(), k_question), 4);
 
     host().yes_no = {true};
     EXPECT_EQ(doc_command_save(), 0);
-    EXPECT_EQ(times_asked(take_log()), 1);
+    EXPECT_EQ(times_in(take_log(), k_question), 1);
     EXPECT_EQ(file_bytes(path), written_web());
 
     // What the program wrote itself, or what has gone, is no reason to ask; nor is another name.
@@ -298,6 +288,6 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     write_file(path, theirs);
     host().save_paths = {fresh_path("mine.qvx")};
     EXPECT_EQ(doc_command_save_as(), 0);
-    EXPECT_EQ(times_asked(take_log()), 0);
+    EXPECT_EQ(times_in(take_log(), k_question), 0);
     EXPECT_EQ(file_bytes(path), theirs);
 }

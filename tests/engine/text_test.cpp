@@ -1,10 +1,6 @@
 // Block text; how any two compare, and names, are in tests/fuzz.
 #include "tests/engine/engine_test.h"
 
-#include "core/text.h"
-#include "web/cell_text.h"
-#include "web/index.h"
-
 using namespace std::string_literals;
 using Text = EngineTest;
 

@@ -3,19 +3,12 @@
 #include "tests/fuzz/fuzz_target.h"
 
 #include "tests/engine/engine_test.h"
-#include "tests/engine/web_files.h"
 
-#include "core/names.h"
 #include "core/numbers.h"
 #include "file/read_watch.h"
-#include "file/web_reader.h"
-#include "web/cells.h"
 #include "web/option_text.h"
-#include "web/options.h"
 
 namespace {
-
-constexpr size_t k_longest = 20000;  // surely fits the arena
 
 void read_and_check(const std::string &bytes, bool ours) {
     int code = parse_web(bytes);
@@ -65,14 +58,10 @@ bool is_settled(const Names &names) {
 
 }  // namespace
 
-int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    if (size > k_longest) {
-        return 0;
-    }
-    ensure_started();
-    FuzzInput input = {data, size};
-    watch_and_compare(rest_of_input(&input));
-    require_order();
+const size_t k_longest_input = 20000;  // surely fits the arena
+
+void run_target(FuzzInput input) {
+    watch_and_compare(std::string(input));
     Names names = cell_names();
     if (!is_settled(names)) {
         read_and_check(written_web(), true);
@@ -83,7 +72,5 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     read_and_check(first, true);
     require(cell_names() == names, "other cells");
     require(written_web() == first, "the second file differs from the first");
-    web_clear();
-    require(blocks_in_use() == 0, "blocks are lost");
-    return 0;
+    read_and_check(std::string(input), false);  // whose order is looked at behind this
 }

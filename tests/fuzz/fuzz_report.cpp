@@ -5,21 +5,12 @@
 // selection, each ended by a zero; the web file.
 #include "tests/fuzz/fuzz_target.h"
 
-#include "tests/engine/recorder.h"
+#include "tests/engine/engine_test.h"
 #include "tests/engine/report_model.h"
-#include "tests/engine/web_files.h"
-
-#include "report/output.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/cells.h"
-#include "web/options.h"
 
 #include <sys/mman.h>
 
 namespace {
-
-constexpr size_t k_longest = 8000;  // keeps the model quick
 
 // A file in memory: a disk would take most of the time.
 std::string file_report() {
@@ -42,19 +33,16 @@ std::string console_report() {
 
 }  // namespace
 
-int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    if (size > k_longest) {
-        return 0;
-    }
-    ensure_started();
-    FuzzInput input = {data, size};
+const size_t k_longest_input = 8000;  // keeps the model quick
+
+void run_target(FuzzInput input) {
     const uint8_t type = next_byte(&input);
     const uint8_t all = next_byte(&input);
     const uint8_t newline = next_byte(&input);
     const uint32_t cancelled_at = next_byte(&input);
     const std::string format = next_string(&input);
     host().selected_text = next_string(&input);
-    read_web(rest_of_input(&input));
+    read_web(std::string(input));
     next_cell();
     go_to_name("home");
     set_option_odest(k_output_console);
@@ -74,8 +62,4 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     file_report();
     host().on_pump = nullptr;
     require(console_report() == expected, "the report after a cancelled one differs");
-    require_order();
-    web_clear();
-    require(blocks_in_use() == 0, "blocks are lost");
-    return 0;
 }

@@ -1,34 +1,23 @@
-// What the fuzz targets share. A target is the function that libFuzzer calls with an input; without
-// libFuzzer, replay.cpp calls it with the files of the saved corpus.
+// What the fuzz targets share. libFuzzer, or replay.cpp with the saved corpus, calls the function
+// below with an input; a target says what is done with it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
-// Ends the program, as a crash, with the sentence; where required, when the condition does not
-// hold.
-[[noreturn]] void fail(const std::string &sentence);
-inline void require(bool condition, const char *sentence) {
-    if (!condition) {
-        fail(sentence);
-    }
-}
-
-// The program has started and its log is empty.
-void ensure_started();
-
-// The whole arena is in order. Walks it in every 64th run only, but always in the first.
-void require_order();
+// Ends the program, as a crash, with the sentence when the condition does not hold.
+void require(bool condition, const char *sentence);
 
 // An input that is taken apart from its front.
-struct FuzzInput {
-    const uint8_t *data;
-    size_t size;
-};
-
+using FuzzInput = std::string_view;
 uint8_t next_byte(FuzzInput *input);        // 0 at the end
 std::string next_string(FuzzInput *input);  // up to a zero byte, which goes too
-std::string rest_of_input(FuzzInput *input);
+
+// The target's own: the longest input that it takes, and what it does with one. The program has
+// started; what is in the web afterwards goes, and no block may be left.
+extern const size_t k_longest_input;
+void run_target(FuzzInput input);
