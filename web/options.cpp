@@ -1,5 +1,6 @@
 #include "web/options.h"
 
+#include "core/check.h"
 #include "core/strings.h"
 
 #include <cstddef>
@@ -48,6 +49,13 @@ void apply_number_format() {
 
 int32_t clamp(int32_t value, int32_t least, int32_t most) {
     return value < least ? least : value > most ? most : value;
+}
+
+// A byte with greater limits takes what they leave of a file's count, whatever its low bits are.
+bool is_allowed(const OptionInfo &info, int32_t value) {
+    const bool limited =
+        info.most != 0 && (info.most <= UINT8_MAX || info.type != OptionType::one_byte);
+    return !limited || (value >= info.least && value <= info.most);
 }
 
 }  // namespace
@@ -107,6 +115,7 @@ void set_option(OptionId id, int32_t value) {
     if (id == k_option_zoom) {
         value = clamp(value, k_zoom_min, k_zoom_max);
     }
+    CHECK(is_allowed(k_info[id], value));
     option_put(&options.record, id, value);
     if (id == k_option_nfmt || id == k_option_ndec) {
         apply_number_format();

@@ -42,6 +42,7 @@ constexpr Wrong k_wrong[] = {
     {"block_arena.cpp: is_taken(h)", [] { chain_free(released(text_from_cstring("text"))); }},
     {"block_arena.cpp: is_taken(h)", [] { block_clear(released(text_alloc(0))); }},
     {"block_arena.cpp: arena.parked_count > 0", [] { chain_unpark(); }},
+    {"options.cpp: is_allowed(k_info[id], value)", [] { set_option_rtype(k_report_trail + 1); }},
     // Recovery, busy and streams.
     {"recovery.cpp: recovery_available()", recovery_jump},
     {"recovery.cpp: recovery.innermost == &point",

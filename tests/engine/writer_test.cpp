@@ -146,7 +146,7 @@ TEST_F(RoundTrip, RandomWebsAreReadAgainAndReportedAsTheModelSays) {
         }
         next_cell();
         go_to_name(round % 2 == 0 ? "zoo" : "home");
-        for (uint8_t type = 0; type < 6; ++type) {
+        for (uint8_t type = 1; type <= k_rtype_max; ++type) {
             set_option_rtype(type);
             set_option_rall(round % 2 == 0 ? 1 : 0);
             host().selected_text = random_text(&random, 100);
