@@ -51,7 +51,7 @@ std::wstring name_of(HANDLE file) {
 
 bool is_empty(const char *path) {
     WIN32_FILE_ATTRIBUTE_DATA about = {};
-    return GetFileAttributesExW(wide_of(path).c_str(), GetFileExInfoStandard, &about) &&
+    return GetFileAttributesExW(wide_of(path).c_str(), GetFileExInfoStandard, &about) != 0 &&
            about.nFileSizeHigh == 0 && about.nFileSizeLow == 0;
 }
 

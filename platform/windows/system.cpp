@@ -90,7 +90,7 @@ bool is_transient(DWORD code) {
 bool put_over(const wchar_t *next, const wchar_t *target) {
     for (int i = 0; i < k_tries; ++i) {
         if (ReplaceFileW(target, next, nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                         nullptr)) {
+                         nullptr) != 0) {
             return true;
         }
         if (!is_transient(GetLastError())) {
@@ -135,17 +135,17 @@ SECURITY_ATTRIBUTES *private_rights() {
     static SECURITY_ATTRIBUTES attributes = {sizeof attributes, &descriptor, FALSE};
     HANDLE token = nullptr;
     DWORD size = 0;
-    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
+    if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == 0) {
         return nullptr;
     }
     bool known = GetTokenInformation(token, TokenUser, user, sizeof user, &size) != 0;
     CloseHandle(token);
     ACL *allowed = reinterpret_cast<ACL *>(list);
-    known = known && InitializeAcl(allowed, sizeof list, ACL_REVISION) &&
+    known = known && InitializeAcl(allowed, sizeof list, ACL_REVISION) != 0 &&
             AddAccessAllowedAce(allowed, ACL_REVISION, k_own_rights,
-                                reinterpret_cast<TOKEN_USER *>(user)->User.Sid) &&
-            InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
-            SetSecurityDescriptorDacl(&descriptor, TRUE, allowed, FALSE);
+                                reinterpret_cast<TOKEN_USER *>(user)->User.Sid) != 0 &&
+            InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) != 0 &&
+            SetSecurityDescriptorDacl(&descriptor, TRUE, allowed, FALSE) != 0;
     return known ? &attributes : nullptr;
 }
 
@@ -166,7 +166,7 @@ bool final_path(HANDLE file, char *target) {
 
 FileKind kind_of_open(HANDLE file, DWORD attributes, char *target) {
     BY_HANDLE_FILE_INFORMATION about = {};
-    if (GetFileType(file) != FILE_TYPE_DISK || !GetFileInformationByHandle(file, &about)) {
+    if (GetFileType(file) != FILE_TYPE_DISK || GetFileInformationByHandle(file, &about) == 0) {
         return FileKind::device;
     }
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && !final_path(file, target)) {
@@ -205,7 +205,7 @@ bool file_move(const char *from, const char *to) {
     if (name == nullptr || new_name == nullptr) {
         return false;
     }
-    return MoveFileExW(name, new_name, MOVEFILE_WRITE_THROUGH) || fail_as_system();
+    return MoveFileExW(name, new_name, MOVEFILE_WRITE_THROUGH) != 0 || fail_as_system();
 }
 
 FileKind system_look(const char *path, char *target) {
@@ -249,7 +249,7 @@ FILE *system_create(const char *path, const char *model, bool exactly) {
         if (GetLastError() != ERROR_FILE_EXISTS) {
             break;
         }
-        if (!DeleteFileW(name)) {
+        if (DeleteFileW(name) == 0) {
             Sleep(k_try_milliseconds);
         }
         file = create_new(name, rights);
@@ -307,7 +307,7 @@ bool system_to_disk(FILE *file) {
     if (fflush(file) != 0) {
         return false;
     }
-    return FlushFileBuffers(handle_of(file)) || fail_as_system();
+    return FlushFileBuffers(handle_of(file)) != 0 || fail_as_system();
 }
 
 bool system_make_room(FILE *, long) {
@@ -320,7 +320,7 @@ bool system_cut(FILE *file, long length) {
     }
     return (SetFilePointer(handle_of(file), length, nullptr, FILE_BEGIN) !=
                 INVALID_SET_FILE_POINTER &&
-            SetEndOfFile(handle_of(file))) ||
+            SetEndOfFile(handle_of(file)) != 0) ||
            fail_as_system();
 }
 
@@ -335,5 +335,5 @@ bool system_put_over(const char *next, const char *target) {
 
 bool system_remove(const char *path) {
     const wchar_t *name = wide_path(path);
-    return name != nullptr && (DeleteFileW(name) || fail_as_system());
+    return name != nullptr && (DeleteFileW(name) != 0 || fail_as_system());
 }
