@@ -28,8 +28,8 @@ void console_show_pending() {
         return;
     }
     HWND pane = console_pane();
-    LRESULT const length = sci(pane, SCI_GETTEXTLENGTH);
-    LRESULT const at = console.position < length ? console.position : length;
+    const LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
+    const LRESULT at = console.position < length ? console.position : length;
     sci(pane, SCI_SETUNDOCOLLECTION, 0);
     sci(pane, SCI_SETTARGETSTART, at);
     sci(pane, SCI_SETTARGETEND, at);

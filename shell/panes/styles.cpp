@@ -46,7 +46,7 @@ void configure(HWND pane, LRESULT caret_policy, LRESULT caret_slop) {
 }
 
 void set_style(HWND pane, LRESULT style, COLORREF colour, bool bold) {
-    LRESULT const size = (option_font_size() + 5) / 10;
+    const LRESULT size = (option_font_size() + 5) / 10;
     sci(pane, SCI_STYLESETFORE, style, static_cast<LPARAM>(colour));
     sci(pane, SCI_STYLESETSIZE, style, size != 0 ? size : k_smallest_size);
     if (option_font_name()[0] != 0) {
@@ -85,7 +85,7 @@ bool names_cell(const char *word, uint32_t length) {
 
 // Styling begins with a whole word: what was typed may have made one of two, or two of one.
 uint32_t styling_start(HWND pane) {
-    LRESULT const styled = sci(pane, SCI_GETENDSTYLED);
+    const LRESULT styled = sci(pane, SCI_GETENDSTYLED);
     return static_cast<uint32_t>(sci(pane, SCI_WORDSTARTPOSITION, styled, 1));
 }
 
