@@ -19,7 +19,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-const std::string k_old = "<cell><cname>home</cname><text>old</text></cell></eof>";
+const std::string k_old = web_of("old");
 constexpr unsigned k_nobody = 65534;
 
 struct QvxSaving : QvxTest {

@@ -121,7 +121,7 @@ TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
         });
         EXPECT_EQ(written, text.substr(0, room));
         EXPECT_EQ(code, i < 6 ? k_cannot_write_web : 0) << i;
-        EXPECT_EQ(std::count(log.begin(), log.end(), failure), i < 6 ? 1 : 0);
+        EXPECT_EQ(count(log, failure), i < 6 ? 1U : 0U);
         EXPECT_EQ(log.back(), "resting Ready");
         EXPECT_FALSE(is_busy());
     }
