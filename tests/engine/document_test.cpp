@@ -18,7 +18,7 @@ std::string document_state() {
            (web_changed() ? "changed" : "unchanged");
 }
 
-// The name is "PID_WHAT.qvx"; the caption has ten characters of it.
+// The caption has ten characters of the name.
 std::string saved_as(const std::string &path) {
     const std::string title = std::string(doc_display_name(path.c_str())).substr(0, 10);
     return "Quorvane - " + title + "|" + path + "|" + path + "|unchanged";

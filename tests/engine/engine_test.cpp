@@ -3,11 +3,7 @@
 #include "file/web_writer.h"
 
 #include <algorithm>
-#include <iterator>
-#include <set>
 #include <utility>
-
-#include <unistd.h>
 
 namespace {
 
@@ -31,21 +27,10 @@ ssize_t read_from_file(void *cookie, char *buffer, size_t size) {
     return taken > 0 ? static_cast<ssize_t>(taken) : -1;
 }
 
-struct ScratchFiles {
-    std::set<std::string> paths;
-    ~ScratchFiles() {
-        for (const std::string &path : paths) {
-            remove(path.c_str());
-            remove((path + "~").c_str());
-        }
-    }
-};
-
 Names ring_names(uint32_t (*entries)(CellHandle *)) {
     CellHandle cells[31];
-    const uint32_t count = entries(cells);
-    Names names;
-    std::transform(cells, cells + count, std::back_inserter(names), name_string);
+    Names names(entries(cells));
+    std::transform(cells, cells + names.size(), names.begin(), name_string);
     return names;
 }
 
@@ -123,13 +108,6 @@ std::string written_web(int *code, size_t room) {
         *code = result;
     }
     return cookie.bytes;
-}
-
-std::string scratch_path(const std::string &name) {
-    static ScratchFiles files;
-    std::string path = ENGINE_TEST_SCRATCH + std::to_string(getpid()) + "_" + name;
-    files.paths.insert(path);
-    return path;
 }
 
 void open_scene() {

@@ -5,6 +5,7 @@
 #include "tests/engine/checker.h"
 #include "tests/engine/recorder.h"
 #include "tests/support/files.h"
+#include "tests/support/scratch.h"
 #include "tests/support/web.h"
 
 #include "core/busy.h"
@@ -64,7 +65,9 @@ std::string written_web(int *code = nullptr, size_t room = SIZE_MAX);
 int read_web_then_fail(const std::string &bytes);
 
 // A path that no other test uses at the same time; the file goes when the process ends.
-std::string scratch_path(const std::string &name);
+inline std::string scratch_path(const std::string &name) {
+    return (scratch_folder() / name).string();
+}
 
 // A web to work in: cells alpha, bent, beta, gamma and home, delta deleted; the user is at beta,
 // having come from home by way of alpha, with gamma ahead; unchanged. Beta has a text, a script and

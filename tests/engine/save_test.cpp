@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <filesystem>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -52,8 +51,6 @@ REFUSABLE(bool, cut, false, (FILE * file, long length), (file, length))
 REFUSABLE(bool, put_over, false, (const char *next, const char *target), (next, target))
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char *k_question =
     "ask_no_yes The file was changed by another program. Save over it?|Quorvane";

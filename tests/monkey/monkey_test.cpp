@@ -34,8 +34,8 @@ struct Monkey {
 // ---- What is drawn ------------------------------------------------------------------------------
 
 // 0 to n - 1.
-uint32_t draw(size_t n) {
-    return static_cast<uint32_t>(monkey.random() / 8 % n);
+template <typename N> uint32_t draw(N n) {
+    return static_cast<uint32_t>(monkey.random() / 8 % static_cast<uint32_t>(n));
 }
 
 bool percent(uint32_t n) {
@@ -69,8 +69,7 @@ std::string lines_of(size_t length) {
 
 // In the current folder; no other file is read or written.
 std::wstring random_file() {
-    return std::filesystem::absolute(
-        pick({L"good.qvx", L"full.qvx", L"broken.qvx", L"missing.qvx", L"saved"}));
+    return fs::absolute(pick({L"good.qvx", L"full.qvx", L"broken.qvx", L"missing.qvx", L"saved"}));
 }
 
 HWND random_pane() {
@@ -87,8 +86,8 @@ HWND random_window() {
 LPARAM random_point(HWND window) {
     RECT client;
     GetClientRect(window, &client);
-    const auto x = draw(static_cast<uint32_t>(client.right) + 1);
-    return MAKELPARAM(x, draw(static_cast<uint32_t>(client.bottom) + 1));
+    const uint32_t x = draw(client.right + 1);
+    return MAKELPARAM(x, draw(client.bottom + 1));
 }
 
 HWND focus() {
@@ -134,11 +133,11 @@ void set_text() {
 
 void select_text() {
     HWND pane = random_pane();
-    const auto length = static_cast<uint32_t>(sci(pane, SCI_GETTEXTLENGTH));
-    const LRESULT at = draw(length + 1);
+    const LRESULT positions = sci(pane, SCI_GETTEXTLENGTH) + 1;
+    const LRESULT at = draw(positions);
     sci(pane, SCI_SETSELECTIONMODE, percent(5) ? SC_SEL_RECTANGLE : SC_SEL_STREAM);
     select(pane, sci(pane, SCI_WORDSTARTPOSITION, at, 1),
-           percent(60) ? sci(pane, SCI_WORDENDPOSITION, at, 1) : LRESULT{draw(length + 1)});
+           percent(60) ? sci(pane, SCI_WORDENDPOSITION, at, 1) : LRESULT{draw(positions)});
 }
 
 // Long enough, now and then, for something else to happen meanwhile.
@@ -176,6 +175,10 @@ void size_frame() {
                  static_cast<int>(draw(700)), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void show_frame() {
+    ShowWindow(main_window(), pick({SW_MINIMIZE, SW_MAXIMIZE, SW_RESTORE}));
+}
+
 // A step acts, or else the main window gets a message with one of `count` values.
 struct Step {
     const char *name;
@@ -197,10 +200,7 @@ constexpr Step k_steps[] = {
     {"tab", 40, [] { show_tab(static_cast<int>(draw(3))); }},
     {"report", 10, report},
     {"frame", 9, size_frame},
-    {"show", 6,
-     [] {
-         ShowWindow(main_window(), pick({SW_MINIMIZE, SW_MAXIMIZE, SW_RESTORE}));
-     }},
+    {"show", 6, show_frame},
     {"focus", 10, [] { SetFocus(random_window()); }},
     {"drop", 5, drop_file},
     {"own", 8, [] { PostMessageW(main_window(), k_message_start + 1 + draw(4), 0, 0); }},
@@ -234,9 +234,13 @@ void take_step() {
     puts(step->name);
     fflush(stdout);
     const WPARAM value = step->first + draw(step->count);
-    step->act != nullptr          ? step->act()
-    : step->message == WM_COMMAND ? void(SendMessageW(main_window(), WM_COMMAND, value, 0))
-                                  : void(PostMessageW(main_window(), step->message, value, 0));
+    if (step->act != nullptr) {
+        step->act();
+    } else if (step->message == WM_COMMAND) {
+        SendMessageW(main_window(), WM_COMMAND, value, 0);
+    } else {
+        PostMessageW(main_window(), step->message, value, 0);
+    }
 }
 
 // ---- What opens is used by its controls ---------------------------------------------------------

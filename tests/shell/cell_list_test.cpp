@@ -54,8 +54,8 @@ TEST_F(CellList, HasANameOnceThatCameBackWhileSavingFailed) {
     leave_free_blocks(100);
     answer("Short On Memory--Save And Exit?", IDOK);
     answer_with("Save current changes in test?", [this](HWND dialog) {
-        std::filesystem::remove(path);
-        std::filesystem::create_directory(path);
+        fs::remove(path);
+        fs::create_directory(path);
         answer_always("Short On Memory", IDCANCEL);
         press_button(dialog, IDYES);
     });

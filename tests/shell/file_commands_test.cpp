@@ -7,8 +7,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
 struct FileCommands : ShellTest {
     static void answer_file(const char *title, const wchar_t *name) {
         const fs::path path = fs::absolute(name);  // before the dialog is in another folder

@@ -1,12 +1,8 @@
 // The settings sheet, driven by its pages' controls, and the rules behind it.
 #include "shell/settings/settings.h"
 
-#include "core/numbers.h"
 #include "shell/panes/styles.h"
-#include "shell/settings/page.h"
-#include "shell/settings/sheet.h"
 #include "tests/shell/shell_test.h"
-#include "tests/support/window_fits.h"
 
 namespace {
 
@@ -96,9 +92,8 @@ constexpr const char *k_options =
     "\n<pltng>on</pltng>\n<xmax>9</xmax>\n<xycells>a,b</xycells></opts>";
 
 constexpr const char *k_changed_options[] = {
-    "<iecho>yes</iecho>\n<odest>file</odest>\n<oname>d\xC3\xA9j\xC3\xA0</oname>\n<onewl>crlf</"
-    "onewl>"
-    "\n<cfmt>#</cfmt>\n<citer>3</citer>",
+    "<iecho>yes</iecho>\n<odest>file</odest>\n<oname>d\xC3\xA9j\xC3\xA0</oname>"
+    "\n<onewl>crlf</onewl>\n<cfmt>#</cfmt>\n<citer>3</citer>",
     "<rtype>trail</rtype>\n<rfmt>\\N: \\T\n</rfmt>\n<rall>no</rall>\n<starg>find</starg>"
     "\n<srpl>put</srpl>\n<scount>7</scount>",
     "<nfmt>exponent</nfmt>\n<ndec>4</ndec>\n<nang>radians</nang>\n<pltng>on</pltng>",

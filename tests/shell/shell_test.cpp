@@ -157,6 +157,15 @@ void show_tab(int tab) {
     run();
 }
 
+void minimise_and_restore() {
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    run();
+    EXPECT_TRUE(IsIconic(main_window()));
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    run();
+    EXPECT_FALSE(IsIconic(main_window()));
+}
+
 void select(HWND pane, LRESULT start, LRESULT end) {
     sci(pane, SCI_SETSEL, start, end);
 }
@@ -230,13 +239,6 @@ bool caret_is_in_view() {
     RECT room;
     GetClientRect(text_pane(), &room);
     return y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom;
-}
-
-RECT place_of(HWND window) {
-    RECT rect;
-    GetWindowRect(window, &rect);
-    MapWindowPoints(nullptr, main_window(), reinterpret_cast<POINT *>(&rect), 2);
-    return rect;
 }
 
 bool has_focus(HWND window) {

@@ -17,6 +17,7 @@
 #include "tests/shell/answers.h"
 #include "tests/support/files.h"
 #include "tests/support/web.h"
+#include "tests/support/window_fits.h"
 #include "web/cell_ops.h"
 #include "web/changed.h"
 #include "web/options.h"
@@ -61,6 +62,7 @@ void click(HWND pane, LRESULT position);
 void double_click(HWND pane, LRESULT position);
 
 void show_tab(int tab);
+void minimise_and_restore();
 void select(HWND pane, LRESULT start, LRESULT end);
 
 // Presses a button of an open dialog and waits for what it does.
@@ -105,7 +107,9 @@ int style_at(HWND pane, LRESULT position);
 
 bool caret_is_in_view();  // of the text pane
 
-RECT place_of(HWND window);  // in the main window
+inline RECT place_of(HWND window) {
+    return place_in(main_window(), window);
+}
 bool has_focus(HWND window);
 
 // The current cell and the text pane's selection, as "name 3-5"; the cell and the pane's text, as

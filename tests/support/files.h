@@ -6,13 +6,15 @@
 #include <iterator>
 #include <string>
 
+namespace fs = std::filesystem;
+
 // "(none)" when there is no such file.
-inline std::string file_bytes(const std::filesystem::path &path) {
+inline std::string file_bytes(const fs::path &path) {
     std::ifstream file(path, std::ios::binary);
     return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(none)";
 }
 
-inline void write_file(const std::filesystem::path &path, const std::string &bytes) {
+inline void write_file(const fs::path &path, const std::string &bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
