@@ -86,7 +86,7 @@ DWORD attributes_like(const char *model) {
 
 // The stream's own handle is the system's: there are no descriptors between them.
 HANDLE handle_of(FILE *file) {
-    return reinterpret_cast<HANDLE>(_fileno(file));
+    return reinterpret_cast<HANDLE>(static_cast<intptr_t>(_fileno(file)));
 }
 
 }  // namespace
