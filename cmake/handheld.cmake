@@ -38,4 +38,4 @@ list(JOIN handheld_names " " handheld_names)
 list(JOIN handheld_headers " " handheld_headers)
 set(CMAKE_CXX_FLAGS_INIT
     "${handheld_code} ${handheld_names} ${handheld_headers} -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-use-cxa-atexit")
-set(CMAKE_ASM_FLAGS_INIT "-march=armv4 -mabi=apcs-gnu -mfloat-abi=soft")
+set(CMAKE_ASM_FLAGS_INIT "-march=armv4 -mno-thumb-interwork -mabi=apcs-gnu -mfloat-abi=soft")

@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <cwchar>
 
 #include <windows.h>
 
@@ -71,7 +72,11 @@ FILE *create_new(const wchar_t *name, DWORD attributes) {
         return nullptr;
     }
     CloseHandle(file);
-    return open_stream(name, "r+b");
+    FILE *stream = open_stream(name, "r+b");
+    if (stream == nullptr) {
+        DeleteFileW(name);
+    }
+    return stream;
 }
 
 // Of the file at a path, for a new one in its place.
