@@ -42,7 +42,9 @@ def round_up(value, unit):
 # ---- The ELF file -------------------------------------------------------------------------------
 
 SHT_SYMTAB, SHT_NOBITS, SHT_REL = 2, 8, 9
-R_ARM_PC24, R_ARM_ABS32 = 1, 2
+SHN_ABSOLUTE = 0xFFF1
+R_ARM_ABS32 = 2
+RELATIVE = (1, 28, 29)  # branches, which move with what they lead to
 
 
 class Elf:
@@ -90,7 +92,8 @@ class Elf:
 
 # ---- What a handheld's processor does not know --------------------------------------------------
 
-# (mask, value, what it is), of the conditional instructions that came after armv4.
+# (mask, value, what it is), of the conditional instructions that came after armv4; the first row that
+# fits counts, and None is what armv4 has.
 LATER_INSTRUCTIONS = (
     (0x0FFFFFD0, 0x012FFF10, "bx or blx"),
     (0x0FFF0FF0, 0x016F0F10, "clz"),
@@ -98,12 +101,14 @@ LATER_INSTRUCTIONS = (
     (0x0E1000D0, 0x000000D0, "ldrd or strd"),
     (0x0F900090, 0x01000080, "a multiplication of half words"),
     (0x0F9000F0, 0x01000050, "a saturating addition"),
-    (0x0FB000F0, 0x01000090, None),  # swp, which it has
-    (0x0E0000F0, 0x00000090, None),  # mul, mla, umull, smull and their kin, which it has
+    (0x0FB000F0, 0x01000090, None),  # swp
     (0x0F0000F0, 0x01000090, "ldrex or strex"),
+    (0x0FD000F0, 0x00400090, "umaal or mls"),
     (0x0F000010, 0x06000010, "an instruction on media"),
+    (0x0F000010, 0x07000010, "an instruction on media"),
     (0x0FF00000, 0x03000000, "movw"),
     (0x0FF00000, 0x03400000, "movt"),
+    (0x0FFFFF00, 0x0320F000, "a hint"),
 )
 UNCONDITIONAL = 0xF  # as a condition: blx, pld and all that came later
 
@@ -232,9 +237,9 @@ def make_relocations(elf, base):
     """A block a page: its RVA, its size, and a half word for each word that holds an address."""
     pages = {}
     for place, kind, section in elf.relocations():
-        if kind == R_ARM_ABS32 and section != 0xFFF1:
+        if kind == R_ARM_ABS32 and section != SHN_ABSOLUTE:
             pages.setdefault((place - base) & -PAGE, set()).add(place % PAGE)
-        elif kind not in (R_ARM_PC24, R_ARM_ABS32):
+        elif kind != R_ARM_ABS32 and kind not in RELATIVE:
             fail(f"a relocation of type {kind} at {place:#x}")
     data = b""
     for page, places in sorted(pages.items()):
@@ -384,4 +389,5 @@ def main():
     new.replace(output)
 
 
-main()
+if __name__ == "__main__":
+    main()
