@@ -135,6 +135,14 @@ def code_faults(elf):
             yield f"{function} at {address + offset:#x}: {fault} ({word:#010x})"
 
 
+def constructor_faults(elf):
+    """A word for each global that wants to be constructed when the program begins."""
+    _, words, _ = elf.section(".constructors")
+    functions = {value: name for name, value, _, kind, _ in elf.symbols if kind == 2}
+    for place, in struct.iter_unpack("<I", words):
+        yield f"a global needs a constructor, which nobody calls ({functions.get(place, '?')})"
+
+
 # ---- Imports ------------------------------------------------------------------------------------
 
 
@@ -372,9 +380,7 @@ def main():
     options = parser.parse_args()
 
     elf = Elf(options.elf)
-    faults = list(code_faults(elf))
-    if elf.section(".constructors")[2] > 0:
-        faults.append("a global needs a constructor, which nobody calls")
+    faults = [*code_faults(elf), *constructor_faults(elf)]
     if faults:
         fail(*faults)
     image, directories = build_image(elf, options)

@@ -1,5 +1,6 @@
 // What the compiler calls for arithmetic that the processor has no instruction for, under the
-// compiler's names. Of the doubles' arithmetic only comparing is here: handheld/names.S has the rest.
+// compiler's names. Of the doubles' arithmetic only comparing is here: handheld/names.S has the
+// rest.
 //
 // Division by zero gives 0, and the dividend as the remainder; the least number by -1 gives itself,
 // and 0. Nothing traps.

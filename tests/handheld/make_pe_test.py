@@ -111,7 +111,8 @@ class MakePe(unittest.TestCase):
         self.assertEqual(said, "")
 
     def test_refuses_files_that_could_not_run(self):
-        self.assert_refused("    .section .init_array, \"aw\"\n    .word start\n", "constructor")
+        self.assert_refused("    .section .init_array, \"aw\"\n    .word start\n",
+                            "a global needs a constructor, which nobody calls (start)")
         self.assert_refused("    .space 5000\n", "over 4096", "--limit", "4096")
         (self.folder / "other.def").write_text("LIBRARY COREDLL\nEXPORTS\n    Desktop\n")
         said, _ = self.make(self.link(START + "    b Desktop\n", lists=("core.def", "other.def")))
