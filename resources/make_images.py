@@ -7,7 +7,7 @@
 
 The bitmap has 16 colours, because only such a one follows the system's colours on a bar. The icon
 keeps its images as PNG, which takes a fraction of plain bitmaps; a plain one, for systems that know
-nothing else, has bitmaps of 256 colours, transparent where the picture is less than half there.
+nothing else, has bitmaps of 16 colours, transparent where the picture is less than half there.
 """
 
 import collections
@@ -133,24 +133,28 @@ def bits_of(rows):
 
 
 def plain_bitmap(size, rows):
-    """The picture as a bitmap of at most 256 colours, and the mask of what is not there."""
+    """The picture as a bitmap of 16 colours, the first of which is black, and the mask of what is not
+    there, where it is black."""
     pixels = [[row[x:x + 4] for x in range(0, len(row), 4)] for row in rows]
     clear = [[pixel[3] < 128 for pixel in row] for row in pixels]
     colours = sorted({pixel[:3] for row in pixels for pixel in row if pixel[3] >= 128})
-    if len(colours) > 255:
-        sys.exit("an icon image has at most 255 colours")
     index = {colour: number for number, colour in enumerate(colours, 1)}
+    if len(colours) > 15:
+        sys.exit("an icon image has at most 15 colours")
     palette = bytes(4) + b"".join(bytes((*reversed(colour), 0)) for colour in colours)
-    body = b"".join(bytes(0 if gone else index[pixel[:3]] for pixel, gone in zip(row, holes))
-                    for row, holes in zip(reversed(pixels), reversed(clear)))
+    body = b""
+    for row, holes in zip(reversed(pixels), reversed(clear)):
+        places = [0 if gone else index[pixel[:3]] for pixel, gone in zip(row, holes)]
+        line = bytes(high << 4 | low for high, low in zip(places[::2], places[1::2]))
+        body += line + bytes(-len(line) % 4)
     mask = bits_of(clear)
-    header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 8, 0, len(body) + len(mask), 0, 0,
-                         len(colours) + 1, 0)
-    return header + palette + body + mask
+    header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 4, 0, len(body) + len(mask), 0, 0,
+                         16, 0)
+    return header + palette.ljust(64, b"\0") + body + mask
 
 
 # (what makes an image, the bits a pixel that the directory states)
-IMAGE_KINDS = {"icon": (small_png, 32), "plain_icon": (plain_bitmap, 8)}
+IMAGE_KINDS = {"icon": (small_png, 32), "plain_icon": (plain_bitmap, 4)}
 
 
 def make_icon(kind, output, sources):
