@@ -5,8 +5,8 @@
                [--dll] [--stack BYTES] [--limit BYTES] [--map FILE]
 
 The file is a PE (docs/handheld.md has the table that this follows): headers, then .text, .rdata and
-.data as they were linked, .idata with the names that are imported, .rsrc with the resources, and for
-a DLL .reloc. Every address in the ELF file is final; nothing is moved here.
+.data as they were linked, .idata with the names that are imported, .rsrc with the resources, and
+for a DLL .edata and .reloc. Every address in the ELF file is final; nothing is moved here.
 
 --map writes a line for each function and each piece of data: address, size (hexadecimal), name.
 """
@@ -78,8 +78,8 @@ class Elf:
         for header in self.headers:
             if header[1] == SHT_SYMTAB:
                 for at in range(header[4], header[4] + header[5], 16):
-                    name, value, size, info, _, section = struct.unpack_from("<IIIBBH", self.data, at)
-                    yield self.string(header[6], name), value, size, info & 15, section
+                    name, *place, info, _, section = struct.unpack_from("<IIIBBH", self.data, at)
+                    yield self.string(header[6], name), *place, info & 15, section
 
     def relocations(self):
         """Yields (address, type, section's number of what it names) in what is loaded."""
@@ -92,8 +92,8 @@ class Elf:
 
 # ---- What a handheld's processor does not know --------------------------------------------------
 
-# (mask, value, what it is), of the conditional instructions that came after armv4; the first row that
-# fits counts, and None is what armv4 has.
+# (mask, value, what it is), of the conditional instructions that came after armv4; the first row
+# that fits counts, and None is what armv4 has.
 LATER_INSTRUCTIONS = (
     (0x0FFFFFD0, 0x012FFF10, "bx or blx"),
     (0x0FFF0FF0, 0x016F0F10, "clz"),
@@ -147,7 +147,7 @@ def constructor_faults(elf):
 
 
 def find_imports(elf, lists):
-    """Returns [(library, first address, [(name, ordinal)])]: a run of addresses for each library."""
+    """Returns [(library, first address, [(name, ordinal)])]: each library has a run of addresses."""
     libraries = []
     places = {name.removeprefix("__imp_"): address for name, address, _, _, section in elf.symbols
               if name.startswith("__imp_") and section != 0}
@@ -294,7 +294,7 @@ def optional_header(image, options, entry, directories, headers_size):
 
 
 def file_header(image, options):
-    # executable, no line numbers, no symbols, 32-bit; a program also without relocations, a DLL a DLL
+    # executable, no line numbers, no symbols, 32-bit; also a DLL, or without relocations
     flags = 0x210E if options.dll else 0x10F
     return struct.pack("<4sHHIIIHH", b"PE\0\0", MACHINE_ARM, len(image.sections), 0, 0, 0, 224,
                        flags)
@@ -353,7 +353,8 @@ def build_image(elf, options):
         exports = make_exports(pathlib.Path(options.output).name,
                                {name: addresses[name] for name in sorted(options.export)}, base,
                                image.next_rva())
-        directories[0] = image.add(".edata", exports, len(exports), INITIALISED | READ), len(exports)
+        directories[0] = (image.add(".edata", exports, len(exports), INITIALISED | READ),
+                          len(exports))
     if options.resources:
         resources = read_resources(options.resources, image.next_rva())
         directories[2] = (image.add(".rsrc", resources, len(resources), INITIALISED | READ),

@@ -16,7 +16,8 @@
     other_name getc, fgetc
     other_name putc, fputc
 
-@ Doubles lie in r0, r1 and r2, r3, the low word first.
+@ Doubles lie in r0, r1 and r2, r3, the low word first. What comes to be called takes a row in
+@ coredll.def as well.
     other_name __adddf3, __addd
     other_name __subdf3, __subd
     other_name __muldf3, __muld

@@ -83,8 +83,8 @@ class MakePe(unittest.TestCase):
                              (0xE16F0F11, "clz"), (0xE1C200D0, "ldrd or strd"),
                              (0xE1600281, "a multiplication of half words"),
                              (0xE1020051, "a saturating addition"), (0xE0410392, "umaal or mls"),
-                             (0xE1932F9F, "ldrex or strex"), (0xE6BF0F31, "an instruction on media"),
-                             (0xE3000001, "movw"), (0xE320F000, "a hint")):
+                             (0xE1932F9F, "ldrex or strex"),
+                             (0xE6BF0F31, "an instruction on media"), (0xE3000001, "movw"), (0xE320F000, "a hint")):
             with self.subTest(word=hex(word)):
                 self.assert_refused(f"    .inst {word:#x}\n", f"start at 0x11000: {reason} (")
 
