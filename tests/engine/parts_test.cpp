@@ -1,7 +1,6 @@
 // Values, options, and the limits of the rings; what goes into them is the model test's.
 #include "tests/engine/engine_test.h"
 
-#include "core/numbers.h"
 #include "web/links.h"
 
 #include <cfloat>

@@ -4,7 +4,6 @@
 
 #include "tests/engine/engine_test.h"
 
-#include "core/numbers.h"
 #include "file/read_watch.h"
 #include "web/option_text.h"
 

@@ -4,6 +4,7 @@
 #include "tests/shell/shell_test.h"
 
 #include <map>
+#include <span>
 #include <utility>
 
 #include <aygshell.h>
@@ -211,23 +212,21 @@ TEST_F(Commands, ThatCanDoNothingAreGreyInTheirMenu) {
 
 TEST_F(Commands, DoWhatTheActivePaneCallsFor) {
     start(web_of(""));
-    const auto check = [this](const Row &row, bool selected) {
-        const std::pair<PaneIndex, const char *> cases[] = {{k_pane_box, row.box},
-                                                            {k_pane_list, row.list},
-                                                            {k_pane_text, row.text},
-                                                            {k_pane_console, row.console}};
-        for (const auto &[pane, expected] : cases) {
-            prepare(pane, selected);
-            std::string seen = outcome(row.command);
-            seen += shows_own_view(expected, pane) ? std::string(", pane ") + k_panes[pane] : "";
-            EXPECT_EQ(seen, expected) << row.command << " in pane " << pane;
+    for (const bool selected : {true, false}) {
+        std::span<const Row> rows = k_with_a_selection;
+        for (const Row &row : selected ? rows : k_without_a_selection) {
+            const std::pair<PaneIndex, const char *> cases[] = {{k_pane_box, row.box},
+                                                                {k_pane_list, row.list},
+                                                                {k_pane_text, row.text},
+                                                                {k_pane_console, row.console}};
+            for (const auto &[pane, expected] : cases) {
+                prepare(pane, selected);
+                const std::string own = std::string(", pane ") + k_panes[pane];
+                EXPECT_EQ(outcome(row.command) + (shows_own_view(expected, pane) ? own : ""),
+                          expected)
+                    << row.command << " in pane " << pane;
+            }
         }
-    };
-    for (const Row &row : k_with_a_selection) {
-        check(row, true);
-    }
-    for (const Row &row : k_without_a_selection) {
-        check(row, false);
     }
 }
 
