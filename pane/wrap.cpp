@@ -29,9 +29,13 @@ bool add_break(Breaks *breaks, uint32_t at, uint32_t x) {
     return true;
 }
 
+bool is_blank(char c) {
+    return c == ' ' || c == '\t';
+}
+
 bool may_break(const LineRange &line, uint32_t at) {
-    const char before = *gap_item(line.text, at - 1);
-    return before == ' ' || before == '\t' || style_at(line, at - 1) != style_at(line, at);
+    return style_at(line, at - 1) != style_at(line, at) ||
+           (is_blank(*gap_item(line.text, at - 1)) && !is_blank(*gap_item(line.text, at)));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // Where a line of the text is broken so that it fits into a width. All widths are pixels.
 //
-// A line is broken behind a blank and where the style changes; a piece that is wider than the room
+// A line is broken behind blanks and where the style changes; a piece that is wider than the room
 // has no such place, and is broken where the room ends. Tabs stop at the same places as if the line
 // was not broken.
 #pragma once
