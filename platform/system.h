@@ -1,4 +1,5 @@
-// What platform/replace.cpp needs of a system. platform/posix/ and platform/windows/ define it.
+// What platform/replace.cpp needs of a system. platform/posix/, platform/windows/ and
+// platform/handheld/ define it.
 //
 // Paths are UTF-8 and zero-terminated. A function that fails leaves the reason in errno. Their
 // names are plain, so that a test can have the linker put its own before them.

@@ -31,6 +31,7 @@ BELOW = {
     "cli": {"core", "web", "report", "file", "program", "platform"},
     "shell": {"core", "web", "report", "file", "program", "platform", "resources", "desktop"},
     "desktop": {"resources"},
+    "handheld": {"desktop"},
     "resources": set(),
 }
 ENGINE = {"core", "web", "report", "file", "program"}
@@ -41,14 +42,18 @@ ONLY = {
     ("cli", "platform"): {"platform/lock.h", "platform/program.h"},
     ("platform", "core"): {"core/host_files.h"},
     ("shell", "desktop"): {"desktop/frame.h"},
+    ("handheld", "desktop"): {"desktop/frame.h"},
     ("shell", "platform"): {"platform/windows/text_conversion.h"},
 }
 
-# Rooms of platform/: each is for one system, and only itself and the shell know of one.
-ROOMS = ("platform/posix/", "platform/windows/")
+# Rooms of platform/: each is for one system, and only itself and the shell know of one. The
+# handheld's stands on what the other Windows has in common with it.
+ROOMS = ("platform/posix/", "platform/windows/", "platform/handheld/")
+COMMON = {"platform/handheld/": {"platform/windows/common.h",
+                                 "platform/windows/text_conversion.h"}}
 
 # Folders in which no module may lead back to itself.
-WITHOUT_CIRCLES = ENGINE | {"platform", "shell", "desktop", "cli"}
+WITHOUT_CIRCLES = ENGINE | {"platform", "shell", "desktop", "handheld", "cli"}
 
 # The rooms of shell/: which other rooms each may include. "" is what stands in shell/ itself, at the
 # top.
@@ -103,7 +108,8 @@ def include_fault(path, folder, quoted, name):
         return f"{folder}/ does not include {other}/"
     if other != folder and name not in ONLY.get((folder, other), {name}):
         return f'"{name}" is not for {folder}/'
-    if folder == "platform" and room_of(name) not in ("", room_of(path)):
+    if (folder == "platform" and room_of(name) not in ("", room_of(path))
+            and name not in COMMON.get(room_of(path), ())):
         return f'"{name}" is for {room_of(name)} alone'
     return None
 
