@@ -16,6 +16,7 @@ import functools
 import struct
 
 EXPORTS = {}
+JUMPED = object()  # a call's result: it has set the registers, and where to go on
 KINDS = {}
 SIGNED = "int x y width height left top right bottom index count dx dy".split()
 
@@ -129,8 +130,8 @@ def run_export(system, called, words, stack):
         cost = called.cost
         system.machine.charge(cost if isinstance(cost, int) else cost(system, *arguments))
     if log.wanted:
-        log.result(called, result)
-    return result_words(result)
+        log.result(result)
+    return result if result is JUMPED else result_words(result)
 
 
 def result_words(result):
@@ -157,7 +158,7 @@ class Log:
         self._line(f"{called.name}({', '.join(parts)})")
         self._depth += 1
 
-    def result(self, called, result):
+    def result(self, result):
         self._depth -= 1
         if result is not None:
             self._line(f"-> {describe(result)}")

@@ -14,7 +14,7 @@ from dataclasses import dataclass
 from handheld.emulator import constants as c
 from handheld.emulator import frame
 from handheld.emulator.calls import export
-from handheld.emulator.messages import Msg, read_msg
+from handheld.emulator.messages import Msg, from_memory
 
 DOUBLE_CLICK_TIME = 500      # milliseconds
 DOUBLE_CLICK_DISTANCE = 4    # pixels
@@ -242,7 +242,7 @@ def load_accelerators(system, instance, name):
 
 @export("COREDLL", "TranslateAcceleratorW", "window table message", cost=400)
 def translate_accelerator(system, window, table, address):
-    command = find_accelerator(system, table, read_msg(system, address)) if table else None
+    command = find_accelerator(system, table, from_memory(system, address)) if table else None
     if command is None or window is None:
         return False
     system.windows.send(window, c.WM_COMMAND, 1 << 16 | command, 0)

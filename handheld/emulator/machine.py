@@ -22,6 +22,7 @@ import unicorn
 from unicorn import arm_const as arm
 from unicorn.unicorn import _uc as library
 
+from handheld.emulator.calls import JUMPED
 from handheld.emulator.memory import Fault, Memory, PAGE
 
 TRAPS = 0xF0000000
@@ -31,7 +32,6 @@ STACK_TOP = 0x400000
 NAMES = [f"R{n}" for n in range(13)] + ["SP", "LR", "PC"]
 IDS = [getattr(arm, f"UC_ARM_REG_{name}") for name in NAMES]
 R12, SP, LR, PC = 12, 13, 14, 15
-JUMPED = object()  # a trap's result: the registers are set already
 
 
 class Watch(ctypes.Structure):
@@ -167,20 +167,22 @@ class Machine:
         self.set_registers({**dict(enumerate(words[:4])), SP: stack, LR: self._return})
         self._serial += 1
         self.levels.append(self._serial)
-        self._run(address)
+        self._run(address, stack)
         self.levels.pop()
         result = self.uc.reg_read(IDS[0])
         self.set_registers({SP: sp})
         return result
 
-    def _run(self, pc):
-        """Runs from `pc` until this level's return."""
+    def _run(self, pc, top):
+        """Runs from `pc` until this level's return; its stack begins at `top`."""
         while True:
             self._execute(pc)
             registers = self.registers()
             function = self._traps[registers[R12]]
             if function is None:
                 return
+            if registers[SP] > top:
+                raise Fault("a jump out of a window procedure, past the system that called it")
             found = function(registers)
             if found is JUMPED:
                 pc = self.uc.reg_read(IDS[PC])

@@ -169,10 +169,6 @@ class Messages:
     def translate(self, message):
         return self.system.input.translate(message)
 
-    def from_memory(self, address):
-        """The MSG of the program."""
-        return read_msg(self.system, address)
-
     def loop(self, until, dialog=None, keys=None):
         """Runs until `until()`; `keys(msg)` may take what it likes, then a dialog its keys."""
         while not until():
@@ -192,7 +188,7 @@ def handle(window):
     return 0 if window is None else window.handle
 
 
-def read_msg(system, address):
+def from_memory(system, address):
     """The MSG of the program as a Msg."""
     window, message, wparam, lparam, time, x, y = system.memory.struct(address, MSG)
     return Msg(system.windows.find(window), message, wparam, lparam, time, x, y)
@@ -241,12 +237,12 @@ def msg_wait(system, count, _handles, milliseconds, _mask, _flags):
 
 @export("COREDLL", "DispatchMessageW", "message", cost=100)
 def dispatch_message(system, address):
-    return system.messages.dispatch(read_msg(system, address))
+    return system.messages.dispatch(from_memory(system, address))
 
 
 @export("COREDLL", "TranslateMessage", "message", cost=50)
 def translate_message(system, address):
-    return system.input.translate(read_msg(system, address))
+    return system.input.translate(from_memory(system, address))
 
 
 @export("COREDLL", "PostMessageW", "window message wparam lparam", cost=200)
