@@ -1,17 +1,19 @@
-"""Files: one folder of the host is the device's \\My Documents.
+"""Files: one folder of the host is the device's \\My Documents, an empty one is its \\Temp.
 
 Paths are absolute and names are the same in either case. A move never replaces a file that is
 there. A file that is open cannot be deleted or moved, nor opened again against what its opener
 shares. The host's write permission is the read-only attribute. Not modelled: other attributes,
-folders other than the one, storage cards, streams.
+other folders, storage cards, streams.
 """
 
 import os
 import pathlib
+import tempfile
 
 from handheld.emulator.calls import export
 
 DOCUMENTS = "\\My Documents"
+TEMPORARY = "\\Temp"
 DOCUMENTS_NUMBER = 5  # as SHGetSpecialFolderPath numbers it
 INVALID_HANDLE = INVALID_ATTRIBUTES = 0xFFFFFFFF
 GENERIC_READ, GENERIC_WRITE = 0x80000000, 0x40000000
@@ -50,6 +52,9 @@ class Files:
     def __init__(self, system, folder):
         self.system = system
         self.folder = pathlib.Path(folder)
+        self._temporary = tempfile.TemporaryDirectory()
+        self._roots = {DOCUMENTS[1:].lower(): self.folder,
+                       TEMPORARY[1:].lower(): pathlib.Path(self._temporary.name)}
         self.room = None  # bytes that may still be written; None: as many as you like
         self._open = {}
         self._searches = {}
@@ -60,9 +65,9 @@ class Files:
     def host_path(self, path):
         """Where the host has it. The last part need not be there, the others must."""
         parts = [part for part in path.replace("/", "\\").split("\\") if part]
-        if not path.startswith("\\") or not parts or parts[0].lower() != DOCUMENTS[1:].lower():
+        found = self._roots.get(parts[0].lower()) if path.startswith("\\") and parts else None
+        if found is None:
             raise FileError(PATH_NOT_FOUND)
-        found = self.folder
         for index, part in enumerate(parts[1:]):
             if not found.is_dir():
                 raise FileError(PATH_NOT_FOUND)
@@ -295,6 +300,28 @@ def delete_file(system, path):
 @export("COREDLL", "MoveFileW", "text text", cost=5000)
 def move_file(system, path, new_path):
     return attempt(system, False, lambda: system.files.move(path, new_path) is None)
+
+
+@export("COREDLL", "GetTempPathW", "count buffer")
+def get_temp_path(system, count, buffer):
+    return system.memory.put_text(buffer, TEMPORARY + "\\", count)
+
+
+@export("COREDLL", "GetTempFileNameW", "text text number buffer", cost=5000)
+def get_temp_file_name(system, folder, prefix, number, buffer):
+    """A name that no file has; the file is made at once where the number was left to the system."""
+    def name_of(tried):
+        return f"{folder.rstrip(chr(92))}\\{prefix[:3]}{tried:x}.tmp"
+
+    def work():
+        tried = number or 1
+        while number == 0 and system.files.host_path(name_of(tried)).exists():
+            tried += 1
+        if number == 0:
+            system.files.host_path(name_of(tried)).touch()
+        system.memory.put_text(buffer, name_of(tried), 260)
+        return tried
+    return attempt(system, 0, work)
 
 
 def put_found(system, handle, address):

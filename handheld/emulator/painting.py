@@ -35,11 +35,11 @@ class Painting:
         region = region.intersect(self.windows.visible_region(window))
         if not region.is_empty:
             window.update = window.update.union(region)
-            window.erase = window.erase or erase
+            window.must_erase = window.must_erase or erase
 
     def validate(self, window, rect=None):
         if rect is None:
-            window.update, window.erase = Region(), False
+            window.update, window.must_erase = Region(), False
             return
         left, top = window.client_rect()[:2]
         window.update = window.update.subtract(
@@ -93,10 +93,10 @@ class Painting:
     def begin(self, window):
         """The context of a WM_PAINT, its background erased."""
         region, window.update = window.update, Region()
-        erase, window.erase = window.erase, False
+        erase, window.must_erase = window.must_erase, False
         dc = self.system.gdi.window_dc(window, True, region)
         if erase:
-            window.erase = not self.windows.send(window, c.WM_ERASEBKGND, dc.handle, 0)
+            window.must_erase = not self.windows.send(window, c.WM_ERASEBKGND, dc.handle, 0)
         dc.update_bounds = self._bounds(window, region)
         return dc
 
@@ -106,7 +106,7 @@ class Painting:
         return region.offset(-left, -top).bounds
 
     def end(self, window, dc):
-        window.erase = False
+        window.must_erase = False
         self.system.gdi.release(dc)
 
 
@@ -120,7 +120,8 @@ def rect_at(system, address):
 @export("COREDLL", "BeginPaint", "window paint")
 def begin_paint(system, window, paint):
     dc = system.painting.begin(window)
-    system.memory.put(paint, PAINTSTRUCT, dc.handle, int(window.erase), *dc.update_bounds, 0, 0)
+    system.memory.put(paint, PAINTSTRUCT, dc.handle, int(window.must_erase), *dc.update_bounds,
+                      0, 0)
     return dc
 
 

@@ -222,11 +222,6 @@ def set_window_long(system, window, index, value):
     return before
 
 
-@export("COREDLL", "GetDlgCtrlID", "window", cost=30)
-def get_dlg_ctrl_id(_system, window):
-    return 0 if window is None else window.id
-
-
 # ---- The tree ----
 
 @export("COREDLL", "IsWindow", "window", cost=40)

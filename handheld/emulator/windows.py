@@ -70,7 +70,7 @@ class Window:
         self.extra = bytearray()
         self.procedure = 0
         self.update = Region()   # of the client area, in screen coordinates
-        self.erase = False
+        self.must_erase = False
         self.destroyed = False
 
     # ---- What it is ----
