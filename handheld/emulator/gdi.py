@@ -67,6 +67,10 @@ class Gdi:
     def release(self, dc):
         self.table.remove(dc.handle)
 
+    def system_brush(self, number):
+        """The handle of a system colour's brush."""
+        return self.table.stock[("colour", number)]
+
     def brush_colour(self, handle):
         """The colour of a brush's handle, or of a COLOR_ number plus one as classes have it."""
         if handle & SYSTEM_COLOUR_FLAG and handle not in self.table.objects:
