@@ -170,13 +170,14 @@ class Messages:
         return self.system.input.translate(message)
 
     def loop(self, until, dialog=None, keys=None):
-        """Runs until `until()`; `keys(msg)` may take what it likes, then a dialog its keys."""
+        """Runs until `until()`; `keys(msg)` gets keys and characters first, then a dialog does."""
         while not until():
             message = self.get()
             if message.message == c.WM_QUIT:
                 self.quit_code = message.wparam
                 return
-            if keys is not None and keys(message):
+            if keys is not None and c.WM_KEYDOWN <= message.message <= c.WM_SYSCHAR \
+                    and keys(message):
                 continue
             if dialog is not None and self.system.dialogs.is_dialog_message(dialog, message):
                 continue
