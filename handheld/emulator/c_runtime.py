@@ -236,14 +236,25 @@ def wcsicmp(_system, a, b):
 
 @export("COREDLL", "towlower", "unit", cost=CALL)
 def towlower(_system, unit):
-    lower = chr(unit & 0xFFFF).lower()
-    return ord(lower) if len(lower) == 1 else unit
+    return lower_unit(unit & 0xFFFF)
 
 
 @export("COREDLL", "towupper", "unit", cost=CALL)
 def towupper(_system, unit):
     upper = chr(unit & 0xFFFF).upper()
     return ord(upper) if len(upper) == 1 else unit
+
+
+def lower_unit(unit):
+    lower = chr(unit).lower()
+    return ord(lower) if len(lower) == 1 else unit
+
+
+@export("COREDLL", "CharLowerBuffW", "text_address size", cost=by_size(1))
+def char_lower_buff(system, buffer, size):
+    found = system.memory.struct(buffer, f"<{size}H")
+    system.memory.put(buffer, f"<{size}H", *map(lower_unit, found))
+    return size
 
 
 # ---- Numbers ----

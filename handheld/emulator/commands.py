@@ -13,6 +13,8 @@
     picture FILE.png    texts               quit
 """
 
+import re
+
 from handheld.emulator import constants as c
 from handheld.emulator.dc import without_mnemonic
 
@@ -99,12 +101,13 @@ def middle(rect):
 
 
 def place_of_text(system, text):
-    """The middle of the first place where the text stands on the screen."""
-    for line in system.screen.surface.lines():
-        whole = "".join(run.text for run in line)
-        at = whole.find(text)
-        if at >= 0:
-            return middle(part_of_line(line, at, at + len(text)))
+    """The middle of the first place where the text stands alone, or as a word, or at all."""
+    lines = system.screen.surface.lines()
+    for pattern in (f"^{re.escape(text)}$", f"(?<!\\w){re.escape(text)}(?!\\w)", re.escape(text)):
+        for line in lines:
+            found = re.search(pattern, "".join(run.text for run in line))
+            if found:
+                return middle(part_of_line(line, found.start(), found.end()))
     raise Unexpected(f"{text!r} is not on the screen:\n{screen_text(system)}")
 
 
