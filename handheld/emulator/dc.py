@@ -5,12 +5,11 @@ in gdi.py and text_out.py. Coordinates count from the context's origin, which is
 window's client area; the surface is the screen, or a bitmap in memory.
 """
 
-from handheld.emulator.fonts import make_font
 from handheld.emulator.gdi_objects import OBJ_DC
 from handheld.emulator.region import Region
 from handheld.emulator.surface import Surface
 
-OPAQUE, TRANSPARENT = 2, 1
+OPAQUE = 2
 BLACK, WHITE = (0, 0, 0), (255, 255, 255)
 TA_UPDATECP, TA_RIGHT, TA_CENTER, TA_BOTTOM, TA_BASELINE = 1, 2, 6, 8, 24
 ATTRIBUTES = ("font", "brush", "pen", "bitmap", "text_colour", "back_colour", "back_mode", "align",
@@ -173,7 +172,3 @@ def without_mnemonic(text):
 def memory_dc(gdi):
     """A context in memory: one black pixel, until a bitmap is selected."""
     return Dc(gdi, Surface(1, 1), visible=Region.of(0, 0, 1, 1))
-
-
-def default_font():
-    return make_font()

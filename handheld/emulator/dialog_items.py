@@ -3,6 +3,7 @@
 from handheld.emulator.calls import export
 from handheld.emulator.constants import WM_GETTEXT, WM_SETTEXT
 from handheld.emulator.dialogs import find_item, is_dialog_message, next_stop
+from handheld.emulator.messages import from_memory
 
 
 def send_item(system, dialog, number, message, wparam, lparam):
@@ -44,4 +45,4 @@ def get_next_tab_item(_system, dialog, control, backwards):
 def is_dialog_message_call(system, dialog, message):
     if dialog is None:
         return False
-    return is_dialog_message(system, dialog, system.messages.from_memory(message))
+    return is_dialog_message(system, dialog, from_memory(system, message))

@@ -187,7 +187,8 @@ def add_control(system, dialog, control, base, instance, font):
     window = system.windows.create(control.class_name, title, control.style | WS_CHILD,
                                    control.ex_style, x, y, width, height, dialog, control.id,
                                    instance, 0)
-    window.resource = control.title  # a picture's name or number
+    if hasattr(window, "set_picture"):
+        window.set_picture(control.title)  # a resource's name or number
     system.windows.send(window, WM_SETFONT, font, 0)
     if window.style & 0xF == BS_DEFPUSHBUTTON and window.class_name == "BUTTON":
         dialog.default_id = control.id

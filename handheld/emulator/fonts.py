@@ -13,15 +13,15 @@ FOLDER = "/usr/share/fonts/truetype/dejavu/"
 
 # Family: (plain, bold, italic, bold italic). The first one stands for every other name.
 FAMILIES = {
-    "Tahoma": ("DejaVuSansCondensed", "DejaVuSansCondensed-Bold",
-               "DejaVuSansCondensed-Oblique", "DejaVuSansCondensed-BoldOblique"),
+    "Tahoma": ("DejaVuSans", "DejaVuSans-Bold", "DejaVuSans-Oblique", "DejaVuSans-BoldOblique"),
     "Courier New": ("DejaVuSansMono", "DejaVuSansMono-Bold",
                     "DejaVuSansMono-Oblique", "DejaVuSansMono-BoldOblique"),
-    "Times New Roman": ("DejaVuSerifCondensed", "DejaVuSerifCondensed-Bold",
-                        "DejaVuSerifCondensed-Italic", "DejaVuSerifCondensed-BoldItalic"),
+    "Times New Roman": ("DejaVuSerif", "DejaVuSerif-Bold", "DejaVuSerif-Italic",
+                        "DejaVuSerif-BoldItalic"),
 }
 SYSTEM_FAMILY = "Tahoma"
-SYSTEM_SIZE = 12  # pixels of the system font, which dialogs and menus have: 9 points
+SYSTEM_SIZE = 11  # pixels of the system font, which dialogs and menus have: 8 points
+WIDE = 12, 11     # the stand-ins are wider: this many pixels are drawn as so many
 LETTERS = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
 LARGEST = 400  # pixels
 
@@ -38,7 +38,8 @@ def family_of(face):
 def open_face(family, size, bold, italic):
     """One font file at one size; `size` is the height of the em square."""
     name = FAMILIES[family][(1 if bold else 0) + (2 if italic else 0)]
-    return ImageFont.truetype(FOLDER + name + ".ttf", size,
+    drawn = max(1, (size * WIDE[1] + WIDE[0] // 2) // WIDE[0])
+    return ImageFont.truetype(FOLDER + name + ".ttf", drawn,
                               layout_engine=ImageFont.Layout.BASIC)
 
 
@@ -82,7 +83,8 @@ class Font:
         """How far one character moves on, in pixels."""
         found = self._advances.get(character)
         if found is None:
-            found = 0 if ord(character) < 32 else max(1, round(self._face.getlength(character, "1")))
+            length = self._face.getlength(character, "1")
+            found = 0 if ord(character) < 32 else max(1, round(length))
             self._advances[character] = found
         return found
 
@@ -111,7 +113,7 @@ class Font:
         mask = Image.new("1", size)
         pen = ImageDraw.Draw(mask)
         pen.fontmode = "1"
-        pen.text((overhang, 0), character, fill=1, font=self._face)
+        pen.text((overhang, self.ascent), character, fill=1, font=self._face, anchor="ls")
         return mask, overhang
 
 

@@ -9,10 +9,12 @@ The time is not shown, so that pictures stay the same. Not modelled: the start m
 with which another program would come to the front.
 """
 
+from PIL import ImageChops
+
 from handheld.emulator.calls import export
 from handheld.emulator.constants import (
-    WM_COMMAND, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_SETTINGCHANGE, WS_EX_NOACTIVATE, WS_EX_TOPMOST,
-    WS_POPUP, WS_VISIBLE)
+    VK_CONTROL, WM_COMMAND, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_SETTINGCHANGE, WS_EX_NOACTIVATE,
+    WS_EX_TOPMOST, WS_POPUP, WS_VISIBLE)
 from handheld.emulator.fonts import make_font
 from handheld.emulator.gdi_objects import (
     COLOR_ACTIVECAPTION, COLOR_BTNFACE, COLOR_BTNSHADOW, COLOR_CAPTIONTEXT, system_colour)
@@ -84,7 +86,7 @@ class Screen:
             self.system.windows.invalidate(self.caption)
 
     def front(self):
-        """The top-level window whose title the bar shows: the one in front that fills the screen."""
+        """The window whose title the bar shows: the one in front that fills the screen."""
         for window in self.system.windows.top_levels:
             covers = window.right - window.left >= self.WIDTH and window.top <= self.BAR_HEIGHT
             if window.visible and covers and not window.ex_style & WS_EX_NOACTIVATE:
@@ -103,8 +105,12 @@ class Screen:
             self.system.windows.send(front, WM_SETTINGCHANGE, SPI_SETSIPINFO, 0)
 
     def picture(self, path):
-        """Writes what is shown to a file."""
-        self.surface.image.save(path)
+        """Writes what is shown to a file, with the caret."""
+        image = self.surface.image.copy()
+        caret = self.system.caret.rect()
+        if caret is not None:
+            image.paste(ImageChops.invert(image.crop(caret)), caret)
+        image.save(path)
 
 
 @window_class("Desktop")
@@ -130,8 +136,8 @@ class CaptionBar(Window):
         white = system_colour(COLOR_CAPTIONTEXT)
         dc.fill((0, 0, 240, 26), blue)
         dc.edge((0, 25, 240, 26), (33, 69, 107))
-        for x, y in ((5, 7), (11, 7), (5, 13), (11, 13)):
-            dc.edge((x, y, x + 5, y + 5), white)
+        for y in (7, 11, 15):  # the start menu's mark
+            dc.edge((5, y, 16, y + 2), white)
         front = self.system.screen.front()
         title = front.text if front is not None else ""
         dc.label((22, 0, 210, 25), title.replace("&", "&&"), make_font(height=-12, bold=True),
@@ -213,19 +219,19 @@ def key_places():
 
 @window_class("InputPanel")
 class InputPanel(Window):
-    """The keyboard. Shift holds for one key, Cap until it is tapped again."""
+    """The keyboard. Shift and Ctl hold for one key, Cap until it is tapped again."""
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
-        self.shift = self.caps = False
+        self.shift = self.caps = self.control = False
 
     def paint(self, dc):
         font = make_font(height=-9)
         dc.fill((0, 0, 240, 80), WHITE)
         for key, rect in key_places():
             dc.frame((rect[0], rect[1], rect[2] + 1, rect[3] + 1), (150, 150, 150))
-            held = (key == "Shift" and self.shift) or (key == "Cap" and self.caps)
-            if held:
+            held = {"Shift": self.shift, "Cap": self.caps, "Ctl": self.control}
+            if held.get(key):
                 dc.fill((rect[0] + 1, rect[1] + 1, rect[2], rect[3]), (200, 200, 200))
             dc.label(rect, "" if key == "Space" else self.face(key), font, BLACK, "center")
 
@@ -246,12 +252,23 @@ class InputPanel(Window):
         if key in ("Shift", "Cap"):
             self.shift = key == "Shift" and not self.shift
             self.caps = key == "Cap" and not self.caps
-        elif key in VIRTUAL_KEYS:
-            self.system.input.key(VIRTUAL_KEYS[key])
-        elif key != "Ctl":
-            self.system.input.character(" " if key == "Space" else self.face(key))
-            self.shift = False
+        elif key == "Ctl":
+            self.control = not self.control
+        else:
+            self.type(key)
+            self.shift = self.control = False
         self.system.windows.invalidate(self)
+
+    def type(self, key):
+        keys = self.system.input
+        if self.control:
+            keys.key(VK_CONTROL, True)
+        if key in VIRTUAL_KEYS:
+            keys.key(VIRTUAL_KEYS[key])
+        else:
+            keys.character(" " if key == "Space" else self.face(key))
+        if self.control:
+            keys.key(VK_CONTROL, False)
 
 
 # ---- What the program asks ----

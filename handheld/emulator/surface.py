@@ -11,16 +11,26 @@ from handheld.emulator.region import Region, intersect_rects
 
 
 class Text:
-    """A text as it was drawn: one line in one font, (left, top, right, bottom) on its surface."""
+    """A text as it was drawn: one line in one font, (left, top, right, bottom) on its surface.
+    `seen` is what of it has not been painted over."""
 
-    __slots__ = ("text", "rect", "font")
+    __slots__ = ("text", "rect", "font", "seen")
 
-    def __init__(self, text, rect, font):
+    def __init__(self, text, rect, font, seen=None):
         self.text, self.rect, self.font = text, rect, font
+        self.seen = Region.of(*rect) if seen is None else seen
 
     def moved(self, x, y):
         left, top, right, bottom = self.rect
-        return Text(self.text, (left + x, top + y, right + x, bottom + y), self.font)
+        return Text(self.text, (left + x, top + y, right + x, bottom + y), self.font,
+                    self.seen.offset(x, y))
+
+    def limited(self, region):
+        return Text(self.text, self.rect, self.font, self.seen.intersect(region))
+
+    @property
+    def can_be_read(self):
+        return 2 * self.seen.area >= area(self.rect)
 
     def part(self, start, end):
         """Where the characters from `start` to `end` stand."""
@@ -103,25 +113,23 @@ class Surface:
 
     def remember_text(self, region, text):
         """Notes a text when at least half of it is inside the region."""
-        if not text.text.strip():
-            return
-        seen = sum(area(common) for common in
-                   (intersect_rects(text.rect, rect) for rect in region.rects) if common)
-        if 2 * seen >= area(text.rect):
+        text = text.limited(region)
+        if text.text.strip() and text.can_be_read:
             self.texts = [old for old in self.texts
                           if not (old.text == text.text and old.rect == text.rect)]
             self.texts.append(text)
 
     def forget_texts(self, region):
-        """Drops the texts that are painted over by more than half."""
-        if self.texts and not region.is_empty:
-            self.texts = [text for text in self.texts if not self._covers(region, text.rect)]
-
-    @staticmethod
-    def _covers(region, rect):
-        covered = sum(area(common) for common in
-                      (intersect_rects(rect, taken) for taken in region.rects) if common)
-        return 2 * covered > area(rect)
+        """Takes away what is painted over, and the texts of which less than half is left."""
+        if region.is_empty or not self.texts:
+            return
+        bounds, kept = region.bounds, []
+        for text in self.texts:
+            if intersect_rects(text.rect, bounds):
+                text.seen = text.seen.subtract(region)
+            if text.can_be_read:
+                kept.append(text)
+        self.texts = kept
 
     def lines(self):
         """The texts as lines, from the top down: runs that touch each other are one."""

@@ -1,10 +1,11 @@
-"""COMBOBOX: a field with a list that drops down. The field can be typed into (CBS_DROPDOWN: it is an
-EDIT within the box) or only shows what is selected (CBS_DROPDOWNLIST).
+"""COMBOBOX: a field with a list that drops down. The field can be typed into (CBS_DROPDOWN: it is
+an EDIT within the box) or only shows what is selected (CBS_DROPDOWNLIST).
 
 The list is a window of its own in front of everything, which takes the pen while it is open. The
 order of what the parent hears is the system's: CBN_DROPDOWN before the list opens; by the pen
 CBN_SELCHANGE when the list has closed, by keys at each step; the field is written behind
-CBN_SELCHANGE. Not modelled: the list that is always open (CBS_SIMPLE), items that the program draws.
+CBN_SELCHANGE. Not modelled: the list that is always open (CBS_SIMPLE), items that the program
+draws.
 """
 
 from handheld.emulator import frame

@@ -1,15 +1,16 @@
 """EDIT: a field of one line or of several.
 
 Modelled: typing, the keys that move and erase, selection by pen and with Shift, clipboard, undo of
-the last change, limits, breaking of lines, scrolling with the caret, passwords not. Not modelled:
+the last change, limits, breaking of lines, scrolling with the caret. Not modelled: passwords,
 alignment, tab stops, its own context menu.
 """
 
 from handheld.emulator.constants import (
     VK_CONTROL, VK_DELETE, VK_DOWN, VK_END, VK_HOME, VK_LEFT, VK_NEXT, VK_PRIOR, VK_RIGHT, VK_SHIFT,
-    VK_UP, WM_CHAR, WM_CLEAR, WM_COPY, WM_CREATE, WM_CTLCOLOREDIT, WM_CTLCOLORSTATIC, WM_CUT, WM_ERASEBKGND,
-    WM_GETDLGCODE, WM_GETTEXT, WM_GETTEXTLENGTH, WM_KEYDOWN, WM_KILLFOCUS, WM_LBUTTONDBLCLK, WM_LBUTTONDOWN,
-    WM_LBUTTONUP, WM_MOUSEMOVE, WM_PASTE, WM_SETFOCUS, WM_SETFONT, WM_SETTEXT, WM_SIZE, WM_UNDO)
+    VK_UP, WM_CHAR, WM_CLEAR, WM_COPY, WM_CREATE, WM_CTLCOLOREDIT, WM_CTLCOLORSTATIC, WM_CUT,
+    WM_ERASEBKGND, WM_GETDLGCODE, WM_GETTEXT, WM_GETTEXTLENGTH, WM_KEYDOWN, WM_KILLFOCUS,
+    WM_LBUTTONDBLCLK, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_MOUSEMOVE, WM_PASTE, WM_SETFOCUS, WM_SETFONT,
+    WM_SETTEXT, WM_SIZE, WM_UNDO)
 from handheld.emulator.controls.edit_text import LINE_END, EditText
 from handheld.emulator.controls.look import background, font_of, ink, point_of, signed, size_of
 from handheld.emulator.dialogs import (
@@ -18,10 +19,10 @@ from handheld.emulator.gdi_objects import (
     COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, system_colour)
 from handheld.emulator.windows import Window, window_class
 
-ES_MULTILINE, ES_AUTOHSCROLL, ES_READONLY, ES_WANTRETURN = 4, 0x80, 0x800, 0x1000
-EM_GETSEL, EM_SETSEL, EM_GETMODIFY, EM_SETMODIFY = 0xB0, 0xB1, 0xB8, 0xB9
+ES_MULTILINE, ES_AUTOHSCROLL, ES_READONLY = 4, 0x80, 0x800
+EM_GETSEL, EM_SETSEL, EM_GETMODIFY = 0xB0, 0xB1, 0xB8
 EM_GETLINECOUNT, EM_REPLACESEL, EM_LIMITTEXT, EM_CANUNDO, EM_UNDO = 0xBA, 0xC2, 0xC5, 0xC6, 0xC7
-EM_EMPTYUNDOBUFFER, EM_SETREADONLY, EM_GETLIMITTEXT = 0xCD, 0xCF, 0xD5
+EM_SETREADONLY, EM_GETLIMITTEXT = 0xCF, 0xD5
 EN_SETFOCUS, EN_KILLFOCUS, EN_CHANGE, EN_UPDATE = 0x100, 0x200, 0x300, 0x400
 NO_LIMIT = 0x7FFFFFFE
 MARGIN = 2
@@ -324,7 +325,8 @@ class Edit(Window):
         first, last = self.content.selection
         focused = self.system.windows.focus is self
         first, last = (max(first, start), min(last, end)) if focused else (end, end)
-        pieces = [(start, min(first, end), False), (first, last, True), (max(last, start), end, False)]
+        pieces = [(start, min(first, end), False), (first, last, True),
+                  (max(last, start), end, False)]
         for begin, stop, selected in pieces if first < last else [(start, end, False)]:
             text = self.content.text[begin:stop]
             if text:

@@ -15,7 +15,7 @@ from handheld.emulator.dialogs import DLGC_WANTARROWS, DLGC_WANTCHARS
 from handheld.emulator.gdi_objects import COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, system_colour
 from handheld.emulator.windows import Window, window_class
 
-LBS_NOTIFY, LBS_SORT, LBS_HASSTRINGS = 1, 2, 0x40
+LBS_NOTIFY, LBS_SORT = 1, 2
 LB_ADDSTRING, LB_INSERTSTRING, LB_DELETESTRING, LB_RESETCONTENT = 0x180, 0x181, 0x182, 0x184
 LB_SETCURSEL, LB_GETCURSEL, LB_GETTEXT, LB_GETTEXTLEN = 0x186, 0x188, 0x189, 0x18A
 LB_GETCOUNT, LB_GETTOPINDEX, LB_FINDSTRING, LB_SETTOPINDEX = 0x18B, 0x18E, 0x18F, 0x197
@@ -65,14 +65,14 @@ class Items:
 
 @window_class("LISTBOX")
 class ListBox(Window):
-    """The list; `selected` is -1 for none, `top` the first item shown."""
+    """The list; `selected` is -1 for none, `first` the first item shown."""
 
     class_style = 8  # double clicks
 
     def __init__(self, *arguments):
         super().__init__(*arguments)
         self.items = None
-        self.selected, self.top, self.held = LB_ERR, 0, False
+        self.selected, self.first, self.held = LB_ERR, 0, False
 
     # ---- Items ----
 
@@ -115,7 +115,7 @@ class ListBox(Window):
 
     def reset(self, _wparam, _lparam):
         self.items.clear()
-        self.selected, self.top = LB_ERR, 0
+        self.selected, self.first = LB_ERR, 0
         self.update_bar()
         self.invalidate()
         return 0
@@ -137,7 +137,7 @@ class ListBox(Window):
             return LB_ERR
         self.selected = index
         if index != LB_ERR:
-            self.scroll_to(min(max(self.top, index - self.shown() + 1), index))
+            self.scroll_to(min(max(self.first, index - self.shown() + 1), index))
         self.invalidate()
         return index
 
@@ -198,26 +198,26 @@ class ListBox(Window):
         width, height = size_of(self)
         if not (0 <= x < width and 0 <= y < height):
             return LB_ERR
-        index = self.top + y // self.row_height()
+        index = self.first + y // self.row_height()
         return index if self.items.has(index) else LB_ERR
 
     def scroll_to(self, top):
         last = max(0, len(self.items.texts) - self.shown())
-        self.top = max(0, min(top, last))
+        self.first = max(0, min(top, last))
         self.update_bar()
         self.invalidate()
 
     def update_bar(self):
         if self.style & WS_VSCROLL and self.items is not None:
             scroll_bar.update(self, scroll_bar.SB_VERT, 0, max(0, len(self.items.texts) - 1),
-                              self.shown(), self.top)
+                              self.shown(), self.first)
 
     def scrolled(self, wparam, _lparam):
         steps = {scroll_bar.SB_LINEUP: -1, scroll_bar.SB_LINEDOWN: 1,
                  scroll_bar.SB_PAGEUP: -self.shown(), scroll_bar.SB_PAGEDOWN: self.shown()}
         code = wparam & 0xFFFF
         if code in steps:
-            self.scroll_to(self.top + steps[code])
+            self.scroll_to(self.first + steps[code])
         elif code in (scroll_bar.SB_THUMBTRACK, scroll_bar.SB_THUMBPOSITION):
             self.scroll_to(wparam >> 16 & 0xFFFF)
         return 0
@@ -232,8 +232,8 @@ class ListBox(Window):
         width, height = size_of(self)
         dc.fill((0, 0, width, height), self.colour_behind(dc))
         row = self.row_height()
-        for index in range(self.top, min(len(self.items.texts), self.top + height // row + 1)):
-            y = (index - self.top) * row
+        for index in range(self.first, min(len(self.items.texts), self.first + height // row + 1)):
+            y = (index - self.first) * row
             self.paint_item(dc, self.items.texts[index], (0, y, width, y + row),
                             index == self.selected)
 
@@ -280,7 +280,7 @@ HANDLERS = {
     LB_GETTEXT: ListBox.get_text,
     LB_GETTEXTLEN: text_length,
     LB_GETCOUNT: lambda box, wparam, lparam: len(box.items.texts),
-    LB_GETTOPINDEX: lambda box, wparam, lparam: box.top,
+    LB_GETTOPINDEX: lambda box, wparam, lparam: box.first,
     LB_SETTOPINDEX: lambda box, wparam, lparam: box.scroll_to(wparam) or 0,
     LB_FINDSTRING: lambda box, wparam, lparam: box.find(wparam, lparam, False),
     LB_FINDSTRINGEXACT: lambda box, wparam, lparam: box.find(wparam, lparam, True),

@@ -2,7 +2,7 @@
 them.
 
 A bar tells its window WM_VSCROLL or WM_HSCROLL: a line at the arrows, a page beside the thumb, the
-position under the pen while the thumb is drawn. Not modelled: SCROLLBAR as a control of its own, and
+position under the pen while the thumb is drawn. Not modelled: SCROLLBAR as a control of its own,
 repetition while the pen rests.
 """
 
@@ -10,7 +10,7 @@ from handheld.emulator.calls import export
 from handheld.emulator.gdi_objects import COLOR_BTNFACE, COLOR_BTNSHADOW, system_colour
 
 SB_HORZ, SB_VERT = 0, 1
-SIF_RANGE, SIF_PAGE, SIF_POS, SIF_DISABLENOSCROLL, SIF_TRACKPOS = 1, 2, 4, 8, 16
+SIF_RANGE, SIF_PAGE, SIF_POS, SIF_DISABLENOSCROLL = 1, 2, 4, 8
 SB_LINEUP, SB_LINEDOWN, SB_PAGEUP, SB_PAGEDOWN = 0, 1, 2, 3
 SB_THUMBPOSITION, SB_THUMBTRACK, SB_ENDSCROLL = 4, 5, 8
 WM_HSCROLL, WM_VSCROLL = 0x114, 0x115

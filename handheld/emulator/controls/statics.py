@@ -22,9 +22,19 @@ FLAGS = {SS_LEFT: DT_WORDBREAK, SS_CENTER: DT_WORDBREAK | DT_CENTER,
 
 @window_class("STATIC")
 class Static(Window):
-    """One of them; `resource` is the name or number of an icon."""
+    """One of them; `picture` is an icon's (picture, mask)."""
 
-    resource = ""
+    picture = None
+
+    def set_picture(self, name):
+        """A static with an icon is as large as the icon."""
+        if self.style & SS_KINDS != SS_ICON or not name:
+            return
+        self.picture = load_icon(self.system, self.instance, name)
+        if self.picture is not None:
+            left, top = self.parent.client_rect()[:2]
+            self.system.windows.move(self, self.left - left, self.top - top,
+                                     *self.picture[0].size)
 
     def message(self, message, wparam, lparam):
         if message == WM_GETDLGCODE:
@@ -44,14 +54,9 @@ class Static(Window):
             return
         dc.fill((0, 0, width, height), background(self, dc, WM_CTLCOLORSTATIC))
         if kind == SS_ICON:
-            self.paint_icon(dc)
+            if self.picture is not None:
+                dc.image(0, 0, *self.picture)
             return
         flags = FLAGS.get(kind, DT_WORDBREAK) | DT_EXPANDTABS
         lines = text_lines(self.text, font_of(self), width, flags)
         draw_lines(dc, lines, (0, 0, width, height), flags, ink(self, dc), font_of(self))
-
-    def paint_icon(self, dc):
-        name = self.resource or self.text
-        found = load_icon(self.system, self.instance, name) if name else None
-        if found is not None:
-            dc.image(0, 0, *found)

@@ -19,15 +19,15 @@ from handheld.emulator.windows import Window, window_class
 CLASS_NAME = "SysTreeView32"
 TVS_SHOWSELALWAYS = 0x20
 TVM_FIRST = 0x1100
-TVM_DELETEITEM, TVM_EXPAND, TVM_GETITEMRECT, TVM_GETCOUNT = (TVM_FIRST + n for n in (1, 2, 4, 5))
-TVM_GETNEXTITEM, TVM_SELECTITEM, TVM_HITTEST = (TVM_FIRST + n for n in (10, 11, 17))
+TVM_DELETEITEM, TVM_EXPAND, TVM_GETCOUNT = (TVM_FIRST + n for n in (1, 2, 5))
+TVM_GETNEXTITEM, TVM_SELECTITEM = TVM_FIRST + 10, TVM_FIRST + 11
 TVM_SORTCHILDREN, TVM_ENSUREVISIBLE = TVM_FIRST + 19, TVM_FIRST + 20
-TVM_INSERTITEMW, TVM_GETITEMW, TVM_SETITEMW = (TVM_FIRST + n for n in (50, 62, 63))
-TVI_ROOT, TVI_FIRST, TVI_LAST, TVI_SORT = (0xFFFF0000 + n for n in range(4))
+TVM_INSERTITEMW, TVM_GETITEMW = TVM_FIRST + 50, TVM_FIRST + 62
+TVI_ROOT, TVI_FIRST, TVI_SORT = 0xFFFF0000, 0xFFFF0001, 0xFFFF0003
 TVIF_TEXT, TVIF_PARAM, TVIF_STATE = 1, 4, 8
 TVIS_SELECTED = 2
-TVGN_ROOT, TVGN_NEXT, TVGN_PREVIOUS, TVGN_PARENT, TVGN_CHILD, TVGN_CARET = 0, 1, 2, 3, 4, 9
-TVE_COLLAPSE, TVE_EXPAND, TVE_TOGGLE = 1, 2, 3
+TVGN_ROOT, TVGN_NEXT, TVGN_PARENT, TVGN_CHILD, TVGN_CARET = 0, 1, 3, 4, 9
+TVE_EXPAND, TVE_TOGGLE = 2, 3
 TVC_UNKNOWN, TVC_BYMOUSE, TVC_BYKEYBOARD = 0, 1, 2
 TVN_SELCHANGINGW, TVN_SELCHANGEDW = -450, -451
 TVITEM = "<IIIIIiiiii"  # mask, item, state, state mask, text, size, image, image, children, param
@@ -51,7 +51,7 @@ class Node:
 
 @window_class(CLASS_NAME)
 class TreeView(Window):
-    """The tree; `top` is the first of the rows that is shown."""
+    """The tree; `first` is the first of the rows that is shown."""
 
     class_style = 8  # double clicks
 
@@ -60,7 +60,7 @@ class TreeView(Window):
         self.root = Node(0, None, "", 0)
         self.root.open = True
         self.nodes, self.next = {}, FIRST_ITEM
-        self.selected, self.top, self.redraw = None, 0, True
+        self.selected, self.first, self.redraw = None, 0, True
         self.kept_rows = None
 
     def message(self, message, wparam, lparam):
@@ -112,7 +112,7 @@ class TreeView(Window):
         next, or the one before."""
         if lparam in (0, TVI_ROOT):
             self.nodes.clear()
-            self.root.children, self.selected, self.top = [], None, 0
+            self.root.children, self.selected, self.first = [], None, 0
             self.changed()
             return 1
         node = self.nodes.get(lparam)
@@ -229,7 +229,8 @@ class TreeView(Window):
         node = self.nodes.get(lparam)
         if node is None or not node.children:
             return 0
-        self.open_node(node, not node.open if wparam & 3 == TVE_TOGGLE else wparam & 3 == TVE_EXPAND)
+        how = wparam & 3
+        self.open_node(node, not node.open if how == TVE_TOGGLE else how == TVE_EXPAND)
         return 1
 
     def pen_down(self, _wparam, lparam):
@@ -267,7 +268,7 @@ class TreeView(Window):
         return max(1, size_of(self)[1] // self.row_height())
 
     def node_at(self, x, y):
-        index = self.top + y // self.row_height()
+        index = self.first + y // self.row_height()
         rows = self.rows()
         return rows[index] if 0 <= index < len(rows) and x >= 0 and y >= 0 else None
 
@@ -279,7 +280,7 @@ class TreeView(Window):
                 parent.open, self.kept_rows = True, None
             parent = parent.parent
         index = self.rows().index(node)
-        self.scroll_to(min(max(self.top, index - self.shown() + 1), index))
+        self.scroll_to(min(max(self.first, index - self.shown() + 1), index))
 
     def ensure_visible(self, _wparam, lparam):
         node = self.nodes.get(lparam)
@@ -289,23 +290,23 @@ class TreeView(Window):
 
     def scroll_to(self, top):
         top = max(0, min(top, len(self.rows()) - self.shown()))
-        if top != self.top:
-            self.top = top
+        if top != self.first:
+            self.first = top
             self.invalidate()
         self.update_bar()
 
     def update_bar(self):
         if self.style & WS_VSCROLL:
-            self.top = max(0, min(self.top, len(self.rows()) - self.shown()))
+            self.first = max(0, min(self.first, len(self.rows()) - self.shown()))
             scroll_bar.update(self, scroll_bar.SB_VERT, 0, max(0, len(self.rows()) - 1),
-                              self.shown(), self.top)
+                              self.shown(), self.first)
 
     def scrolled(self, wparam, _lparam):
         steps = {scroll_bar.SB_LINEUP: -1, scroll_bar.SB_LINEDOWN: 1,
                  scroll_bar.SB_PAGEUP: -self.shown(), scroll_bar.SB_PAGEDOWN: self.shown()}
         code = wparam & 0xFFFF
         if code in steps:
-            self.scroll_to(self.top + steps[code])
+            self.scroll_to(self.first + steps[code])
         elif code in (scroll_bar.SB_THUMBTRACK, scroll_bar.SB_THUMBPOSITION):
             self.scroll_to(wparam >> 16 & 0xFFFF)
         return 0
@@ -326,8 +327,8 @@ class TreeView(Window):
         width, height = size_of(self)
         dc.fill((0, 0, width, height), WHITE)
         row, rows = self.row_height(), self.rows()
-        for index in range(self.top, min(len(rows), self.top + height // row + 1)):
-            y = (index - self.top) * row
+        for index in range(self.first, min(len(rows), self.first + height // row + 1)):
+            y = (index - self.first) * row
             self.paint_node(dc, rows[index], (0, y, width, y + row))
 
     def paint_node(self, dc, node, place):
@@ -343,8 +344,9 @@ class TreeView(Window):
 
 
 def sort_key(node):
-    """The order of the system's own comparison, as far as plain letters go."""
-    return node.text.casefold(), node.text.swapcase()
+    """The order of texts regardless of case: signs before digits before letters."""
+    return [(character.isalpha(), character.isdigit(), character)
+            for character in node.text.casefold()]
 
 
 HANDLERS = {
