@@ -3,9 +3,10 @@
     tap X Y             hold X Y            double-tap X Y      drag X Y X Y
     tap-text TEXT       where it stands on the screen           double-tap-text TEXT
     key [Ctrl+][Shift+][Alt+]NAME           type TEXT           \\n in it is Enter
-    menu POPUP ITEM ...                     button TEXT         ok: the one in the bar along the top
+    menu POPUP ITEM [> ITEM]                button TEXT         ok: the one in the bar along the top
     choose NUMBER TEXT  from the combo box with that number, in the window in front
-    check TEXT          taps a check box or radio button        tab TEXT
+    fill NUMBER TEXT    writes that field anew
+    check TEXT          taps a check box or radio button
     panel up|down       command NUMBER      wait MILLISECONDS   after MILLISECONDS STEP
     answer TEXT         types it into the field of the file dialog and confirms
     expect WHAT ...     text, no-text, status, caption, dialog, no-dialog, field, file, no-file,
@@ -172,13 +173,13 @@ def type_text(driver, text):
 
 @step("menu")
 def menu(driver, rest):
-    """The pop-up's button, then an item's text; further items by "/"."""
+    """The pop-up's button, then an item's text; further items behind ">"."""
     system = driver.system
     name, _, items = rest.partition(" ")
     yield PAUSE
     press_at(system, *place_of_bar_button(system, name))
     yield
-    for item in items.split("/"):
+    for item in items.split(">"):
         press_at(system, *place_of_item(system, item.strip()))
         yield
 
@@ -252,8 +253,7 @@ def check(driver, text):
 @step("ok")
 def ok(driver, _rest):
     yield PAUSE
-    left, top, right, bottom = driver.system.screen.caption.BUTTON
-    press_at(driver.system, *middle((left, top, right, bottom)))
+    press_at(driver.system, *middle(driver.system.screen.caption.BUTTON))
     yield
 
 
@@ -268,6 +268,28 @@ def choose(driver, rest):
     yield
     press_at(system, *place_of_text(system, text))
     yield
+
+
+@step("fill")
+def fill(driver, rest):
+    number, _, text = rest.partition(" ")
+    system = driver.system
+    yield PAUSE
+    press_at(system, *middle(control_by_number(system, int(number)).rect))
+    yield
+    write_anew(system, text)
+    yield
+
+
+def write_anew(system, text):
+    """Replaces the line that has the focus."""
+    system.input.key(c.VK_END)
+    system.input.key(c.VK_SHIFT, True)
+    system.input.key(c.VK_HOME)
+    system.input.key(c.VK_SHIFT, False)
+    system.input.key(c.VK_DELETE)
+    for character in text:
+        system.input.character(character)
 
 
 def control_by_number(system, number):
@@ -303,14 +325,9 @@ def answer(driver, text):
         raise Unexpected("there is no field to answer in")
     press_at(system, *middle(fields[0].rect))
     yield
-    system.input.key(c.VK_HOME)
-    for _ in range(len(fields[0].text)):
-        system.input.key(c.VK_DELETE)
-    for character in text:
-        system.input.character(character)
+    write_anew(system, text)
     yield
-    left, top, right, bottom = system.screen.caption.BUTTON
-    press_at(system, *middle((left, top, right, bottom)))
+    press_at(system, *middle(system.screen.caption.BUTTON))
     yield
 
 
