@@ -36,6 +36,7 @@ class WindowLife:
         window.style = style & ~c.WS_VISIBLE
         window.text = text or ""
         self._place_first(window, x, y, width, height)
+        window.corner = window.client_rect()[:2]
         self.windows.add(window)
         if not self._tell_created(window, param):
             return None
@@ -126,19 +127,24 @@ class WindowLife:
         if (left, top, right, bottom) == window.rect:
             return
         uncovered = self._uncovering(window)
-        self._shift(window.children, left - window.left, top - window.top)
         resized = (right - left, bottom - top) != (window.right - window.left,
                                                    window.bottom - window.top)
         window.left, window.top, window.right, window.bottom = left, top, right, bottom
         self._placed(window, uncovered, flags | (0 if resized else c.SWP_NOSIZE))
 
-    def _shift(self, windows, dx, dy):
-        for window in windows:
-            window.left, window.right = window.left + dx, window.right + dx
-            window.top, window.bottom = window.top + dy, window.bottom + dy
-            self._shift(window.children, dx, dy)
+    def _take_along(self, window):
+        """What lies in the window moves as the corner of its client area has."""
+        corner = window.client_rect()[:2]
+        dx, dy = corner[0] - window.corner[0], corner[1] - window.corner[1]
+        window.corner = corner
+        if dx or dy:
+            for child in window.children:
+                child.left, child.right = child.left + dx, child.right + dx
+                child.top, child.bottom = child.top + dy, child.bottom + dy
+                self._take_along(child)
 
     def _placed(self, window, uncovered, flags):
+        self._take_along(window)
         self.windows.changed()
         now = self.windows.visible_region(window, whole=True)
         self.system.painting.uncover(uncovered.subtract(now))

@@ -63,6 +63,7 @@ class Window:
         self.id = 0
         self.style = self.ex_style = 0
         self.left = self.top = self.right = self.bottom = 0
+        self.corner = (0, 0)     # of the client area, as what lies in it was placed by
         self.text = ""
         self.font = 0
         self.instance = 0
