@@ -10,10 +10,10 @@ draws.
 
 from handheld.emulator import frame
 from handheld.emulator.constants import (
-    VK_DOWN, VK_ESCAPE, VK_NEXT, VK_PRIOR, VK_RETURN, VK_UP, WM_CAPTURECHANGED, WM_CHAR,
+    VK_DOWN, VK_ESCAPE, VK_NEXT, VK_PRIOR, VK_RETURN, VK_UP, WM_CHAR,
     WM_COMMAND, WM_CREATE, WM_DESTROY, WM_ENABLE, WM_ERASEBKGND, WM_GETDLGCODE,
     WM_GETTEXT, WM_GETTEXTLENGTH, WM_KEYDOWN, WM_KILLFOCUS, WM_LBUTTONDBLCLK, WM_LBUTTONDOWN,
-    WM_SETFOCUS, WM_SETFONT, WM_SETTEXT, WM_SIZE, WS_BORDER, WS_CHILD, WS_EX_NOACTIVATE,
+    WM_LBUTTONUP, WM_SETFOCUS, WM_SETFONT, WM_SETTEXT, WM_SIZE, WS_BORDER, WS_CHILD, WS_EX_NOACTIVATE,
     WS_EX_TOPMOST, WS_POPUP, WS_VISIBLE, WS_VSCROLL)
 from handheld.emulator.controls.edit import EM_LIMITTEXT, EM_SETSEL, ES_AUTOHSCROLL
 from handheld.emulator.controls.list_box import LB_ERR, LBS_SORT, ListBox
@@ -50,10 +50,10 @@ class DropList(ListBox):
         return WHITE
 
     def message(self, message, wparam, lparam):
-        if message == WM_LBUTTONDOWN:
+        if message in (WM_LBUTTONDOWN, WM_LBUTTONDBLCLK):
             return self.box.pressed_in_list(*point_of(lparam))
-        if message == WM_CAPTURECHANGED and lparam != self.handle:
-            return 0
+        if message == WM_LBUTTONUP:
+            return self.lifted(*point_of(lparam))
         return ListBox.message(self, message, wparam, lparam)
 
     def choose(self, index):
@@ -61,10 +61,11 @@ class DropList(ListBox):
         if self.items.has(index):
             self.select(index)
 
-    def pen_up(self, _wparam, lparam):
+    def lifted(self, x, y):
         if self.held:
             self.held = False
-            self.box.lifted_in_list(self.item_at(*point_of(lparam)))
+            if self.item_at(x, y) != LB_ERR:
+                self.box.close(True)
         return 0
 
 
@@ -241,10 +242,6 @@ class ComboBox(Window):
 
     def press_scroll_bar(self, x, y):
         frame.press(self.system, self.list, x, y)
-
-    def lifted_in_list(self, index):
-        if index != LB_ERR:
-            self.close(True)
 
     def select(self, index):
         result = self.list.select(index)
