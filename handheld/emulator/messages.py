@@ -14,7 +14,8 @@ from handheld.emulator.calls import export
 
 MSG = "<IIIIIii"
 PM_REMOVE = 1
-POLL_INSTRUCTIONS = 10_000  # between two looks at an empty queue that are one wait
+POLL_INSTRUCTIONS = 10_000  # less between looks at an empty queue: nothing else is being done
+POLL_LOOKS = 4
 TIMER_LEAST = 10            # milliseconds
 WAIT_TIMEOUT = 258
 FOREVER = 0xFFFFFFFF
@@ -58,7 +59,8 @@ class Messages:
         self.timers = []
         self.quit_code = None
         self.pen = (0, 0)
-        self._looked_at = None  # instructions at which the queue was found empty
+        self._looks = 0      # at the empty queue, in a row
+        self._looked_at = 0  # instructions at the last one
 
     # ---- Into the queue ----
 
@@ -138,14 +140,18 @@ class Messages:
     def peek(self, wanted=anything, remove=True):
         """A message, or None at once; who asks over and over is made to wait."""
         found = self.take(wanted, remove)
-        executed = self.system.machine.instructions
-        if found is None and self._looked_at is not None \
-                and executed - self._looked_at < POLL_INSTRUCTIONS:
+        if found is None and self._asks_over_and_over():
             self.wait()
             found = self.take(wanted, remove)
-            executed = self.system.machine.instructions
-        self._looked_at = executed if found is None else None
+        if found is not None:
+            self._looks = 0
         return found
+
+    def _asks_over_and_over(self):
+        executed = self.system.machine.instructions
+        soon = executed - self._looked_at < POLL_INSTRUCTIONS
+        self._looks, self._looked_at = self._looks + 1 if soon else 1, executed
+        return self._looks >= POLL_LOOKS
 
     def wait(self, until=None):
         """The driver's turn: it makes input, or time goes by, to `until` at most."""
