@@ -180,7 +180,9 @@ class Menus:
         if item.popup:
             place = popup_places(window.menu)[window.menu.items.index(item)]
             self.close(self.open.index(window) + 1)
-            self.show(item.popup, window.left + 30, window.top + place[1] + 8)
+            _, height = popup_size(item.popup)
+            self.show(item.popup, window.left + 30,
+                      min(window.top + place[1] + 8, window.bottom - height - 4))
             return
         self.chosen = item.number
         self.close()
