@@ -9,8 +9,8 @@ from handheld.emulator.calls import export
 from handheld.emulator.constants import (
     VK_DOWN, VK_ESCAPE, VK_LEFT, VK_RETURN, VK_RIGHT, VK_SHIFT, VK_TAB, VK_UP, WM_ACTIVATE, WM_CHAR,
     WM_CLOSE, WM_COMMAND, WM_CTLCOLORDLG, WM_CTLCOLORMSGBOX, WM_CTLCOLORSTATIC, WM_ERASEBKGND,
-    WM_GETDLGCODE, WM_INITDIALOG, WM_KEYDOWN, WM_NEXTDLGCTL, WM_SETFOCUS, WM_SETFONT, WM_SYSCHAR,
-    WM_USER, WS_CHILD, WS_DISABLED, WS_GROUP, WS_TABSTOP, WS_VISIBLE)
+    WM_GETDLGCODE, WM_INITDIALOG, WM_KEYDOWN, WM_NCDESTROY, WM_NEXTDLGCTL, WM_SETFOCUS, WM_SETFONT,
+    WM_SYSCHAR, WM_USER, WS_CHILD, WS_DISABLED, WS_GROUP, WS_TABSTOP, WS_VISIBLE)
 from handheld.emulator.fonts import make_font
 from handheld.emulator.gdi_objects import COLOR_BTNFACE, FontObject, system_colour
 from handheld.emulator.templates import Template, to_pixels, units
@@ -34,7 +34,7 @@ class Dialog(Window):
     def __init__(self, *arguments):
         super().__init__(*arguments)
         self.extra = bytearray(EXTRA_BYTES)
-        self.dialog_font = make_font()
+        self.dialog_font, self.control_font = make_font(), 0
         self.answer, self.default_id, self.last_focus = None, 0, None
         self.has_done_button = False
 
@@ -74,6 +74,9 @@ class Dialog(Window):
             return 0
         if message == WM_NEXTDLGCTL:
             return self.go_to_control(wparam, lparam)
+        if message == WM_NCDESTROY:
+            self.system.gdi.table.remove(self.control_font)
+            return 0
         if message == WM_CLOSE:
             self.system.windows.post(self, WM_COMMAND, IDCANCEL, 0)
             return 0
@@ -83,6 +86,11 @@ class Dialog(Window):
             self.set_default(wparam)
             return 1
         return Window.message(self, message, wparam, lparam)
+
+    def set_control_font(self, font):
+        """The font of its units and its controls, which goes with the dialog."""
+        self.dialog_font = font
+        self.control_font = self.system.gdi.table.add(FontObject(font))
 
     def erase(self, dc):
         brush = self.system.windows.send(self, WM_CTLCOLORDLG, dc, self.handle)
@@ -154,10 +162,9 @@ def create_from(system, instance, template, owner, procedure, parameter, visible
     base = units(template.font)
     dialog = make_frame(system, template, base, owner, instance)
     dialog.dialog_procedure = procedure
-    dialog.dialog_font = template.font
-    font = system.gdi.table.add(FontObject(template.font))
+    dialog.set_control_font(template.font)
     for control in template.controls:
-        add_control(system, dialog, control, base, instance, font)
+        add_control(system, dialog, control, base, instance)
     initialise(system, dialog, parameter)
     wanted = bool(template.style & WS_VISIBLE) if visible is None else visible
     if wanted and not dialog.destroyed and dialog.answer is None:
@@ -181,7 +188,7 @@ def make_frame(system, template, base, owner, instance):
     return dialog
 
 
-def add_control(system, dialog, control, base, instance, font):
+def add_control(system, dialog, control, base, instance):
     x, y, width, height = to_pixels(control.rect, base)
     title = control.title if isinstance(control.title, str) else ""
     window = system.windows.create(control.class_name, title, control.style | WS_CHILD,
@@ -189,7 +196,7 @@ def add_control(system, dialog, control, base, instance, font):
                                    instance, 0)
     if hasattr(window, "set_picture"):
         window.set_picture(control.title)  # a resource's name or number
-    system.windows.send(window, WM_SETFONT, font, 0)
+    system.windows.send(window, WM_SETFONT, dialog.control_font, 0)
     if window.style & 0xF == BS_DEFPUSHBUTTON and window.class_name == "BUTTON":
         dialog.default_id = control.id
 

@@ -15,7 +15,6 @@ from handheld.emulator.controls import tabs
 from handheld.emulator.controls.look import NMHDR, NMHDR_SIZE, size_of
 from handheld.emulator.dialogs import IDCANCEL, IDOK, Dialog
 from handheld.emulator.fonts import make_font
-from handheld.emulator.gdi_objects import FontObject
 from handheld.emulator.templates import Template
 from handheld.emulator.windows import window_class
 
@@ -174,7 +173,7 @@ def add_tabs(system, sheet):
     sheet.tabs = system.windows.create(
         tabs.CLASS_NAME, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 0, width, height, sheet,
         TABS_ID)
-    font = system.gdi.table.add(FontObject(make_font()))
-    system.windows.send(sheet.tabs, WM_SETFONT, font, 0)
+    sheet.set_control_font(make_font())
+    system.windows.send(sheet.tabs, WM_SETFONT, sheet.control_font, 0)
     sheet.tabs.labels = [page.title for page in sheet.pages]
     sheet.tabs.selected, sheet.tabs.padding = 0, 3

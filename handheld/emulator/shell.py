@@ -217,6 +217,7 @@ def handle_activate(system, window, wparam, _lparam, record, _flags):
         memory.put(record + 4, "<II", held.handle if inside else 0, bits)
         return True
     memory.put(record + 8, "<I", bits | 4)
+    screen.show_panel(bool(bits & 1))
     if windows.find(focus) is not None:
         windows.set_focus(windows.find(focus))
     return True
