@@ -6,8 +6,6 @@ window's client area; the surface is the screen, or a bitmap in memory.
 """
 
 from handheld.emulator.gdi_objects import OBJ_DC
-from handheld.emulator.region import Region
-from handheld.emulator.surface import Surface
 
 OPAQUE = 2
 BLACK, WHITE = (0, 0, 0), (255, 255, 255)
@@ -171,4 +169,7 @@ def without_mnemonic(text):
 
 def memory_dc(gdi):
     """A context in memory: one black pixel, until a bitmap is selected."""
-    return Dc(gdi, Surface(1, 1), visible=Region.of(0, 0, 1, 1))
+    bitmap = gdi.table.get(gdi.table.stock["bitmap"])
+    dc = Dc(gdi, bitmap.surface)
+    dc.select_bitmap(bitmap)
+    return dc

@@ -10,7 +10,7 @@ from PIL import Image, ImageChops
 from handheld.emulator.calls import export
 from handheld.emulator.dc import Dc, memory_dc
 from handheld.emulator.gdi_objects import (
-    OBJ_BITMAP, OBJ_BRUSH, OBJ_DC, OBJ_FONT, OBJ_PEN, OBJ_REGION, SYSTEM_COLOUR_FLAG, Bitmap,
+    OBJ_BITMAP, OBJ_BRUSH, OBJ_DC, OBJ_FONT, OBJ_PEN, OBJ_REGION, SYSTEM_COLOUR_FLAG,
     ObjectTable, from_colorref, make_stock, system_colour, to_colorref)
 from handheld.emulator.region import Region
 
@@ -136,10 +136,7 @@ def select_object(system, dc, handle):
         context.select_bitmap(item)
     else:
         setattr(context, name, item)
-    if before is None:  # the one pixel that a context in memory begins with
-        before = Bitmap(1, 1, 1)
-        system.gdi.table.add(before)
-    return before.handle
+    return before.handle if before else 0
 
 
 @export("COREDLL", "GetCurrentObject", "dc kind")

@@ -167,6 +167,7 @@ def make_stock(table):
         table.add_stock(index, Pen(colour))
     table.add_stock(13, FontObject(make_font()))   # SYSTEM_FONT
     table.add_stock(17, FontObject(make_font()))   # DEFAULT_GUI_FONT
+    table.add_stock("bitmap", Bitmap(1, 1, 1))     # that contexts in memory begin with
     for index, colour in SYSTEM_COLOURS.items():
         table.add_stock(("colour", index), Brush(colour))
 
