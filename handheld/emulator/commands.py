@@ -18,6 +18,7 @@ import re
 
 from handheld.emulator import constants as c
 from handheld.emulator.dc import without_mnemonic
+from handheld.emulator.region import intersect_rects
 
 PAUSE = 600
 HOLD = 1000
@@ -411,9 +412,13 @@ def expect_caption(system, wanted):
 
 @expectation("dialog")
 def expect_dialog(system, wanted):
+    """The title of the window in front, or what stands in it; a line end there is a blank."""
     window = front_dialog(system)
-    inside = [window.text] + [child.text for child in controls(window)]
-    return None if any(wanted in text for text in inside) else f"the window in front has {inside}"
+    inside = " ".join("".join(run.text for run in line).strip()
+                      for line in system.screen.surface.lines()
+                      if intersect_rects(line[0].rect, window.rect))
+    found = f"{window.text} {inside}"
+    return None if wanted in found else f"the window in front has {found!r}"
 
 
 @expectation("no-dialog")

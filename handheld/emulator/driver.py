@@ -70,11 +70,11 @@ class Driver:
 
     def make(self, text):
         """The generator of one step."""
-        name, _, rest = text.strip().partition(" ")
+        name, _, rest = text.lstrip().partition(" ")
         if not name or name.startswith("#"):
             return iter(())
         function = COMMANDS.get(name, no_such_step)
-        return function(self, rest.strip()) or iter(())
+        return function(self, rest) or iter(())
 
     def look(self):
         """The program takes a message, perhaps while it is busy: what was to be done by now?"""

@@ -6,6 +6,7 @@ shares. The host's write permission is the read-only attribute. Not modelled: ot
 other folders, storage cards, streams.
 """
 
+import atexit
 import os
 import pathlib
 import tempfile
@@ -53,6 +54,7 @@ class Files:
         self.system = system
         self.folder = pathlib.Path(folder)
         self._temporary = tempfile.TemporaryDirectory()
+        atexit.register(self._temporary.cleanup)
         self._roots = {DOCUMENTS[1:].lower(): self.folder,
                        TEMPORARY[1:].lower(): pathlib.Path(self._temporary.name)}
         self.room = None  # bytes that may still be written; None: as many as you like

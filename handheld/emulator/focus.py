@@ -116,7 +116,7 @@ class Focus:
     def enable(self, window, enabled):
         """Returns whether it was disabled before."""
         before = not window.enabled
-        if before != (not enabled):
+        if before == (not enabled):
             return before
         window.style = window.style & ~c.WS_DISABLED if enabled else window.style | c.WS_DISABLED
         if not enabled and self.focus is window:
