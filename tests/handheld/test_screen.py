@@ -1,0 +1,143 @@
+"""What stays on the screen and in the system after each step of a session.
+
+The screen must be what drawing all of it anew makes of it, on whatever was there before: a control
+that leaves pixels undrawn, or a window that is not told what changed, is found by that.
+"""
+
+import os
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+from PIL import ImageChops
+
+from handheld.emulator.commands import COMMANDS
+from handheld.emulator.device import Device
+from handheld.emulator.region import Region
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILT = pathlib.Path(os.environ.get("QUORVANE_HANDHELD", ROOT / "build" / "handheld"))
+SPOILT = (255, 0, 255)
+
+WRITING = """tap-text text
+tap 100 120
+type some words that are long enough to wrap the line
+key Enter
+key Backspace
+key Ctrl+Z
+drag 20 88 120 150
+key Delete
+key PageDown
+key Up
+tap 234 240
+drag 234 60 234 180
+tap-text list
+key PageDown
+tap 60 100
+tap-text text
+key Alt+Left
+tap 175 36
+tap-text home
+menu Help Help Topics > Overview
+tap 148 306
+tap-text text
+panel up
+type q
+panel down"""
+
+DIALOGS = """tap 20 305
+key Escape
+menu Edit Find/Repl
+type cell
+ok
+button next
+check case
+button cancel
+menu Edit Settings
+tap-text Links
+check Blue
+tap-text Pane
+choose 1242 14
+check Bold
+tap-text Numbers
+ok
+menu Cell New
+type zork
+ok
+menu Cell Delete
+button OK
+menu Edit Zoom
+choose 1121 165%
+ok
+menu File Save As
+key Escape
+menu Help About Quorvane
+ok"""
+
+AND_BACK = """menu Edit Settings
+tap-text Links
+tap-text Pane
+key Escape
+tap-text text
+tap 175 36
+tap 60 200
+menu Cell New
+key Escape
+tap-text list"""
+
+
+def redraw(driver, _rest):
+    """Spoils the screen and has all of it drawn."""
+    whole = Region.of(0, 0, 240, 320)
+    driver.system.screen.surface.fill(whole, SPOILT)
+    driver.system.painting.uncover(whole)
+    yield
+
+
+class ScreenTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        shutil.copy(ROOT / "samples" / "guide.qvx", folder.name)
+        self.device = Device(BUILT / "Quorvane.exe", BUILT / "SciLexer.dll", folder.name,
+                             "\\My Documents\\guide.qvx")
+        self.addCleanup(self.device.close)
+        COMMANDS["redraw"] = redraw
+        self.addCleanup(COMMANDS.pop, "redraw")
+
+    def shown(self):
+        surface = self.device.system.screen.surface
+        return surface.image.copy(), {(text.text, text.rect) for text in surface.texts}
+
+    def check_steps(self, steps):
+        for step in steps.splitlines():
+            self.device.do(step)
+            before, texts = self.shown()
+            self.device.do("redraw")
+            after, texts_after = self.shown()
+            self.assertIsNone(ImageChops.difference(before, after).getbbox(), step)
+            self.assertEqual(texts, texts_after, step)
+
+    def test_writing(self):
+        self.check_steps(WRITING)
+
+    def test_dialogs(self):
+        self.check_steps(DIALOGS)
+
+    def in_use(self):
+        """Drawing objects, windows and blocks of memory."""
+        system = self.device.system
+        return (len(system.gdi.table.objects), sum(1 for _ in system.windows.all()),
+                system.memory.in_use)
+
+    def test_nothing_is_left_behind(self):
+        found = []
+        for _ in range(3):
+            self.device.do(*AND_BACK.splitlines())
+            found.append(self.in_use())
+        self.assertEqual(found[1], found[2])
+
+
+if __name__ == "__main__":
+    unittest.main()
