@@ -9,6 +9,8 @@ from functools import lru_cache
 
 from PIL import Image, ImageDraw, ImageFont
 
+from handheld.emulator.memory import Fault
+
 FOLDER = "/usr/share/fonts/truetype/dejavu/"
 
 # Family: (plain, bold, italic, bold italic). The first one stands for every other name.
@@ -39,8 +41,11 @@ def open_face(family, size, bold, italic):
     """One font file at one size; `size` is the height of the em square."""
     name = FAMILIES[family][(1 if bold else 0) + (2 if italic else 0)]
     drawn = max(1, (size * WIDE[1] + WIDE[0] // 2) // WIDE[0])
-    return ImageFont.truetype(FOLDER + name + ".ttf", drawn,
-                              layout_engine=ImageFont.Layout.BASIC)
+    try:
+        return ImageFont.truetype(FOLDER + name + ".ttf", drawn,
+                                  layout_engine=ImageFont.Layout.BASIC)
+    except OSError as error:
+        raise Fault(f"no font {FOLDER}{name}.ttf: is fonts-dejavu-extra installed?") from error
 
 
 def em_of_cell(family, cell):
