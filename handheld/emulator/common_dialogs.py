@@ -14,7 +14,8 @@ from handheld.emulator.constants import (
     WM_COMMAND, WM_SETTEXT, WS_BORDER, WS_CAPTION, WS_CHILD, WS_POPUP, WS_TABSTOP, WS_VISIBLE,
     WS_VSCROLL)
 from handheld.emulator.controls.list_box import LBN_DBLCLK, LBN_SELCHANGE, LBS_NOTIFY
-from handheld.emulator.dialogs import IDCANCEL, IDOK, Dialog, find_item, give_focus, run_modal
+from handheld.emulator.dialog_making import run_modal
+from handheld.emulator.dialogs import IDCANCEL, IDOK, Dialog, find_item, give_focus
 from handheld.emulator.windows import window_class
 
 OPENFILENAME_SIZE = 76

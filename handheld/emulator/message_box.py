@@ -4,7 +4,8 @@ from handheld.emulator import frame
 from handheld.emulator.calls import export
 from handheld.emulator.constants import (
     WM_COMMAND, WS_CAPTION, WS_CHILD, WS_POPUP, WS_TABSTOP, WS_VISIBLE)
-from handheld.emulator.dialogs import IDCANCEL, IDOK, Dialog, find_item, run_modal
+from handheld.emulator.dialog_making import run_modal
+from handheld.emulator.dialogs import IDCANCEL, IDOK, Dialog, find_item
 from handheld.emulator.fonts import make_font, wrap
 from handheld.emulator.windows import window_class
 

@@ -6,7 +6,7 @@ closes the sheet, and told to bring its entries into force (PSN_APPLY), or that 
 (PSN_RESET). Not modelled: wizards, Apply, help.
 """
 
-from handheld.emulator import dialogs
+from handheld.emulator import dialog_making, dialogs
 from handheld.emulator.calls import export
 from handheld.emulator.constants import (
     WM_COMMAND, WM_DESTROY, WM_NOTIFY, WM_SETFONT, WM_SIZE, WS_BORDER, WS_CAPTION, WS_CHILD,
@@ -101,8 +101,8 @@ class PropertySheet(Dialog):
         template = Template(self.system.memory, page.template)
         template.style &= ~(WS_POPUP | WS_CAPTION | WS_BORDER | WS_DISABLED | WS_VISIBLE)
         template.style |= WS_CHILD
-        return dialogs.create_from(self.system, page.instance, template, self, page.procedure,
-                                   page.record, visible=False)
+        return dialog_making.create_from(self.system, page.instance, template, self,
+                                         page.procedure, page.record, visible=False)
 
     def lay_out(self):
         """The tabs have the whole sheet, the page what they leave."""
@@ -165,7 +165,7 @@ def property_sheet(system, header):
     system.windows.show(sheet, True)
     sheet.tabs.select(start)
     sheet.show_page(sheet.pages[start])
-    return dialogs.run_modal(system, sheet)
+    return dialog_making.run_modal(system, sheet)
 
 
 def add_tabs(system, sheet):
