@@ -6,6 +6,7 @@ that leaves pixels undrawn, or a window that is not told what changed, is found 
 
 import os
 import pathlib
+import random
 import shutil
 import tempfile
 import unittest
@@ -19,6 +20,8 @@ from handheld.emulator.region import Region
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILT = pathlib.Path(os.environ.get("QUORVANE_HANDHELD", ROOT / "build" / "handheld"))
 SPOILT = (255, 0, 255)
+RANDOM_STEPS = int(os.environ.get("QUORVANE_RANDOM_STEPS", "100"))  # more find more
+RANDOM_SEED = int(os.environ.get("QUORVANE_RANDOM_SEED", "1"))
 
 WRITING = """tap-text text
 tap 100 120
@@ -87,6 +90,22 @@ key Escape
 tap-text list"""
 
 
+KEYS = ("Enter", "Tab", "Escape", "Backspace", "Delete", "Home", "PageUp", "PageDown", "Left", "Up",
+        "Down", "Shift+Down", "Ctrl+A", "Ctrl+C", "Ctrl+V", "Ctrl+X", "Ctrl+Z", "Ctrl+Y",
+        "Ctrl+End", "Alt+Left", "Alt+Right", "Alt+Up", "Alt+N", "Ctrl+F", "Ctrl+T", "F4", "Shift+Tab")
+BAR_BUTTONS = (18, 50, 82, 115, 148, 170, 222)
+
+
+def random_step(source):
+    """What a user without a plan does."""
+    x, y = source.randrange(240), source.randrange(320)
+    return source.choice((
+        f"tap {x} {y}", f"tap {x} {y}", f"tap {x} {y}", f"double-tap {x} {y}", f"hold {x} {y}",
+        f"drag {x} {y} {source.randrange(240)} {source.randrange(320)}",
+        f"key {source.choice(KEYS)}", f"key {source.choice(KEYS)}", f"key {source.choice(KEYS)}",
+        f"tap {source.choice(BAR_BUTTONS)} 306", "type home", "type a \u00e4", "ok", "wait 1500"))
+
+
 def redraw(driver, _rest):
     """Spoils the screen and has all of it drawn."""
     whole = Region.of(0, 0, 240, 320)
@@ -110,20 +129,32 @@ class ScreenTest(unittest.TestCase):
         surface = self.device.system.screen.surface
         return surface.image.copy(), {(text.text, text.rect) for text in surface.texts}
 
+    def check_screen(self, step):
+        before, texts = self.shown()
+        self.device.do("redraw")
+        after, texts_after = self.shown()
+        self.assertIsNone(ImageChops.difference(before, after).getbbox(), step)
+        self.assertEqual(texts, texts_after, step)
+
     def check_steps(self, steps):
         for step in steps.splitlines():
             self.device.do(step)
-            before, texts = self.shown()
-            self.device.do("redraw")
-            after, texts_after = self.shown()
-            self.assertIsNone(ImageChops.difference(before, after).getbbox(), step)
-            self.assertEqual(texts, texts_after, step)
+            self.check_screen(step)
 
     def test_writing(self):
         self.check_steps(WRITING)
 
     def test_dialogs(self):
         self.check_steps(DIALOGS)
+
+    def test_at_random(self):
+        """No fault of the program, whatever is done."""
+        source, done = random.Random(RANDOM_SEED), []
+        while len(done) < RANDOM_STEPS and self.device.ended is None:
+            done.append(random_step(source))
+            self.device.do(done[-1])
+            if len(done) % 4 == 0 and self.device.ended is None:
+                self.check_screen(done[-8:])
 
     def in_use(self):
         """Drawing objects, windows and blocks of memory."""
