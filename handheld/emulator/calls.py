@@ -39,6 +39,11 @@ class Export:
     def decoders(self):
         return [KINDS.get(name, word) for name in self.names]
 
+    @functools.cached_property
+    def is_plain(self):
+        """All arguments are words as they stand in r0 to r3."""
+        return len(self.names) <= 4 and not any(name in KINDS for name in self.names)
+
     def __str__(self):
         return f"{self.library}.{self.name}"
 
@@ -120,8 +125,11 @@ def find_export(library, name):
 
 def run_export(system, called, words, stack):
     """Calls it; the words for r0 and r1."""
-    reader = Arguments(system, words, stack)
-    arguments = [decode(reader) for decode in called.decoders]
+    if called.is_plain:
+        arguments = words[:len(called.names)]
+    else:
+        reader = Arguments(system, words, stack)
+        arguments = [decode(reader) for decode in called.decoders]
     log = system.log
     if log.wanted:
         log.call(called, arguments)

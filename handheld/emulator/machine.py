@@ -27,10 +27,12 @@ from handheld.emulator.memory import Fault, Memory, PAGE
 
 TRAPS = 0xF0000000
 TRAPS_SIZE = 0x10000
+CODE = TRAPS + 0xF000  # code of the system's own, behind the traps
 STUB_SIZE = 12
 STACK_TOP = 0x400000
 NAMES = [f"R{n}" for n in range(13)] + ["SP", "LR", "PC"]
 IDS = [getattr(arm, f"UC_ARM_REG_{name}") for name in NAMES]
+NEVER = 1 << 62
 R12, SP, LR, PC = 12, 13, 14, 15
 
 
@@ -38,7 +40,9 @@ class Watch(ctypes.Structure):
     """watch.c's structure."""
 
     _fields_ = [("instructions", ctypes.c_uint64), ("limit", ctypes.c_uint64),
-                ("misaligned", ctypes.c_uint64), ("stop", ctypes.c_void_p)]
+                ("misaligned", ctypes.c_uint64), ("stop", ctypes.c_void_p),
+                ("next_tick", ctypes.c_uint64), ("per_tick", ctypes.c_uint64),
+                ("ticks", ctypes.c_void_p)]
 
 
 def watch_library():
@@ -63,8 +67,8 @@ class Machine:
         self.symbols = None
         self.levels = []
         self.stack_limit = STACK_TOP
+        self.system_code = {}  # functions of the system that are code: {name: address}
         self._traps = []
-        self._charged = 0
         self._serial = 0
         self._accessed = None
         self._make_registers()
@@ -86,12 +90,13 @@ class Machine:
         self._places = (ctypes.c_void_p * 16)(*(base + size * n for n in range(16)))
 
     def _make_traps(self):
+        self._next_code = CODE
         self.uc.mem_map(TRAPS, TRAPS_SIZE)
         self._return = self.trap(None)
 
     def _make_hooks(self):
         hooks = watch_library()
-        self._watch = Watch(0, 1 << 62, 0, ctypes.cast(library.uc_emu_stop, ctypes.c_void_p))
+        self._watch = Watch(0, NEVER, 0, ctypes.cast(library.uc_emu_stop, ctypes.c_void_p), NEVER)
         self._hooks = hooks
         self._hook(unicorn.UC_HOOK_BLOCK, hooks.on_block)
         self._hook(unicorn.UC_HOOK_MEM_READ | unicorn.UC_HOOK_MEM_WRITE, hooks.on_access)
@@ -125,11 +130,23 @@ class Machine:
     @property
     def instructions(self):
         """Executed so far, with what calls into the system are counted as."""
-        return self._watch.instructions + self._charged
+        return self._watch.instructions
 
     def charge(self, instructions):
         """Counts work that the device's own system would do."""
-        self._charged += instructions
+        self._watch.instructions += instructions
+
+    def set_clock(self, address, instructions_per_tick):
+        """From now on the word at `address` counts ticks of so many instructions."""
+        self._watch.next_tick = self._watch.instructions + instructions_per_tick
+        self._watch.per_tick = instructions_per_tick
+        self._watch.ticks = self.memory.host_address(address)
+
+    def pass_ticks(self):
+        """Counts the ticks of what was charged; while code runs they are counted as they pass."""
+        watch = self._watch
+        if watch.instructions >= watch.next_tick:
+            self._hooks.on_block(None, ctypes.c_uint64(0), 0, ctypes.byref(watch))
 
     def allow(self, instructions):
         """From now on so many may be executed before `allow` is called again."""
@@ -142,10 +159,16 @@ class Machine:
         number = len(self._traps)
         self._traps.append(function)
         address = TRAPS + 16 + STUB_SIZE * number
-        if address + STUB_SIZE > TRAPS + TRAPS_SIZE:
+        if address + STUB_SIZE > CODE:
             raise Fault("no room for another trap")
         back = ((TRAPS - (address + 12)) >> 2) & 0xFFFFFF
         self.uc.mem_write(address, struct.pack("<III", 0xE59FC000, 0xEA000000 | back, number))
+        return address
+
+    def place_code(self, *words):
+        """The address of instructions that the program may call like any function."""
+        address, self._next_code = self._next_code, self._next_code + 4 * len(words)
+        self.uc.mem_write(address, struct.pack(f"<{len(words)}I", *words))
         return address
 
     # ---- Calls ----
@@ -187,7 +210,8 @@ class Machine:
             if found is JUMPED:
                 pc = self.uc.reg_read(IDS[PC])
             else:
-                self.set_registers({0: found[0], 1: found[1], SP: registers[SP]})
+                self._values[0], self._values[1] = found
+                library.uc_reg_write_batch(self.uc._uch, self._ids, self._places, 2)
                 pc = registers[LR]
 
     def _execute(self, pc):

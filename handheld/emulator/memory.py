@@ -2,6 +2,7 @@
 
     00000000  nothing: whoever reads or writes through a null pointer faults
     00010000  the program's file
+    001F0000  a page that the system writes and the program reads: the clock
     00200000  stack, at its reserve's end; the page below the reserve is never mapped
     00400000  heap, mapped as it grows
     01C00000  libraries, from the top downwards
@@ -50,6 +51,10 @@ class Memory:
     def map(self, address, size):
         """Makes [address, address + size) memory; both are multiples of a page."""
         self._map_range(address, size, self._host + address)
+
+    def host_address(self, address):
+        """Where the host has this byte."""
+        return self._host + address
 
     def _check(self, address, size):
         if address < LOWEST or address + size > SPACE:

@@ -143,10 +143,12 @@ class Modules:
     @functools.lru_cache(maxsize=None)
     def trap_of(self, library, name):
         """The address at which a function of the system is called, or None."""
+        system = self.system
+        if name in system.machine.system_code:
+            return system.machine.system_code[name]
         found = calls.find_export(library, name)
         if found is None:
             return None
-        system = self.system
         return system.machine.trap(
             lambda registers: calls.run_export(system, found, registers[:4], registers[13]))
 

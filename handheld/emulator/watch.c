@@ -7,11 +7,18 @@ struct Watch {
     uint64_t limit;        /* the processor is stopped beyond so many */
     uint64_t misaligned;   /* address of an access that its size does not divide; 0: none yet */
     int (*stop)(void *processor);
+    uint64_t next_tick; /* instructions at which the clock's next millisecond begins */
+    uint64_t per_tick;
+    uint32_t *ticks; /* the clock, where the program can read it */
 };
 
 void on_block(void *processor, uint64_t address, uint32_t size, struct Watch *watch) {
     (void)address;
     watch->instructions += size / 4;
+    while (watch->instructions >= watch->next_tick) {
+        watch->next_tick += watch->per_tick;
+        ++*watch->ticks;
+    }
     if (watch->instructions > watch->limit) {
         watch->stop(processor);
     }
