@@ -37,15 +37,18 @@ void prepare(HWND page) {
     }
 }
 
-INT_PTR handle(HWND, UINT message, WPARAM wparam, LPARAM lparam) {
+// Where nothing is painted below a control, as on the handheld, a sample has to be filled with what
+// the page itself is.
+INT_PTR handle(HWND page, UINT message, WPARAM wparam, LPARAM lparam) {
     const int control = GetDlgCtrlID(reinterpret_cast<HWND>(lparam));
     if (message != WM_CTLCOLORSTATIC || control < k_first_sample || control > k_last_sample) {
         return FALSE;
     }
+    LRESULT const brush = SendMessageW(page, WM_CTLCOLORDLG, wparam, as_lparam(page));
     HDC context = reinterpret_cast<HDC>(wparam);
     SetTextColor(context, link_colour(control - k_first_sample));
     SetBkMode(context, TRANSPARENT);
-    return reinterpret_cast<INT_PTR>(GetStockObject(NULL_BRUSH));
+    return brush;
 }
 
 }  // namespace

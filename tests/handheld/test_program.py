@@ -1,0 +1,162 @@
+"""The handheld's program on the emulator, used as its user does.
+
+A row is what a session does and what there is to see; what it saves is held, byte for byte, against
+what qvx makes of the same changes.
+"""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from handheld.emulator.device import Device
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILT = pathlib.Path(os.environ.get("QUORVANE_HANDHELD", ROOT / "build" / "handheld"))
+QVX = ROOT / "build" / "native" / "cli" / "qvx"
+PROGRAM, LIBRARY = BUILT / "Quorvane.exe", BUILT / "SciLexer.dll"
+
+CELLNAME_BOX, NEW_CELLNAME, SEARCH_TEXT, REPLACE_TEXT, OUTPUT_NAME = 82, 1000, 1105, 1099, 1213
+REPORT = 19
+BOX_APPEARS = 600 + 550  # milliseconds: the user's pause, and what the program lets go by first
+
+
+def qvx(*arguments):
+    """Runs qvx; what it printed."""
+    return subprocess.run([QVX, *arguments], check=True, capture_output=True).stdout
+
+
+class ProgramTest(unittest.TestCase):
+    """Each test has a folder of its own, which is the device's \\My Documents."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def guide(self):
+        return pathlib.Path(shutil.copy(ROOT / "samples" / "guide.qvx", self.folder / "guide.qvx"))
+
+    def device(self, arguments="guide.qvx", library=LIBRARY):
+        device = Device(PROGRAM, library, self.folder, arguments)
+        self.addCleanup(device.close)
+        return device
+
+    def expected(self, name, *edits):
+        """A copy of a web outside the folder after qvx's `edits`; its bytes."""
+        with tempfile.TemporaryDirectory() as folder:
+            copy = shutil.copy(self.folder / name, folder)
+            for command, *arguments in edits:
+                qvx(command, copy, *arguments)
+            return pathlib.Path(copy).read_bytes()
+
+    def text_of(self, cell):
+        return qvx("show", self.folder / "guide.qvx", cell).decode()
+
+    # ---- Cells ----
+
+    def test_a_session_of_writing(self):
+        web = self.guide()
+        text = self.text_of("first_steps")
+        expected = self.expected(
+            "guide.qvx",
+            ("set", "first_steps", "--text", "Zwei " + text.replace("garden", "yard")),
+            ("set", "tomatoes", "--text", "red & round\r\nÄpfel"), ("set", "basil"),
+            ("rm", "zoom"))
+        expected = expected.replace(b"<starg></starg>\n<srpl></srpl>",
+                                    b"<starg>garden</starg>\n<srpl>yard</srpl>")
+        device = self.device()
+        device.do("expect caption Quorvane - guide", "expect status Ready",
+                  "tap-text follow", f"expect field {CELLNAME_BOX} follow",   # by the list
+                  f"fill {CELLNAME_BOX} home", "key Enter",                   # by the box
+                  "tap-text text", "tap-text first_steps",                    # by a link
+                  f"expect field {CELLNAME_BOX} first_steps",
+                  "key Ctrl+Home", "type Zwei ", "expect text Zwei 1. Choose",
+                  "key Ctrl+Home", "type Neu\\n", "expect text Neu",
+                  "key Ctrl+Z", "expect no-text Neu", "expect text Zwei 1. Choose",
+                  "double-tap-text tomatoes", "expect dialog No such cell. Create it?",
+                  "button Yes", "type red & round\\nÄpfel", "key Alt+Left")
+        device.do("key Ctrl+Home", "menu Edit Find/Repl", f"fill {SEARCH_TEXT} garden",
+                  f"fill {REPLACE_TEXT} yard", "ok", "button repl", "button cancel")
+        device.do("key Ctrl+Home", "menu Cell New", f"fill {NEW_CELLNAME} basil", "ok",
+                  f"fill {CELLNAME_BOX} zoom", "key Enter",
+                  "menu Cell Delete", "expect dialog Delete current cell?", "button OK",
+                  "menu File Save")
+        self.assertEqual(expected, web.read_bytes())
+        self.assertEqual(["guide.qvx"], os.listdir(self.folder))
+
+    # ---- Reports and settings ----
+
+    def test_reports(self):
+        web = self.guide()
+        inptr = qvx("report", web, "--type", "inptr", "--all")
+        device = self.device()
+        device.do("menu Edit Settings", "check In pointers", "tap-text Output", "check a file",
+                  f"fill {OUTPUT_NAME} links", "ok", "tap-text text", f"command {REPORT}",
+                  "expect status Ready")
+        self.assertEqual(inptr, (self.folder / "links.txt").read_bytes())
+        device.do("menu Edit Settings", "tap-text Output", "check the console", "ok",
+                  f"command {REPORT}", "tap-text console", "expect text     <zoom")
+        device.do("key Ctrl+Q", "expect dialog Save current changes in guide?", "button Yes")
+        self.assertEqual(0, device.ended)
+        changed = (ROOT / "samples" / "guide.qvx").read_bytes()
+        changed = changed.replace(b"<rtype>fmt<", b"<rtype>inptr<").replace(
+            b"<oname>OUTPUT<", b"<oname>links<")
+        self.assertEqual(changed, web.read_bytes())
+
+    def test_a_report_is_cancelled(self):
+        web = self.folder / "many.qvx"
+        qvx("new", web)
+        cells = "".join(f"<cell>\n<cname>cell_{n}</cname>\n<text>{'words ' * 60}</text></cell>\n"
+                        for n in range(600)).encode()
+        web.write_bytes(web.read_bytes().replace(b"<cell>", cells + b"<cell>")
+                        .replace(rb"<rfmt>", b"<rfmt>" + rb"\T" * 12)
+                        .replace(b"<odest>screen", b"<odest>file"))
+        whole = qvx("report", web, "--newline", "lf")
+        device = self.device("many.qvx")
+        device.do(f"after {BOX_APPEARS} button Cancel", f"command {REPORT}", "expect no-dialog",
+                  "expect status OUTPUT ABORTED")
+        written = (self.folder / "OUTPUT.txt").read_bytes()
+        self.assertTrue(whole.startswith(written))
+        self.assertLess(len(written), len(whole))
+
+    # ---- Limits and faults ----
+
+    def test_out_of_blocks(self):
+        web = self.folder / "full.qvx"
+        (self.folder / "text").write_text("word " * 38_000, encoding="ascii")
+        qvx("new", web)
+        qvx("set", web, "big", "--file", self.folder / "text")
+        before = web.read_bytes()
+        device = self.device("full.qvx")
+        device.do("tap-text big", "menu Cell Clone", f"fill {NEW_CELLNAME} copy", "ok",
+                  "expect dialog Short On Memory--Save And", "button OK")
+        self.assertEqual(0, device.ended)
+        self.assertEqual(before, web.read_bytes())
+
+    def test_files_that_cannot_be_opened(self):
+        (self.folder / "bad.qvx").write_bytes(b"no web at all\n<cell><cname>x")
+        (self.folder / "locked.qvx").write_bytes(self.guide().read_bytes())
+        (self.folder / "locked.qvx").chmod(0o444)
+        for name, caption, steps in (
+                ("missing", "Quorvane - (Untitled)", ["expect status UNABLE TO OPEN WEB FILE"]),
+                ("bad", "Quorvane - bad", ["expect dialog Saving will keep the old file beside it.",
+                                           "button OK",
+                                           "expect status The end of this file is missing"]),
+                ("locked", "Quorvane - (Untitled)", ["expect status UNABLE TO OPEN WEB FILE"])):
+            with self.subTest(name):
+                self.device(f"{name}.qvx").do(f"expect caption {caption}", *steps)
+
+    def test_without_the_component(self):
+        self.guide()
+        device = self.device(library=None)
+        device.do("expect dialog SciLexer DLL could not be loaded",
+                  "expect dialog Error Loading Scintilla", "button OK", "expect status Ready",
+                  "tap-text follow", f"expect field {CELLNAME_BOX} follow", "key Ctrl+Q")
+        self.assertEqual(0, device.ended)
+
+
+if __name__ == "__main__":
+    unittest.main()
