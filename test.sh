@@ -111,7 +111,7 @@ run_handheld() {
     fi
     one handheld_imports check_imports
     one handheld_package scripts/package_handheld.sh
-    timeout 600 "$debian_python" -m unittest discover -s tests/handheld -p '*_test.py' \
+    timeout 600 "$debian_python" -m unittest discover -s tests/handheld -t . -p '*_test.py' \
         >"$log" 2>&1 || tail -n 60 "$log" >&2
     ran=$(sed -n 's/^Ran \([0-9]*\) tests\? in .*/\1/p' "$log")
     bad=$(grep -c -E '^(FAIL|ERROR): ' "$log" || true)
