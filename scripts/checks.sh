@@ -30,6 +30,7 @@ once() {
 
 check_format() {
     local files
+    python3 scripts/check_tree.py style || return
     mapfile -t files < <(source_files '*.cpp' '*.h')
     once "format-$(digest .clang-format "${files[@]}")" \
         clang-format --dry-run -Werror "${files[@]}"

@@ -28,10 +28,10 @@ void console_show_pending() {
         return;
     }
     HWND pane = console_pane();
-    LRESULT const length = sci(pane, SCI_GETTEXTLENGTH);
-    LRESULT const count = static_cast<LRESULT>(console.count);
-    LRESULT const wanted = static_cast<LRESULT>(console.position);
-    LRESULT const at = wanted < length ? wanted : length;
+    const LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
+    const LRESULT count = static_cast<LRESULT>(console.count);
+    const LRESULT wanted = static_cast<LRESULT>(console.position);
+    const LRESULT at = wanted < length ? wanted : length;
     sci(pane, SCI_SETUNDOCOLLECTION, 0);
     sci(pane, SCI_SETTARGETSTART, at);
     sci(pane, SCI_SETTARGETEND, at);

@@ -46,7 +46,7 @@ void configure(HWND pane, LRESULT caret_policy, LRESULT caret_slop) {
 }
 
 void set_style(HWND pane, LRESULT style, COLORREF colour, bool bold) {
-    LRESULT const size = (option_font_size() + 5) / 10;
+    const LRESULT size = (option_font_size() + 5) / 10;
     sci(pane, SCI_STYLESETFORE, style, static_cast<LPARAM>(colour));
     sci(pane, SCI_STYLESETSIZE, style, size != 0 ? size : k_smallest_size);
     if (option_font_name()[0] != 0) {
@@ -85,7 +85,7 @@ bool names_cell(const char *word, uint32_t length) {
 
 // Styling begins with a whole word: what was typed may have made one of two, or two of one.
 LRESULT styling_start(HWND pane) {
-    LRESULT const styled = sci(pane, SCI_GETENDSTYLED);
+    const LRESULT styled = sci(pane, SCI_GETENDSTYLED);
     return sci(pane, SCI_WORDSTARTPOSITION, styled, 1);
 }
 
@@ -127,13 +127,13 @@ void apply_pane_styles(HWND pane) {
 
 void style_pane(HWND pane, LRESULT end) {
     const char *text = reinterpret_cast<const char *>(sci(pane, SCI_GETCHARACTERPOINTER));
-    LRESULT const length = sci(pane, SCI_GETTEXTLENGTH);
+    const LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
     LRESULT at = styling_start(pane);
     LRESULT plain_from = at;
     sci(pane, SCI_STARTSTYLING, at);
     while (at < length && at < end) {
         const bool word = is_ascii_word_byte(text[at]) || static_cast<uint8_t>(text[at]) >= 0x80;
-        LRESULT const next = word ? word_end(pane, text, at, length) : at + 1;
+        const LRESULT next = word ? word_end(pane, text, at, length) : at + 1;
         if (word && next > at && names_cell(text + at, static_cast<uint32_t>(next - at))) {
             sci(pane, SCI_SETSTYLING, at - plain_from, k_style_text);
             sci(pane, SCI_SETSTYLING, next - at, k_style_link);
