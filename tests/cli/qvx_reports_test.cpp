@@ -12,10 +12,8 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>"
-                          "<cell><cname>home</cname><text>alpha, beta</text></cell>"
-                          "<cell><cname>alpha</cname><text>home</text></cell>"
-                          "<cell><cname>beta</cname></cell></eof>";
+const std::string k_web = "<opts><rfmt>[\\N:\\T]\\n</rfmt></opts>" +
+                          web_of("alpha, beta", cell_of("alpha", "home") + cell_of("beta"));
 
 struct QvxReports : QvxTest {
     QvxReports() : QvxTest(k_web) {}
@@ -55,7 +53,7 @@ TEST_F(QvxReports, CoversWhatTheCommandLineAsksFor) {
 
 TEST_F(QvxReports, EndsLinesAsAskedFor) {
     const std::string text = "\none\ntwo\n\r\nend\r";
-    write_file("w.qvx", "<cname>home</cname><text>" + text + "</text><rfmt>\\T</rfmt></eof>");
+    write_file("w.qvx", "<rfmt>\\T</rfmt>" + web_of(text));
     const std::string crlf = "\r\none\r\ntwo\r\n\r\nend\r", lf = "\none\ntwo\n\nend";
     EXPECT_EQ(report({}), crlf);
     EXPECT_EQ(report({"--output", "o"}), "");
@@ -69,11 +67,7 @@ TEST_F(QvxReports, EndsLinesAsAskedFor) {
 }
 
 TEST_F(QvxReports, RunningOutOfBlocksIsAFailure) {
-    std::string web = "<cname>a</cname><text>";
-    for (int i = 0; i < 1000; ++i) {
-        web += "a ";
-    }
-    web += "</text><cname>b</cname><text>" + std::string(9900 * 36, 'x') + "</text></eof>";
+    const std::string web = cell_of("a", times(1000, "a ")) + web_of(std::string(9900 * 36, 'x'));
     const Outcome outcome = run_qvx({"report", "-", "--type", "inptr"}, web);
     EXPECT_EQ(outcome.status, 3);
     EXPECT_NE(outcome.err.find("qvx: -: OUT OF MEMORY\n"), std::string::npos) << outcome.err;
@@ -222,8 +216,7 @@ TEST_F(QvxReports, CheckHasNothingToSayAgainstAWebOfItsOwn) {
               R"([{"blocks_left":9998,"blocks_used":2,"cells":1,"file":"-","findings":[],)"
               R"("notes":[],"status":0,"whole":true}])");
 
-    std::string cells = "<cname>a</cname><text>" + std::string(4096, 'x') + "</text>";
-    cells += "<cname>b</cname><text>" + std::string(4095, 'x') + "</text>";
+    std::string cells = cell_of("a", std::string(4096, 'x')) + cell_of("b", std::string(4095, 'x'));
     for (int i = 0; i < 253; ++i) {
         cells += "<cname>n" + std::to_string(1000 + i) + "</cname>";
     }

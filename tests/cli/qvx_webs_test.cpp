@@ -7,9 +7,8 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string k_small = "<cell><cname>home</cname><text>see alpha</text></cell>"
-                            "<cell><cname>alpha</cname><text>back "
-                            "home</text><val>2.50</val><script>s</script></cell></eof>";
+const std::string k_small =
+    web_of("see alpha", cell_of("alpha", "back home") + "<val>2.50</val><script>s</script>");
 
 struct QvxWebs : QvxTest {
     QvxWebs() : QvxTest(k_small) {}
@@ -196,10 +195,7 @@ TEST_F(QvxWebs, TextsMayBeAsLongAsCanBeReadAgain) {
     EXPECT_EQ(shown.out, longest);
     EXPECT_EQ(shown.err, "qvx: w.qvx: short on memory: fewer than 100 blocks are left\n");
     EXPECT_EQ(run_qvx({"rm", "w.qvx", "lines"}).status, 0);
-    std::string lines;
-    for (int i = 0; i < 150000; ++i) {
-        lines += "\r\n";  // which do not grow
-    }
+    const std::string lines = times(150000, "\r\n");  // which do not grow
     EXPECT_EQ(run_qvx({"set", "w.qvx", "lines", "--file", "-"}, lines).status, 0);
 }
 

@@ -1,5 +1,7 @@
 #include "tests/cli/run_qvx.h"
 
+#include "tests/support/scratch.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -11,21 +13,6 @@
 #include <unistd.h>
 
 namespace {
-
-// A folder of this process below the build's, gone when the process ends.
-const fs::path &scratch_folder() {
-    static fs::path folder;
-    if (folder.empty()) {
-        std::string name = QVX_SCRATCH "XXXXXX";
-        folder = mkdtemp(name.data());
-        std::atexit([] {
-            std::error_code ignored;
-            fs::current_path("/", ignored);
-            fs::remove_all(folder, ignored);
-        });
-    }
-    return folder;
-}
 
 std::string stream_path(const char *name) {
     return (scratch_folder() / name).string();

@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
-
-namespace fs = std::filesystem;
 
 struct Outcome {
     int status;  // exit status, or 128 + the signal that ended it

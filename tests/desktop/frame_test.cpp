@@ -2,6 +2,7 @@
 #include "desktop_test.h"
 
 #include "resources/resource.h"
+#include "tests/support/window_fits.h"
 
 namespace {
 
@@ -15,9 +16,7 @@ TEST_F(DesktopTest, FirstSizeIsTheClientAreaWithTheBarAtItsBottom) {
         SCOPED_TRACE(testing::Message() << row.screen);
         open_window(row.screen);
         RECT client;
-        RECT place;
-        GetWindowRect(bar.hwndMB, &place);
-        MapWindowPoints(nullptr, window, reinterpret_cast<POINT *>(&place), 2);
+        const RECT place = place_in(window, bar.hwndMB);
         GetClientRect(window, &client);
         const RECT whole = {0, 0, row.width, row.height};
         const RECT bottom = {0, row.height - 26, row.width, row.height};

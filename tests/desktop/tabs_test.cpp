@@ -7,20 +7,19 @@ namespace {
 
 constexpr int k_height = 20;  // as in the main window
 
-// A picture of a tab's inside: a row of dots and signs for each line of pixels.
-std::vector<std::string> letters_of(HWND tabs, HDC picture, WPARAM index) {
+// A picture of a tab's inside, line by line: a sign for each dark pixel, a dot for any other.
+std::string letters_of(HWND tabs, HDC picture, WPARAM index) {
     RECT rect;
     SendMessageW(tabs, TCM_GETITEMRECT, index, reinterpret_cast<LPARAM>(&rect));
-    std::vector<std::string> rows;
+    std::string letters;
     for (int y = 0; y < k_height; ++y) {
-        std::string row;
         for (long x = rect.left + 3; x < rect.right - 3; ++x) {
             const COLORREF colour = GetPixel(picture, x, y);
-            row += GetRValue(colour) + GetGValue(colour) + GetBValue(colour) < 3 * 100 ? '#' : '.';
+            const int light = GetRValue(colour) + GetGValue(colour) + GetBValue(colour);
+            letters += light < 3 * 100 ? '#' : '.';
         }
-        rows.push_back(row);
     }
-    return rows;
+    return letters;
 }
 
 TEST_F(DesktopTest, LettersOfTheTabsStandClearOfTheLinesAndOnOneLine) {
@@ -40,12 +39,9 @@ TEST_F(DesktopTest, LettersOfTheTabsStandClearOfTheLinesAndOnOneLine) {
     HBITMAP bitmap = CreateCompatibleBitmap(screen, 200, k_height);
     HGDIOBJ previous = SelectObject(picture, bitmap);
     SendMessageW(tabs, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(picture), PRF_CLIENT);
-    const std::vector<std::string> letters = letters_of(tabs, picture, 0);
+    const std::string letters = letters_of(tabs, picture, 0);
     EXPECT_EQ(letters, letters_of(tabs, picture, 1));
-    size_t below = letters.size();
-    while (below > 0 && letters[below - 1].find('#') == std::string::npos) {
-        --below;
-    }
+    const size_t below = letters.rfind('#') * k_height / letters.size() + 1;
     EXPECT_TRUE(below > 8 && below < 16) << "not on the line below: " << below;
     SelectObject(picture, previous);
     DeleteObject(bitmap);

@@ -10,8 +10,8 @@ static void alloc_one() {
 }
 
 TEST_F(Arena, BelowAHundredBlocksEveryAllocationAsks) {
+    host().logs_offers = true;
     std::vector<BlockHandle> blocks = leave_free_blocks(k_low_block_count);
-    host().quiet = false;
     EXPECT_FALSE(low_on_blocks());
     for (int i = 0; i < 2; ++i) {
         blocks.push_back(block_alloc(k_block_text));
@@ -23,7 +23,7 @@ TEST_F(Arena, BelowAHundredBlocksEveryAllocationAsks) {
     EXPECT_EQ(take_log(),
               (Log{k_question, "store 1", "hide_text_caret", "list_clear",
                    "ask_save_changes Save current changes in (untitled)?|Quorvane", "end 0"}));
-    EXPECT_EQ(text_of("home"), std::string(360, 'x'));
+    EXPECT_EQ(stored_text("home"), std::string(360, 'x'));
     start_program();
 }
 
@@ -41,7 +41,7 @@ TEST_F(Arena, AfterASaveThatWasCancelledTheProgramGoesOn) {
         host().ok_cancel = {true};
         host().save_changes = {true};
         ASSERT_TRUE(run_command([] { store_text_pane(1); }));
-        EXPECT_EQ(text_of("home"), std::string(size, 'x'));
+        EXPECT_EQ(stored_text("home"), std::string(size, 'x'));
         EXPECT_TRUE(host().save_changes.empty()) << "not offered again";
         EXPECT_EQ(blocks_free(), k_low_block_count - size / k_text_block_chars - 2);
     }

@@ -1,16 +1,40 @@
 #include "tests/engine/engine_test.h"
 
+#include "file/web_writer.h"
+
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
-static Names ring_names(uint32_t (*entries)(CellHandle *)) {
+namespace {
+
+// A file on a disk with so much room, or one that can be read so far.
+struct File {
+    std::string bytes;
+    size_t room;
+};
+
+ssize_t write_to_file(void *cookie, const char *bytes, size_t size) {
+    File *file = static_cast<File *>(cookie);
+    const size_t taken = std::min(size, file->room - file->bytes.size());
+    file->bytes.append(bytes, taken);
+    return static_cast<ssize_t>(taken);
+}
+
+ssize_t read_from_file(void *cookie, char *buffer, size_t size) {
+    File *file = static_cast<File *>(cookie);
+    const size_t taken = file->bytes.copy(buffer, std::min(size, file->room));
+    file->bytes.erase(0, taken);
+    return taken > 0 ? static_cast<ssize_t>(taken) : -1;
+}
+
+Names ring_names(uint32_t (*entries)(CellHandle *)) {
     CellHandle cells[31];
-    const uint32_t count = entries(cells);
-    Names names;
-    std::transform(cells, cells + count, std::back_inserter(names), name_string);
+    Names names(entries(cells));
+    std::transform(cells, cells + names.size(), names.begin(), name_string);
     return names;
 }
+
+}  // namespace
 
 void EngineTest::SetUp() {
     start_program();
@@ -32,6 +56,11 @@ Log take_log() {
     return std::exchange(host().log, {});
 }
 
+uint32_t count(const Log &log, const std::string &start) {
+    const auto begins = [&](const std::string &line) { return line.starts_with(start); };
+    return static_cast<uint32_t>(std::count_if(log.begin(), log.end(), begins));
+}
+
 Names cell_names() {
     Names names;
     for (CellHandle cell : live_cells()) {
@@ -48,13 +77,37 @@ Names forward_names() {
     return ring_names(forward_entries);
 }
 
-std::string current_name() {
-    return name_string(current_cell());
+int read_web(const std::string &bytes) {
+    int code = parse_web(bytes);
+    refresh_views();
+    return code;
 }
 
-std::string text_of(const char *name) {
-    CellHandle cell = cell_lookup(name);
-    return cell == 0 ? "no cell " + std::string(name) : text_string(cell_text(cell));
+int parse_web(const std::string &bytes) {
+    FILE *file = fmemopen(const_cast<char *>(bytes.data()), bytes.size(), "rb");
+    int code = web_read(file);
+    fclose(file);
+    return code;
+}
+
+int read_web_then_fail(const std::string &bytes) {
+    File cookie = {bytes, 100};
+    FILE *file = fopencookie(&cookie, "rb", {read_from_file, nullptr, nullptr, nullptr});
+    int code = web_read(file);
+    fclose(file);
+    refresh_views();
+    return code;
+}
+
+std::string written_web(int *code, size_t room) {
+    File cookie = {"", room};
+    FILE *file = fopencookie(&cookie, "wb", {nullptr, write_to_file, nullptr, nullptr});
+    int result = web_write(file);
+    fclose(file);
+    if (code != nullptr) {
+        *code = result;
+    }
+    return cookie.bytes;
 }
 
 void open_scene() {
@@ -94,15 +147,6 @@ Names visible_state() {
         state.push_back("forward " + name);
     }
     return state;
-}
-
-std::vector<BlockHandle> leave_free_blocks(uint32_t count) {
-    host().quiet = true;
-    std::vector<BlockHandle> blocks;
-    while (blocks_free() > count) {
-        blocks.push_back(block_alloc(k_block_plain));
-    }
-    return blocks;
 }
 
 void give_back(const std::vector<BlockHandle> &blocks) {

@@ -19,14 +19,14 @@ std::string second_file() {
                 "</text><val>12</val><val>{NAN}</val><form>" + std::string(40, 's') +
                 "</form><script>s</script>";
     }
-    return file + cell_file("N", "double") + cell_file("Home", "h") + "</eof>";
+    return file + cell_of("N", "double") + cell_of("Home", "h") + "</eof>";
 }
 
 // A web from a file with something typed into its home.
 void open_file_scene() {
     start_program();
-    write_file(k_first, cell_file("a", "home b_2 a a home") + cell_file("b_2", "it's b_2") +
-                            cell_file("home", "old") + "</eof>");
+    write_file(k_first, cell_of("a", "home b_2 a a home") + cell_of("b_2", "it's b_2") +
+                            cell_of("home", "old") + "</eof>");
     write_file(k_second, second_file());
     doc_command_open_path(k_first.c_str());
     go_to_name("a");
@@ -97,7 +97,7 @@ TEST_F(Faults, FileCommandsAndReportsAtEveryAllocation) {
          },
          true, true},
     };
-    for (uint8_t type : {k_report_fmt, k_report_inptr, k_report_outptr, k_report_trail}) {
+    for (uint8_t type = k_rtype_min; type <= k_rtype_max; ++type) {
         for (const char *selected : {"(all)", "a b_2 a", ""}) {
             steps.push_back({selected,
                              [=] {

@@ -2,7 +2,6 @@
 #include "tests/engine/engine_test.h"
 
 #include <csignal>
-#include <filesystem>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -52,9 +51,9 @@ TEST_F(Stream, AReportBeginsAnew) {
 
 TEST_F(Stream, FileNames) {
     const std::string folder = scratch_path("names");
-    const std::string before = std::filesystem::current_path();
-    std::filesystem::create_directories(folder + "/my.dir");
-    std::filesystem::current_path(folder);
+    const std::string before = fs::current_path();
+    fs::create_directories(folder + "/my.dir");
+    fs::current_path(folder);
     const std::string longest(48, 'n');
     const struct {
         std::string oname, path, becomes;
@@ -71,16 +70,16 @@ TEST_F(Stream, FileNames) {
         EXPECT_EQ(write_report("to " + row.path), 0);
         EXPECT_EQ(option_oname(), row.becomes);
         EXPECT_EQ(file_bytes(row.path), "to " + row.path) << row.oname;
-        std::filesystem::remove(row.path);
+        fs::remove(row.path);
     }
-    EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator("."), {}), 1);
+    EXPECT_EQ(std::distance(fs::recursive_directory_iterator("."), {}), 1);
     output_set_path("my.dir\\exact");
     output_reset();
     EXPECT_EQ(write_report("x"), 0);
     EXPECT_EQ(file_bytes("my.dir\\exact"), "x") << "taken as it stands";
     output_set_path(nullptr);
-    std::filesystem::current_path(before);
-    std::filesystem::remove_all(folder);
+    fs::current_path(before);
+    fs::remove_all(folder);
 }
 
 TEST_F(Stream, AFileThatCannotBeMadePutsReadyBack) {
@@ -121,7 +120,7 @@ TEST_F(Stream, AWriteThatFailsIsShownOnceAndEndsTheReport) {
         });
         EXPECT_EQ(written, text.substr(0, room));
         EXPECT_EQ(code, i < 6 ? k_cannot_write_web : 0) << i;
-        EXPECT_EQ(std::count(log.begin(), log.end(), failure), i < 6 ? 1 : 0);
+        EXPECT_EQ(count(log, failure), i < 6 ? 1U : 0U);
         EXPECT_EQ(log.back(), "resting Ready");
         EXPECT_FALSE(is_busy());
     }

@@ -1,20 +1,9 @@
 #include "tests/engine/recorder.h"
 
-#include "core/byte_stream.h"
 #include "core/host_files.h"
-#include "core/names.h"
-#include "core/recovery.h"
-#include "core/text.h"
-#include "file/document.h"
 #include "file/read_watch.h"
 #include "program/recovery.h"
-#include "report/output.h"
-#include "web/cell_text.h"
-#include "web/cells.h"
-#include "web/changed.h"
-#include "web/index.h"
-#include "web/options.h"
-#include "web/trail.h"
+#include "tests/engine/engine_test.h"
 #include "web/words.h"
 
 #include <csetjmp>
@@ -82,6 +71,7 @@ void start_program() {
     byte_stream_fail_read_after(-1);
     byte_stream_fail_write_after(-1);
     block_arena_fail_after(-1, false);
+    web_read_recover();  // which program_recover() leaves to an offer that is open
     program_recover();
     output_clear_stop();
     output_set_path(nullptr);
@@ -154,24 +144,6 @@ std::string check_cell_list() {
     return cells.size() == host().items.size() ? "" : "the cell list has an item of no live cell";
 }
 
-std::vector<CellHandle> live_cells() {
-    std::vector<CellHandle> cells;
-    for (CellHandle c = first_live_cell(); c != 0; c = next_live_cell(c)) {
-        cells.push_back(c);
-    }
-    return cells;
-}
-
-std::string text_string(BlockHandle text) {
-    std::string s(text_size(text) + 1, 0);
-    s.resize(text_copy_out(s.data(), text, text_size(text)));
-    return s;
-}
-
-std::string name_string(CellHandle cell) {
-    return cell == 0 ? "-" : text_string(cell_name(cell));
-}
-
 #define SHOWN(function, word, place)                                                               \
     void function(const char *text) {                                                              \
         note(std::string(word " ") + text);                                                        \
@@ -186,7 +158,7 @@ void show_warning(const char *text, const char *caption) {
 }
 
 bool ask_ok_cancel(const char *text, const char *caption) {
-    bool unlogged = host().quiet && strncmp(text, "Short", 5) == 0;
+    const bool unlogged = !host().logs_offers && strncmp(text, "Short", 5) == 0;
     return unlogged ? take(&host().ok_cancel, false)
                     : ask(&host().ok_cancel, "ask_ok_cancel ", text, caption);
 }

@@ -42,7 +42,7 @@ struct Recorder {
 
     uint32_t pumps;                 // calls of pump_messages() so far
     std::function<void()> on_pump;  // runs in each of them
-    bool quiet;                     // keeps ask_ok_cancel's question of the arena out of the log
+    bool logs_offers;               // to save and exit, too
 };
 
 Recorder &host();
@@ -74,10 +74,3 @@ void insert_list_item(CellHandle cell);
 // The cell list has exactly the live cells, each under the token that its record holds; "" or what
 // is wrong.
 std::string check_cell_list();
-
-// The live cells in index order.
-std::vector<CellHandle> live_cells();
-
-// The whole text, every byte of it; a cell's name.
-std::string text_string(BlockHandle text);
-std::string name_string(CellHandle cell);

@@ -2,8 +2,6 @@
 
 #include "tests/engine/engine_test.h"
 
-#include "core/numbers.h"
-
 #include <algorithm>
 #include <map>
 #include <numeric>

@@ -36,7 +36,7 @@ TEST_F(Reports, TheLayoutOfEachType) {
                                             "\nb_2\n    <b_2\n    <home"
                                             "\nc"
                                             "\nhome\n    <a");
-    EXPECT_EQ(text_of("home"), "b_2 a\\nc") << "the pane was stored first";
+    EXPECT_EQ(stored_text("home"), "b_2 a\\nc") << "the pane was stored first";
     EXPECT_EQ(report(k_report_outptr, true), "\na\n    >home\n    >a\n    >a\n    >home"
                                              "\nb_2\n    >b_2"
                                              "\nc"
@@ -64,7 +64,7 @@ TEST_F(Reports, TheLayoutOfEachType) {
 TEST_F(Reports, CellsWithoutANumberAreNoTargets) {
     std::string file = "<cname>home</cname><text>n100 n354 n355 n399</text>";
     for (int i = 100; i < 400; ++i) {
-        file += cell_file("n" + std::to_string(i), i % 50 == 0 ? "home n399" : "");
+        file += cell_of("n" + std::to_string(i), i % 50 == 0 ? "home n399" : "");
     }
     ASSERT_EQ(read_web(file), 0);
     EXPECT_EQ(report(k_report_outptr, false), "\nhome\n    >n100\n    >n354");
@@ -114,7 +114,7 @@ TEST_F(Reports, WhatIsTypedDuringAReportIsKept) {
     EXPECT_EQ(take_log(),
               (Log{"store 1", "resting Working...", "console_clear", "output_began console",
                    "output_ended", "resting Ready", "store 1", "show home"}));
-    EXPECT_EQ(text_of("home"), "typed meanwhile");
+    EXPECT_EQ(stored_text("home"), "typed meanwhile");
     EXPECT_EQ(host().pane.text, "typed meanwhile");
     EXPECT_TRUE(web_changed());
 }

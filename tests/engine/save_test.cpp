@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <filesystem>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -53,14 +52,8 @@ REFUSABLE(bool, put_over, false, (const char *next, const char *target), (next, 
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr const char *k_question =
     "ask_no_yes The file was changed by another program. Save over it?|Quorvane";
-
-std::string whole_web(const std::string &text) {
-    return cell_file("home", text) + "</eof>";
-}
 
 // Everything in the scratch folder whose name begins like this path's, the path itself apart.
 std::vector<std::string> beside(const std::string &path) {
@@ -104,10 +97,6 @@ std::string open_to_save(const std::string &bytes, bool linked) {
     return path;
 }
 
-long times_in(const Log &log, const std::string &line) {
-    return std::count(log.begin(), log.end(), line);
-}
-
 std::string damage_warning() {
     return std::string("warning ") + doc_current_display_name() +
            " could not be read whole. Saving will keep the old file beside it.|Quorvane";
@@ -123,13 +112,13 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
         bool done = false;
         for (int step = 0; !done; ++step) {
             SCOPED_TRACE((linked ? "linked " : "plain ") + std::to_string(step));
-            const std::string path = open_to_save(whole_web("before"), linked);
+            const std::string path = open_to_save(web_of("before"), linked);
             refused_once = false;
             steps_until_refusal = step;
             const int code = doc_command_save();
             steps_until_refusal = -1;
             done = !refused_once;
-            EXPECT_EQ(file_bytes(path), code == 0 ? written_web() : whole_web("before"));
+            EXPECT_EQ(file_bytes(path), code == 0 ? written_web() : web_of("before"));
             EXPECT_TRUE(code == 0 || code == -3 || code == -4);
             EXPECT_TRUE(code == 0 || !done);
             EXPECT_EQ(fs::hard_link_count(path), linked ? 2U : 1U);
@@ -137,9 +126,9 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
             if (!strays.empty()) {
                 const std::string copy = "-old." + std::to_string(getpid());
                 EXPECT_EQ(strays, Names{copy});
-                EXPECT_EQ(file_bytes(path + copy), whole_web("before"));
+                EXPECT_EQ(file_bytes(path + copy), web_of("before"));
                 const std::string line = "warning The file as it was is kept in " + path + copy;
-                EXPECT_EQ(times_in(take_log(), line + "|Quorvane"), 1);
+                EXPECT_EQ(count(take_log(), line + "|Quorvane"), 1U);
             } else {
                 EXPECT_EQ(testing::PrintToString(take_log()).find("kept in"), std::string::npos);
             }
@@ -153,7 +142,7 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
 // file, one that nobody takes for a web, with the old bytes beside it until somebody has seen to
 // them.
 TEST_F(Save, DyingAtAnyStepLosesNothing) {
-    const std::string old = whole_web(std::string(20000, 'b'));
+    const std::string old = web_of(std::string(20000, 'b'));
     for (const bool linked : {false, true}) {
         int damaged = 0;
         bool died = true;
@@ -172,7 +161,7 @@ TEST_F(Save, DyingAtAnyStepLosesNothing) {
             died = WIFSIGNALED(status);
             take_log();
             ASSERT_EQ(doc_command_open_path(path.c_str()), 0);
-            const bool warned = times_in(take_log(), damage_warning()) == 1;
+            const bool warned = count(take_log(), damage_warning()) == 1;
             const std::string id = std::to_string(child);
             if (warned) {
                 EXPECT_EQ(file_bytes(path + "-old." + id), old);
@@ -197,8 +186,8 @@ TEST_F(Save, WhatCouldNotBeReadWholeIsKeptOnce) {
         const char *status;
     } rows[] = {
         {"<cname>1</cname></eof>", false, "Bad Input File"},
-        {whole_web("before"), true, "UNABLE TO READ FROM WEB FILE"},
-        {cell_file("home", "no end"), false, "The end of this file is missing"},
+        {web_of("before"), true, "UNABLE TO READ FROM WEB FILE"},
+        {cell_of("home", "no end"), false, "The end of this file is missing"},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.status);
@@ -210,7 +199,7 @@ TEST_F(Save, WhatCouldNotBeReadWholeIsKeptOnce) {
         ASSERT_EQ(doc_command_open_path(path.c_str()), 0);
         byte_stream_fail_read_after(-1);
         EXPECT_EQ(host().status, row.status);
-        EXPECT_EQ(times_in(take_log(), damage_warning()), 1);
+        EXPECT_EQ(count(take_log(), damage_warning()), 1U);
         byte_stream_fail_write_after(0);
         EXPECT_EQ(doc_command_save(), -4);
         byte_stream_fail_write_after(-1);
@@ -231,7 +220,7 @@ TEST_F(Save, WhatCouldNotBeReadWholeIsKeptOnce) {
 // A damaged file is left alone by a save elsewhere, and known by every name that it is saved under:
 // a command line names a file in its own folder, a dialog by the whole path.
 TEST_F(Save, ADamagedFileIsKeptWhateverItIsCalled) {
-    const std::string damaged = cell_file("home", "cut");
+    const std::string damaged = cell_of("home", "cut");
     for (const bool elsewhere_first : {false, true}) {
         const std::string path = open_fresh("damaged.qvx", damaged);
         const fs::path whole = path;
@@ -252,8 +241,8 @@ TEST_F(Save, ADamagedFileIsKeptWhateverItIsCalled) {
 }
 
 TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
-    const std::string path = open_fresh("shared.qvx", whole_web("before"));
-    const std::string theirs = whole_web("theirs");
+    const std::string path = open_fresh("shared.qvx", web_of("before"));
+    const std::string theirs = web_of("theirs");
     take_log();
     type_text("mine");
     write_file(path, theirs);
@@ -267,16 +256,16 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
         EXPECT_EQ(way(), 2);
         EXPECT_TRUE(web_changed());
         EXPECT_EQ(file_bytes(path), theirs);
-        EXPECT_EQ(text_of("home"), "mine");
+        EXPECT_EQ(stored_text("home"), "mine");
         EXPECT_EQ(doc_save_path(), path);
     }
     host().save_changes = {true};
     EXPECT_EQ(run_until_end(save_and_exit), std::nullopt);
-    EXPECT_EQ(times_in(take_log(), k_question), 4);
+    EXPECT_EQ(count(take_log(), k_question), 4U);
 
     host().yes_no = {true};
     EXPECT_EQ(doc_command_save(), 0);
-    EXPECT_EQ(times_in(take_log(), k_question), 1);
+    EXPECT_EQ(count(take_log(), k_question), 1U);
     EXPECT_EQ(file_bytes(path), written_web());
 
     // What the program wrote itself, or what has gone, is no reason to ask; nor is another name.
@@ -288,6 +277,6 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     write_file(path, theirs);
     host().save_paths = {fresh_path("mine.qvx")};
     EXPECT_EQ(doc_command_save_as(), 0);
-    EXPECT_EQ(times_in(take_log(), k_question), 0);
+    EXPECT_EQ(count(take_log(), k_question), 0U);
     EXPECT_EQ(file_bytes(path), theirs);
 }

@@ -11,12 +11,12 @@ TEST_F(Text, ReplacingACellsTextTakesOnlyTheBlocksThatAreMissing) {
         EXPECT_TRUE(cell_text_fits(home, n));
         const std::string text(n, static_cast<char>('a' + n % 26));
         cell_replace_text(home, text.data(), n);
-        EXPECT_EQ(text_of("home"), text);
+        EXPECT_EQ(stored_text("home"), text);
         EXPECT_EQ(blocks_free(), 3 - (n == 0 ? 0 : n / 36 + 1));
     }
     const std::string longer(108, 'x');
     EXPECT_FALSE(run_command([&] { cell_replace_text(index_root(), longer.data(), 108); }));
-    EXPECT_EQ(text_of("home"), std::string(107, 'a' + 107 % 26));
+    EXPECT_EQ(stored_text("home"), std::string(107, 'a' + 107 % 26));
     give_back(blocks);
 }
 

@@ -1,20 +1,8 @@
 // The web writer, byte for byte, and webs that go through writing and reading.
-#include "core/names.h"
 #include "tests/engine/engine_test.h"
 #include "tests/engine/report_model.h"
-#include "tests/engine/web_files.h"
 
-#include "core/byte_stream.h"
-#include "core/text.h"
-#include "file/web_reader.h"
-#include "report/reports.h"
-#include "web/cell_ops.h"
-#include "web/cell_text.h"
-#include "web/cells.h"
-#include "web/index.h"
 #include "web/option_text.h"
-#include "web/options.h"
-#include "web/value.h"
 
 #include <random>
 #include <set>
@@ -69,12 +57,12 @@ TEST_F(RoundTrip, NamesThatBeginAlikeStayDifferentCells) {
     std::multiset<std::string> texts;
     for (const std::string &name : cell_names()) {
         EXPECT_LE(name.size(), k_cellname_max);
-        texts.insert(text_of(name.c_str()));
+        texts.insert(stored_text(name.c_str()));
     }
     texts.erase("");
     EXPECT_EQ(texts, std::multiset<std::string>(names.begin(), names.end()));
-    EXPECT_EQ(text_of((n44 + "mmmm").c_str()), n44 + "mmmm");
-    EXPECT_EQ(text_of((n44 + "0001").c_str()), n44 + "0001");
+    EXPECT_EQ(stored_text((n44 + "mmmm").c_str()), n44 + "mmmm");
+    EXPECT_EQ(stored_text((n44 + "0001").c_str()), n44 + "0001");
 }
 
 TEST_F(RoundTrip, TheGuideChangesNoByte) {

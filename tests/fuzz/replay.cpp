@@ -2,7 +2,7 @@
 // ends the program as a crash behind its file's name.
 #include "tests/fuzz/fuzz_target.h"
 
-#include "tests/engine/web_files.h"
+#include "tests/support/files.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -115,6 +115,16 @@ HWND open_dialog() {
     return dialog;
 }
 
+std::vector<HWND> controls_of(HWND window) {
+    std::vector<HWND> controls;
+    const auto add = [](HWND control, LPARAM list) -> BOOL {
+        reinterpret_cast<std::vector<HWND> *>(list)->push_back(control);
+        return TRUE;
+    };
+    EnumChildWindows(window, add, reinterpret_cast<LPARAM>(&controls));
+    return controls;
+}
+
 std::wstring class_of(HWND window) {
     wchar_t name[32] = L"";
     GetClassNameW(window, name, 32);

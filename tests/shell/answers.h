@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 // Presses the button when a box opens that has this text in its caption or in a static control.
 void answer(const std::string &text, int button);
@@ -31,5 +32,8 @@ HWND open_dialog();
 
 // A real press of a dialog's button, from within the dialog's message loop.
 void press_button(HWND dialog, int button);
+
+// All windows in a window, those of its controls too.
+std::vector<HWND> controls_of(HWND window);
 
 std::wstring class_of(HWND window);

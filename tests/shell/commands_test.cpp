@@ -3,7 +3,10 @@
 
 #include "tests/shell/shell_test.h"
 
+#include "version.h"
+
 #include <map>
+#include <span>
 #include <utility>
 
 #include <aygshell.h>
@@ -16,7 +19,7 @@ using Sight = std::map<std::string, std::string>;
 
 std::string question_in(const std::string &dialog) {
     for (const char *text :
-         {"Enter New Cellname", "Delete current cell?", "Choose Zoom Factor", "QUORVANE   v1.2",
+         {"Enter New Cellname", "Delete current cell?", "Choose Zoom Factor", QUORVANE_ABOUT_TITLE,
           "Replace", "Settings", "No such cell. Create it?", "Save As", "Open"}) {
         if (dialog.find(text) != std::string::npos) {
             return text;
@@ -154,7 +157,7 @@ constexpr Row k_with_a_selection[] = {
     everywhere(CMD_HELP_OVERVIEW, "console Quorvane reads, pane console"),
     everywhere(CMD_HELP_REPORT_FORMAT, "console For a formatte, pane console"),
     everywhere(CMD_HELP_MORE, "console Requests for i, pane console"),
-    everywhere(CMD_HELP_ABOUT, "asks QUORVANE   v1.2"),
+    everywhere(CMD_HELP_ABOUT, "asks " QUORVANE_ABOUT_TITLE),
     {CMD_NEXT_PANE, "pane list", "pane box", "pane box", "pane box"},
     everywhere(CMD_SPARE_BUTTON, ""),
     everywhere(CMD_CLOSE_MODELESS, ""),
@@ -211,23 +214,21 @@ TEST_F(Commands, ThatCanDoNothingAreGreyInTheirMenu) {
 
 TEST_F(Commands, DoWhatTheActivePaneCallsFor) {
     start(web_of(""));
-    const auto check = [this](const Row &row, bool selected) {
-        const std::pair<PaneIndex, const char *> cases[] = {{k_pane_box, row.box},
-                                                            {k_pane_list, row.list},
-                                                            {k_pane_text, row.text},
-                                                            {k_pane_console, row.console}};
-        for (const auto &[pane, expected] : cases) {
-            prepare(pane, selected);
-            std::string seen = outcome(row.command);
-            seen += shows_own_view(expected, pane) ? std::string(", pane ") + k_panes[pane] : "";
-            EXPECT_EQ(seen, expected) << row.command << " in pane " << pane;
+    for (const bool selected : {true, false}) {
+        std::span<const Row> rows = k_with_a_selection;
+        for (const Row &row : selected ? rows : k_without_a_selection) {
+            const std::pair<PaneIndex, const char *> cases[] = {{k_pane_box, row.box},
+                                                                {k_pane_list, row.list},
+                                                                {k_pane_text, row.text},
+                                                                {k_pane_console, row.console}};
+            for (const auto &[pane, expected] : cases) {
+                prepare(pane, selected);
+                const std::string own = std::string(", pane ") + k_panes[pane];
+                EXPECT_EQ(outcome(row.command) + (shows_own_view(expected, pane) ? own : ""),
+                          expected)
+                    << row.command << " in pane " << pane;
+            }
         }
-    };
-    for (const Row &row : k_with_a_selection) {
-        check(row, true);
-    }
-    for (const Row &row : k_without_a_selection) {
-        check(row, false);
     }
 }
 

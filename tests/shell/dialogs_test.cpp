@@ -132,7 +132,6 @@ TEST_F(DialogTest, ReplaceRefusesTextsThatDoNotFitAndCutsNone) {
     } rows[] = {
         {fits + L"\u00E9", L"", "The text to search for has at most 48 characters. "},
         {fits, fits + L"e", "The replacement has at most 48 characters. "},
-        {std::wstring(60, 's'), fits, "The text to search for has at most 48 characters. "},
     };
     for (const auto &row : rows) {
         answer_with("Replace", [&](HWND dialog) {
@@ -217,10 +216,7 @@ TEST_F(BarTest, ButtonsAndPanesKeepTheFocusThatTheyHave) {
         if (focus != text_pane()) {
             press(focus, VK_SPACE);
         }
-        PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
-        run();
-        PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
-        run();
+        minimise_and_restore();
         EXPECT_EQ(IsChild(search_bar(), GetFocus()), focus != text_pane());
     }
 }

@@ -7,8 +7,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-
 struct FileCommands : ShellTest {
     static void answer_file(const char *title, const wchar_t *name) {
         const fs::path path = fs::absolute(name);  // before the dialog is in another folder
@@ -154,9 +152,6 @@ TEST_F(FileCommands, AsksBeforeSavingOverAnotherProgramsChanges) {
     answer(k_question, IDNO);
     EXPECT_EQ(after(CMD_FILE_NEW, words), "Oh Hi");
     EXPECT_EQ(current_view(), k_view_text);
-    answer(k_question, IDYES);
-    command(CMD_FILE_SAVE);
-    EXPECT_TRUE(file_has("Oh Hi"));
 }
 
 }  // namespace

@@ -51,18 +51,3 @@ TEST_F(OutOfMemory, CommandsWaitForTheAnswerToTheOffer) {
     EXPECT_EQ(after(CMD_CELL_NEXT, shown), "plan|a plan");
     EXPECT_EQ(text_pane_cell(), current_cell());
 }
-
-TEST_F(OutOfMemory, ShortOnMemoryOffersTheWayOut) {
-    start_in_text(web_of("Hi"));
-    type(text_pane(), "Oh ");
-    leave_free_blocks(101);
-    answer_with("Short On Memory--Save And Exit?", [](HWND dialog) {
-        press_button(dialog, IDOK);
-        answer_always("Short On Memory", IDCANCEL);  // the program is gone by then
-    });
-    answer("Save current changes in test?", IDYES);
-    select(text_pane(), 0, 2);
-    command(CMD_CELL_NEW);
-    EXPECT_EQ(ended_with(), 0);
-    EXPECT_NE(file_bytes(path).find("<text>Oh Hi</text>"), std::string::npos);
-}

@@ -1,12 +1,8 @@
 // The settings sheet, driven by its pages' controls, and the rules behind it.
 #include "shell/settings/settings.h"
 
-#include "core/numbers.h"
 #include "shell/panes/styles.h"
-#include "shell/settings/page.h"
-#include "shell/settings/sheet.h"
 #include "tests/shell/shell_test.h"
-#include "tests/support/window_fits.h"
 
 namespace {
 
@@ -96,9 +92,8 @@ constexpr const char *k_options =
     "\n<pltng>on</pltng>\n<xmax>9</xmax>\n<xycells>a,b</xycells></opts>";
 
 constexpr const char *k_changed_options[] = {
-    "<iecho>yes</iecho>\n<odest>file</odest>\n<oname>d\xC3\xA9j\xC3\xA0</oname>\n<onewl>crlf</"
-    "onewl>"
-    "\n<cfmt>#</cfmt>\n<citer>3</citer>",
+    "<iecho>yes</iecho>\n<odest>file</odest>\n<oname>d\xC3\xA9j\xC3\xA0</oname>"
+    "\n<onewl>crlf</onewl>\n<cfmt>#</cfmt>\n<citer>3</citer>",
     "<rtype>trail</rtype>\n<rfmt>\\N: \\T\n</rfmt>\n<rall>no</rall>\n<starg>find</starg>"
     "\n<srpl>put</srpl>\n<scount>7</scount>",
     "<nfmt>exponent</nfmt>\n<ndec>4</ndec>\n<nang>radians</nang>\n<pltng>on</pltng>",
@@ -119,30 +114,29 @@ TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
         sci(window, SCI_STYLEGETFONT, STYLE_DEFAULT, as_lparam(face));
         EXPECT_EQ(std::string(face).substr(0, 7), "Courier");
     }
-    EXPECT_EQ(option_number_format()->digits, 4);
+    EXPECT_EQ(number_format_in_force()->digits, 4);
     command(CMD_FILE_SAVE);
     for (const char *part : k_changed_options) {
         EXPECT_NE(file_bytes(path).find(part), std::string::npos) << part;
     }
     settings(expect_what_was_chosen);
     EXPECT_FALSE(web_changed()) << "nothing was changed this time";
+    settings([](HWND sheet) { push(show_page(sheet, links), CTL_LINKS_BLUE); });
+    EXPECT_EQ(sci(text_pane(), SCI_STYLEGETFORE, k_style_link), RGB(24, 35, 105));
+    EXPECT_FALSE(web_changed()) << "of what is in no file";
     set_option_oname("out");
     set_option_rtype(k_report_fmt);
     command(CMD_REPORT);
     EXPECT_EQ(file_bytes("out.txt"), "home: go to home\n") << "to a file, from the next report on";
 }
 
-TEST_F(SettingsTest, CancelAndEscapeChangeNothing) {
+TEST_F(SettingsTest, CancelChangesNothing) {
     start(k_options + web_of("go to home"));
     command(CMD_FILE_SAVE);
     const std::string saved = file_bytes(path);
     const OptionRecord before = *options_in_force();
     settings(change_everything, IDCANCEL);
-    answer_with("Settings", [](HWND sheet) {
-        change_everything(sheet);
-        PostMessageW(GetDlgItem(sheet, IDOK), WM_KEYDOWN, VK_ESCAPE, 0);
-    });
-    EXPECT_FALSE(after(CMD_SETTINGS, web_changed));
+    EXPECT_FALSE(web_changed());
     EXPECT_TRUE(are_still(before));
     EXPECT_EQ(sci(text_pane(), SCI_STYLEGETSIZE, k_style_text), 9);
     command(CMD_FILE_SAVE);
@@ -280,32 +274,6 @@ TEST_F(SettingsTest, FitsTheHandheldsScreenAndShowsTheLinksColours) {
 }
 
 // ---- The rules without a window -----------------------------------------------------------------
-
-TEST(SettingsRules, AChangeIsAppliedOnItsPageAlone) {
-    option_defaults();
-    const struct {
-        const SettingsPage *page;
-        void (*change)(OptionRecord *draft);
-        bool saved;
-    } cases[] = {
-        {&k_report_page, [](OptionRecord *draft) { strcpy(draft->rfmt, "x"); }, true},
-        {&k_output_page, [](OptionRecord *draft) { draft->odest = k_output_file; }, true},
-        {&k_pane_page, [](OptionRecord *draft) { draft->font_style = k_font_italic; }, false},
-        {&k_links_page, [](OptionRecord *draft) { draft->dclick_ask = 0; }, false},
-    };
-    for (const auto &[changed, change, saved] : cases) {
-        OptionRecord draft = *options_in_force();
-        change(&draft);
-        set_web_changed(false);
-        for (const SettingsPage *page :
-             {&k_report_page, &k_output_page, &k_links_page, &k_pane_page}) {
-            EXPECT_EQ(page_apply(page, &draft), page == changed);
-        }
-        EXPECT_EQ(web_changed(), saved);
-        EXPECT_FALSE(page_apply(changed, &draft)) << "applied already";
-    }
-    set_web_changed(false);
-}
 
 TEST(SettingsRules, NumbersAreWholeAndWithinTheirRange) {
     int32_t value = 0;

@@ -1,14 +1,12 @@
 #include "tests/shell/shell_test.h"
 
 #include "core/recovery.h"
-#include "core/text.h"
 #include "desktop/frame.h"
 #include "shell/message_loop.h"
 #include "shell/status_line.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 
 namespace {
 
@@ -159,6 +157,15 @@ void show_tab(int tab) {
     run();
 }
 
+void minimise_and_restore() {
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+    run();
+    EXPECT_TRUE(IsIconic(main_window()));
+    PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    run();
+    EXPECT_FALSE(IsIconic(main_window()));
+}
+
 void select(HWND pane, LRESULT start, LRESULT end) {
     sci(pane, SCI_SETSEL, start, end);
 }
@@ -234,13 +241,6 @@ bool caret_is_in_view() {
     return y >= 0 && y + sci(text_pane(), SCI_TEXTHEIGHT, 0) <= room.bottom;
 }
 
-RECT place_of(HWND window) {
-    RECT rect;
-    GetWindowRect(window, &rect);
-    MapWindowPoints(nullptr, main_window(), reinterpret_cast<POINT *>(&rect), 2);
-    return rect;
-}
-
 bool has_focus(HWND window) {
     return GetFocus() == window;
 }
@@ -252,48 +252,6 @@ std::string place() {
 
 std::string shown() {
     return current_name() + "|" + words();
-}
-
-std::string cell_of(const std::string &name, const std::string &text) {
-    return "\n<cell>\n<cname>" + name + "</cname>\n<text>" + text + "</text></cell>";
-}
-
-std::string web_of(const std::string &home_text, const std::string &more_cells) {
-    return cell_of("home", home_text) + more_cells + "</eof>";
-}
-
-std::string current_name() {
-    return cell_name_string(current_cell());
-}
-
-std::string stored_text(const char *name) {
-    const auto stored = cell_text(cell_lookup(name));
-    std::string text(text_size(stored), '\0');
-    text_copy_out(text.data(), stored, static_cast<uint32_t>(text.size()));
-    return text;
-}
-
-void leave_free_blocks(uint32_t count) {
-    while (blocks_free() > count) {
-        block_alloc(k_block_plain);
-    }
-}
-
-std::string file_bytes(const std::filesystem::path &file_path) {
-    std::ifstream file(file_path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void write_file(const std::filesystem::path &file_path, const std::string &bytes) {
-    std::ofstream(file_path, std::ios::binary) << bytes;
-}
-
-std::string times(size_t count, const std::string &text) {
-    std::string all;
-    while (count-- > 0) {
-        all += text;
-    }
-    return all;
 }
 
 int ended_with() {

@@ -3,7 +3,6 @@
 #pragma once
 
 // Included for what nearly every test drives and reads.
-#include "core/block_arena.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
 #include "platform/windows/text_conversion.h"
@@ -16,15 +15,14 @@
 #include "shell/panes/text_pane.h"
 #include "shell/views.h"
 #include "tests/shell/answers.h"
+#include "tests/support/files.h"
+#include "tests/support/web.h"
+#include "tests/support/window_fits.h"
 #include "web/cell_ops.h"
-#include "web/cells.h"
 #include "web/changed.h"
 #include "web/options.h"
-#include "web/trail.h"
 
-#include <filesystem>
 #include <functional>
-#include <string>
 
 #include <gtest/gtest.h>
 
@@ -64,6 +62,7 @@ void click(HWND pane, LRESULT position);
 void double_click(HWND pane, LRESULT position);
 
 void show_tab(int tab);
+void minimise_and_restore();
 void select(HWND pane, LRESULT start, LRESULT end);
 
 // Presses a button of an open dialog and waits for what it does.
@@ -108,31 +107,15 @@ int style_at(HWND pane, LRESULT position);
 
 bool caret_is_in_view();  // of the text pane
 
-RECT place_of(HWND window);  // in the main window
+inline RECT place_of(HWND window) {
+    return place_in(main_window(), window);
+}
 bool has_focus(HWND window);
 
 // The current cell and the text pane's selection, as "name 3-5"; the cell and the pane's text, as
 // "name|text".
 std::string place();
 std::string shown();
-
-// ---- The web and its file -----------------------------------------------------------------------
-
-// A web file's bytes with these cells, after home.
-std::string web_of(const std::string &home_text, const std::string &more_cells = "");
-std::string cell_of(const std::string &name, const std::string &text = "");
-
-std::string current_name();
-std::string stored_text(const char *name);
-
-// Takes blocks until so many are free.
-void leave_free_blocks(uint32_t count);
-
-std::string file_bytes(const std::filesystem::path &path);
-void write_file(const std::filesystem::path &path, const std::string &bytes);
-
-// A text, so many times.
-std::string times(size_t count, const std::string &text);
 
 // Exit status that the program wanted to end with since the start; k_still_running: it did not.
 constexpr int k_still_running = -99;

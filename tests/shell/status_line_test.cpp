@@ -1,6 +1,5 @@
 // The status line's resting and transient texts, and the conversion of text on its way to the
 // screen.
-#include "core/errors.h"
 #include "shell/status_line.h"
 #include "tests/shell/shell_test.h"
 
@@ -39,11 +38,7 @@ TEST(TextConversion, GoesThroughUtf8BothWays) {
                  "a\xC3\xA9\xE2\x82\xAC\xDF\xBF\xE0\xA0\x80");
     EXPECT_EQ(std::wstring(to_utf16("\xF0\x9F\x98\x80")), L"\xD83D\xDE00");
     EXPECT_EQ(std::wstring(to_utf16("\xE9t\xE9")), L"\u00E9t\u00E9") << "Latin-1";
-}
-
-TEST(TextConversion, LeadByteAtTheEndReadsNothingBehindIt) {
-    const char text[] = "a\xE2\0bc";
-    EXPECT_EQ(std::wstring(to_utf16(text)), L"a\u00E2");
+    EXPECT_EQ(std::wstring(to_utf16("a\xE2\0bc")), L"a\u00E2") << "nothing behind the end";
     EXPECT_EQ(std::wstring(to_utf16("\xE2\x82")), L"\u00E2\u0082");
 }
 
@@ -54,4 +49,11 @@ TEST(TextConversion, StopsAt256) {
     char name[8];
     copy_characters(name, "abc\xE2\x82\xAC", 5);
     EXPECT_STREQ(name, "abc");
+    utf8_copy(name, 8, L"ab\xD83D\xDE00");
+    EXPECT_STREQ(name, "ab") << "no half of a pair";
+    copy_characters(name, "a\xED\xA0\xBD\xED\xB8\x80", 6);
+    EXPECT_STREQ(name, "a");
+    wchar_t units[3];
+    utf16_copy(units, 3, "a\xED\xA0\xBD\xED\xB8\x80");
+    EXPECT_EQ(std::wstring(units), L"a");
 }

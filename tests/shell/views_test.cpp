@@ -37,15 +37,6 @@ static void leave_and_come_back() {
     DestroyWindow(other);
 }
 
-static void minimise_and_restore() {
-    PostMessageW(main_window(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
-    run();
-    EXPECT_TRUE(IsIconic(main_window()));
-    PostMessageW(main_window(), WM_SYSCOMMAND, SC_RESTORE, 0);
-    run();
-    EXPECT_FALSE(IsIconic(main_window()));
-}
-
 TEST_F(Views, FocusComesBackToThePaneThatHadIt) {
     start();
     show_tab(1);

@@ -6,13 +6,6 @@ namespace {
 
 constexpr LONG k_check_width = 18;  // pixels that the square or circle of a button takes
 
-RECT place_in(HWND window, HWND control) {
-    RECT rect;
-    GetWindowRect(control, &rect);
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT *>(&rect), 2);
-    return rect;
-}
-
 bool is_group_box(HWND control) {
     return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) != 0 &&
            (GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
@@ -37,6 +30,13 @@ void expect_text_fits(HWND control, LONG width, LONG height) {
 }
 
 }  // namespace
+
+RECT place_in(HWND window, HWND control) {
+    RECT rect;
+    GetWindowRect(control, &rect);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT *>(&rect), 2);
+    return rect;
+}
 
 void expect_all_fits(HWND window) {
     RECT client;
