@@ -15,6 +15,7 @@ import tempfile
 
 from handheld.emulator import commands
 from handheld.emulator.device import Device
+from handheld.emulator.looking import Unexpected
 from handheld.emulator.memory import Fault
 
 
@@ -77,7 +78,7 @@ def run(arguments, folder, log):
 def do_step(device, step, arguments):
     try:
         device.do(step)
-    except commands.Unexpected as error:
+    except Unexpected as error:
         if arguments.script is not None:
             print(error, file=sys.stderr)
             raise SystemExit(1) from None

@@ -9,8 +9,7 @@
     check TEXT          taps a check box or radio button
     panel up|down       command NUMBER      wait MILLISECONDS   after MILLISECONDS STEP
     answer TEXT         types it into the field of the file dialog and confirms
-    expect WHAT ...     text, no-text, status, caption, dialog, no-dialog, field, file, no-file,
-                        selection, ended: see EXPECTATIONS
+    expect WHAT ...     see looking.py
     picture FILE.png    texts               quit
 """
 
@@ -18,13 +17,14 @@ import re
 
 from handheld.emulator import constants as c
 from handheld.emulator.dc import without_mnemonic
-from handheld.emulator.region import intersect_rects
+from handheld.emulator.looking import (
+    EXPECTATIONS, Unexpected, control_by_number, controls, front_dialog, screen_text)
+from handheld.emulator.menus import popup_places
 
 PAUSE = 600
 HOLD = 1000
 DRAG_STEPS = 8
 COMMANDS = {}
-EXPECTATIONS = {}
 KEYS = {"Enter": c.VK_RETURN, "Tab": c.VK_TAB, "Escape": c.VK_ESCAPE, "Backspace": c.VK_BACK,
         "Delete": c.VK_DELETE, "Insert": c.VK_INSERT, "Space": c.VK_SPACE, "Home": c.VK_HOME,
         "End": c.VK_END, "PageUp": c.VK_PRIOR, "PageDown": c.VK_NEXT, "Left": c.VK_LEFT,
@@ -33,21 +33,10 @@ KEYS = {"Enter": c.VK_RETURN, "Tab": c.VK_TAB, "Escape": c.VK_ESCAPE, "Backspace
 MODIFIERS = {"Ctrl": c.VK_CONTROL, "Shift": c.VK_SHIFT, "Alt": c.VK_MENU}
 
 
-class Unexpected(Exception):
-    """What a step expected was not there; the message says what was."""
-
-
 def step(name):
     """Makes the function below the step `name`: it gets the driver and the rest of the line."""
     def register(function):
         COMMANDS[name] = function
-        return function
-    return register
-
-
-def expectation(name):
-    def register(function):
-        EXPECTATIONS[name] = function
         return function
     return register
 
@@ -195,7 +184,6 @@ def place_of_bar_button(system, name):
 
 
 def place_of_item(system, text):
-    from handheld.emulator.menus import popup_places
     if not system.menus.open:
         raise Unexpected("no menu is open")
     window = system.menus.open[-1]
@@ -203,23 +191,6 @@ def place_of_item(system, text):
         if item.label.strip() == text:
             return window.left + 30, window.top + (place[1] + place[3]) // 2
     raise Unexpected(f"no item {text!r}, but {[item.label for item in window.menu.items]}")
-
-
-def front_dialog(system):
-    """The window in front that the user can use."""
-    for window in system.windows.top_levels:
-        if window.visible and window.enabled and not window.ex_style & c.WS_EX_NOACTIVATE:
-            return window
-    raise Unexpected("there is no window")
-
-
-def controls(window, class_name=None):
-    """What lies in a window and can be seen."""
-    for child in window.children:
-        if child.visible:
-            if class_name is None or child.class_name.upper() == class_name:
-                yield child
-            yield from controls(child, class_name)
 
 
 def find_button(system, text):
@@ -293,14 +264,6 @@ def write_anew(system, text):
         system.input.character(character)
 
 
-def control_by_number(system, number):
-    window = front_dialog(system)
-    for child in controls(window):
-        if child.id & 0xFFFF == number:
-            return child
-    raise Unexpected(f"no control {number} in {window.text!r}")
-
-
 @step("panel")
 def panel(driver, where):
     yield PAUSE
@@ -352,18 +315,6 @@ def quit_step(driver, _rest):
 
 # ---- Looking ----
 
-def screen_text(system):
-    """The lines on the screen, from the top down."""
-    return "\n".join("".join(run.text for run in line) for line in system.screen.surface.lines())
-
-
-def status_text(system):
-    for window in system.windows.all():
-        if window.class_name.lower() == "msctls_statusbar32":
-            return window.parts_text() if hasattr(window, "parts_text") else window.text
-    return ""
-
-
 @step("texts")
 def texts(driver, _rest):
     driver.say(screen_text(driver.system))
@@ -383,64 +334,3 @@ def expect(driver, rest):
     problem = EXPECTATIONS[name](driver.system, wanted)
     if problem:
         raise Unexpected(f"expected {rest!r}, but {problem}")
-
-
-@expectation("text")
-def expect_text(system, wanted):
-    shown = screen_text(system)
-    return None if wanted in shown else f"the screen has\n{shown}"
-
-
-@expectation("no-text")
-def expect_no_text(system, wanted):
-    shown = screen_text(system)
-    return f"the screen has\n{shown}" if wanted in shown else None
-
-
-@expectation("status")
-def expect_status(system, wanted):
-    found = status_text(system)
-    return None if wanted in found else f"the status is {found!r}"
-
-
-@expectation("caption")
-def expect_caption(system, wanted):
-    front = system.screen.front()
-    found = front.text if front is not None else ""
-    return None if wanted == found else f"the caption is {found!r}"
-
-
-@expectation("dialog")
-def expect_dialog(system, wanted):
-    """The title of the window in front, or what stands in it; a line end there is a blank."""
-    window = front_dialog(system)
-    inside = " ".join("".join(run.text for run in line).strip()
-                      for line in system.screen.surface.lines()
-                      if intersect_rects(line[0].rect, window.rect))
-    found = f"{window.text} {inside}"
-    return None if wanted in found else f"the window in front has {found!r}"
-
-
-@expectation("no-dialog")
-def expect_no_dialog(system, _wanted):
-    window = front_dialog(system)
-    return None if window.owner is None else f"{window.text!r} is there"
-
-
-@expectation("field")
-def expect_field(system, wanted):
-    """NUMBER TEXT: what a control of the window in front holds."""
-    number, _, text = wanted.partition(" ")
-    found = control_by_number(system, int(number)).text
-    return None if found == text else f"it holds {found!r}"
-
-
-@expectation("file")
-def expect_file(system, wanted):
-    there = system.files.listed()
-    return None if wanted in there else f"the folder has {there}"
-
-
-@expectation("no-file")
-def expect_no_file(system, unwanted):
-    return f"{unwanted} is there" if unwanted in system.files.listed() else None

@@ -15,7 +15,7 @@ import sys
 import threading
 
 from handheld.emulator import (
-    c_format, c_runtime, c_streams, commands, kernel, modules, user_interface, window_calls)
+    c_format, c_runtime, c_streams, kernel, modules, user_interface, window_calls)
 from handheld.emulator.calls import Log
 from handheld.emulator.caret import Caret
 from handheld.emulator.clipboard import Clipboard
@@ -26,6 +26,7 @@ from handheld.emulator.files import Files
 from handheld.emulator.focus import Focus
 from handheld.emulator.gdi import Gdi
 from handheld.emulator.input import Input
+from handheld.emulator.looking import Unexpected, screen_text
 from handheld.emulator.machine import Machine
 from handheld.emulator.menus import Menus
 from handheld.emulator.messages import Messages
@@ -135,12 +136,12 @@ class Device:
         """Does these steps, until the program waits again or has ended."""
         for step in steps:
             if not self._thread.is_alive():
-                raise commands.Unexpected(f"the program has ended, and then: {step}")
+                raise Unexpected(f"the program has ended, and then: {step}")
             self._steps.put(step)
             try:
                 self._wait()
-            except commands.Unexpected as error:
-                raise commands.Unexpected(f"{step}: {error}") from None
+            except Unexpected as error:
+                raise Unexpected(f"{step}: {error}") from None
 
     def close(self):
         """Switches the device off."""
@@ -168,7 +169,7 @@ class Device:
 
     def texts(self):
         """The lines on the screen."""
-        return commands.screen_text(self.system).split("\n")
+        return screen_text(self.system).split("\n")
 
     def picture(self, path):
         self.system.screen.picture(path)

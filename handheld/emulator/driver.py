@@ -6,7 +6,8 @@ may be is in commands.py; a step is a generator, which yields when the program s
 milliseconds that go by first, or nothing.
 """
 
-from handheld.emulator.commands import COMMANDS, PAUSE, Unexpected
+from handheld.emulator.commands import COMMANDS, PAUSE
+from handheld.emulator.looking import Unexpected
 
 STEP_INSTRUCTIONS = 6_000_000_000  # more between two calls into the system is no work but a fault
 
