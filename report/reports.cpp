@@ -134,8 +134,7 @@ ErrorCode report_out_pointers(CellHandle cell) {
     const BlockHandle list = cell_out_pointers(cell);
     LinkEntry *entry = code == 0 ? link_list_first(list) : nullptr;
     while (entry != nullptr && entry->kind != k_link_end) {
-        const CellHandle target =
-            entry->kind == k_link_cell ? cell_by_number(link_target(entry)) : 0;
+        const CellHandle target = cell_by_number(link_target(entry));
         if (target != 0) {
             code = name_line("    >", target);
             if (code < 0) {

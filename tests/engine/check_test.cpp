@@ -87,6 +87,11 @@ constexpr Wrong k_wrong[] = {
          cell_delete(cell);
          report_selected_cells();
      }},
+    {"output.cpp: !output.open",
+     [] {
+         output_open();
+         output_clear_stop();
+     }},
     {"web_writer.cpp: tag >= 0 && tag < k_tag_count", [] { web_write_open_tag(-1); }},
 };
 

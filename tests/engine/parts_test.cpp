@@ -33,7 +33,7 @@ TEST_F(Parts, ValuesAreTextAndNumberInStep) {
     }
     for (auto [make, state] :
          {std::pair(&val_make_text, k_value_text), std::pair(&val_make_number, k_value_number)}) {
-        BlockHandle value = val_new();
+        BlockHandle value = val_from_text(text_alloc(0));
         make(value);
         EXPECT_EQ(val_state(value), state);
         val_make_text(value);

@@ -233,6 +233,8 @@ TEST_F(Reader, KnowsWhetherItTookInEverything) {
         {a + "<text></text><text>t</text><val> </val><val>1</val>" + end, true, ""},
         {a + "<val>1</val><val>2</val>" + end, false, ""},
         {a + "<cname>b</cname>" + a + "<val>1</val>" + end, false, ""},
+        {a + "<script>1</script>" + a + end, false, ""},
+        {a + "<form>1</form><script>1</script>" + end, false, ""},
         {t + "<cname>1</cname>" + end, false, "Bad Input File"},
     };
     for (const auto &row : rows) {

@@ -59,6 +59,10 @@ TEST_F(Reports, TheLayoutOfEachType) {
     go_to_name("a");
     go_to_name("c");
     EXPECT_EQ(report(k_report_trail, false, "a b_2"), "\nTrail:\n    a\n    home");
+    current_cell_reset(0);
+    EXPECT_EQ(report(k_report_fmt, false), "") << "there is no current cell";
+    EXPECT_EQ(report_result(), 0);
+    go_home();
 }
 
 TEST_F(Reports, CellsWithoutANumberAreNoTargets) {

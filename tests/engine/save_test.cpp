@@ -248,11 +248,12 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     write_file(path, theirs);
 
     // No: nothing is written, and what is unsaved still counts as such, whoever wanted to save.
-    const std::function<int()> ways[] = {doc_command_save, doc_command_new,
+    const std::function<int()> ways[] = {doc_command_save, doc_command_new, doc_command_save_as,
                                          [&] { return doc_command_open_path(path.c_str()); }};
     for (const auto &way : ways) {
         host().yes_no = {false};
         host().save_changes = {true};
+        host().save_paths = {path};
         EXPECT_EQ(way(), 2);
         EXPECT_TRUE(web_changed());
         EXPECT_EQ(file_bytes(path), theirs);
@@ -261,7 +262,7 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     }
     host().save_changes = {true};
     EXPECT_EQ(run_until_end(save_and_exit), std::nullopt);
-    EXPECT_EQ(count(take_log(), k_question), 4U);
+    EXPECT_EQ(count(take_log(), k_question), 5U);
 
     host().yes_no = {true};
     EXPECT_EQ(doc_command_save(), 0);
