@@ -122,7 +122,7 @@ ErrorCode report_formatted_cell(const char *format, CellHandle cell) {
         } else if (p[1] != 0) {
             code = substitute(*++p, cell);
         }
-        if (code < 0) {
+        if (code != 0) {
             return code;
         }
     }
@@ -137,7 +137,7 @@ ErrorCode report_out_pointers(CellHandle cell) {
         const CellHandle target = cell_by_number(link_target(entry));
         if (target != 0) {
             code = name_line("    >", target);
-            if (code < 0) {
+            if (code != 0) {
                 return code;
             }
         }
@@ -213,7 +213,7 @@ ErrorCode report_current_cell() {
     } else if (needs_links()) {
         links_build(cell);
     }
-    const ErrorCode code = output_aborted() ? 0 : report_cell(cell);
+    const ErrorCode code = report_cell(cell);
     if (needs_all_links()) {
         links_drop_all();
     } else if (needs_links()) {

@@ -42,9 +42,12 @@ TEST_F(Writer, AWebOfOneCell) {
 // different from it, from each other and from every name that is there.
 TEST_F(RoundTrip, NamesThatBeginAlikeStayDifferentCells) {
     const std::string n44(44, 'n');
-    const Names names = {n44 + "_001",  n44 + "0001",   n44 + "0001a",      n44 + "0001b",
-                         n44 + "0004x", n44 + "mmmm",   n44 + "mmmm1",      n44 + "MMMM2",
-                         n44 + "mm m3", n44 + "mm_m3x", "b" + n44 + "mmm1", "b" + n44 + "mmm2"};
+    Names names = {n44 + "_001",  n44 + "0001",   n44 + "0001a",      n44 + "0001b",
+                   n44 + "0004x", n44 + "mmmm",   n44 + "mmmm1",      n44 + "MMMM2",
+                   n44 + "mm m3", n44 + "mm_m3x", "b" + n44 + "mmm1", "b" + n44 + "mmm2"};
+    for (char c = 'a'; c <= 'z'; ++c) {  // more than 20 numbers
+        names.push_back(n44 + "mmmmz" + c);
+    }
     for (const std::string &name : names) {
         make_cell(name.c_str(), name);
     }
@@ -144,6 +147,7 @@ TEST_F(RoundTrip, RandomWebsAreReadAgainAndReportedAsTheModelSays) {
             const std::string expected = model_report();
             report_run();
             ASSERT_EQ(host().console, expected);
+            ASSERT_EQ(report_result(), 0);
         }
         ASSERT_EQ(check_engine(), "");
     }
