@@ -274,7 +274,9 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     }
     host().save_changes = {true};
     EXPECT_EQ(run_until_end(save_and_exit), std::nullopt);
-    EXPECT_EQ(count(take_log(), k_question), 5U);
+    const Log log = take_log();
+    EXPECT_EQ(count(log, k_question), 5U);
+    EXPECT_EQ(count(log, "ask_save_path " + path + "|shared"), 1U);
 
     host().yes_no = {true};
     EXPECT_EQ(doc_command_save(), 0);
@@ -289,6 +291,7 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     EXPECT_EQ(file_bytes(path), written_web());
     write_file(path, theirs);
     host().save_paths = {fresh_path("mine.qvx")};
+    write_file(host().save_paths[0], theirs);
     EXPECT_EQ(doc_command_save_as(), 0);
     EXPECT_EQ(count(take_log(), k_question), 0U);
     EXPECT_EQ(file_bytes(path), theirs);
