@@ -117,7 +117,6 @@ void expand(Decimal *d, double value) {
     exponent -= 1075;
     d->negative = (bits >> 63) != 0;
     d->count = 0;
-    d->point = 0;
     memset(numbers.words, 0, sizeof numbers.words);
     if (exponent >= 0) {
         integer_digits(d, mantissa, exponent);

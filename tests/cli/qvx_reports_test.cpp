@@ -249,8 +249,10 @@ TEST_F(QvxReports, CheckStatuses) {
               R"("reason":"Is a directory","status":2,"whole":false}])");
     EXPECT_EQ(run_qvx({"check", "-", "w.qvx"}, "<text>" + std::string(400000, 'x')).status, 3);
 
-    const std::string no_text = "<text>&\x1b\xff;</text></eof>";
-    EXPECT_FALSE(nlohmann::json::parse(run_qvx({"check", "--json", "-"}, no_text).out).empty());
+    const std::string no_text = "<text>&\x1b\xff\xc3\xa9;</text></eof>";
+    const std::string json = run_qvx({"check", "--json", "-"}, no_text).out;
+    EXPECT_FALSE(nlohmann::json::parse(json).empty());
+    EXPECT_NE(json.find("\xc3\xa9"), std::string::npos);
     EXPECT_EQ(run_qvx({"check", "-"}, no_text).out.find('\x1b'), std::string::npos);
     for (const char *name : {"[w]", "[w,x]", "\1w", ""}) {
         const Outcome outcome = run_qvx({"check", "w.qvx", name});
