@@ -1,14 +1,20 @@
 #!/usr/bin/env bash
-# Builds Quorvane and opens a web in its window: ./run.sh [FILE.qvx]
+# Builds Quorvane and opens a web in its window: ./run.sh [--handheld] [FILE.qvx]
 #
 # The window opens on the user's display, through Wine. Where there is none, it opens on a virtual
-# one, leaves build/screenshot.png and ends. Without a file it opens a copy of the guide that is
-# made once, so that trying things out leaves the sample as it is.
+# one, leaves build/screenshot.png and ends. With --handheld the handheld's program is built and run
+# in the emulator, and build/handheld/screenshot.png is its screen. Without a file it opens a copy of
+# the guide that is made once, so that trying things out leaves the sample as it is.
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 
+handheld=no
+if [ "${1:-}" = --handheld ]; then
+    handheld=yes
+    shift
+fi
 if [ $# -gt 1 ]; then
-    die "usage: ./run.sh [FILE.qvx]"
+    die "usage: ./run.sh [--handheld] [FILE.qvx]"
 fi
 
 # Where the program takes the file from. It reads at most 62 characters of its command line, so it
@@ -55,8 +61,23 @@ take_screenshot() {
     say "There is no display: the picture of the window is build/screenshot.png."
 }
 
+# The file's folder is the handheld's \My Documents, which stands before the name on the program's
+# command line.
+run_handheld() {
+    local picture=$build/handheld/screenshot.png
+    [ ${#name} -le 46 ] || die "On the handheld a file's name has at most 46 characters."
+    install_packages "${packages_native[@]}" "${packages_windows[@]}" "${packages_handheld[@]}"
+    build_handheld || exit 1
+    emulate_handheld --picture "$picture" "$folder/$name"
+    say "The handheld's screen is build/handheld/screenshot.png."
+}
+
 find_file "$@"
 cd "$root"
+if [ $handheld = yes ]; then
+    run_handheld
+    exit
+fi
 install_packages "${packages_native[@]}" "${packages_windows[@]}" "${packages_wine[@]}"
 build_scintilla
 build_preset windows Quorvane || exit 1

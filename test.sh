@@ -2,7 +2,7 @@
 # Builds everything, runs every test and ends with one line: N passed, N failed.
 #
 # ./test.sh            all of it
-# ./test.sh native     the engine and qvx alone, without Windows and Wine
+# ./test.sh native     the engine and qvx alone, without Windows, Wine and the handheld
 set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/scripts/common.sh"
 . "$root/scripts/checks.sh"
@@ -98,11 +98,31 @@ run_windows() {
             [ ! -f "$script" ] || one "$(basename "$script" .sh)" timeout 300 bash "$script"
         done
     done
+}
+
+# The handheld's files, what makes them, and the program in the emulator: every *_test.py of
+# tests/handheld. (Its other tests run with the native and the arm build.)
+run_handheld() {
+    local log=$results/handheld.log ran bad
+    build_scintilla
+    if ! build_preset handheld; then
+        report handheld 0 1
+        return
+    fi
     one handheld_imports check_imports
+    one handheld_package scripts/package_handheld.sh
+    timeout 600 "$debian_python" -m unittest discover -s tests/handheld -p '*_test.py' \
+        >"$log" 2>&1 || tail -n 60 "$log" >&2
+    ran=$(sed -n 's/^Ran \([0-9]*\) tests\? in .*/\1/p' "$log")
+    bad=$(grep -c -E '^(FAIL|ERROR): ' "$log" || true)
+    [ "${ran:-0}" -gt 0 ] && grep -q -E '^(OK|FAILED)' "$log" || bad=$((bad + 1)) # it broke off
+    ran=${ran:-0}
+    report handheld $((ran > bad ? ran - bad : 0)) "$bad"
 }
 
 install_packages "${packages_native[@]}" "${packages_arm[@]}" "${packages_check[@]}"
-[ $with_windows = no ] || install_packages "${packages_windows[@]}" "${packages_wine[@]}"
+[ $with_windows = no ] ||
+    install_packages "${packages_windows[@]}" "${packages_wine[@]}" "${packages_handheld[@]}"
 mkdir -p "$results" "$checks"
 
 one format check_format
@@ -116,6 +136,7 @@ run_native sanitize
 run_native arm
 if [ $with_windows = yes ]; then
     run_windows
+    run_handheld
     one headers_compile_alone check_headers
     one clang_tidy check_tidy
 fi

@@ -9,6 +9,7 @@
 #include "file/read_watch.h"
 #include "file/web_reader.h"
 #include "file/web_tags.h"
+#include "file/web_tokens.h"
 #include "file/written_names.h"
 #include "web/cell_numbers.h"
 #include "web/cells.h"
@@ -19,9 +20,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <map>
-
-namespace {
 
 struct FindingKind {
     ReadFinding finding;
@@ -56,17 +56,22 @@ constexpr FindingKind k_read_findings[] = {
     {ReadFinding::nul_byte, "nul_byte", "a NUL byte ends the web, what follows is not read", ""},
     {ReadFinding::bytes_after_end, "bytes_after_end", "bytes after the end are not read", ""},
 };
+// An option's text is no finding and comes last. The numbers are spelled out above and below.
+static_assert(std::size(k_read_findings) == static_cast<size_t>(ReadFinding::option));
+static_assert(k_markup_name_max == 31 && k_cellname_max == 48);
 
 struct GivenOption {
     uint32_t line;
     std::string text;
 };
 
-// Where the observer, which the reader calls, puts what it hears.
-struct Check {
+// Where the observer, which the reader calls, puts what it is told.
+static struct Check {
     CheckedFile *file;
     std::map<int, GivenOption> options;  // the last of each tag
 } check;
+
+namespace {
 
 // So much of a text as a line of a message may show.
 std::string excerpt(const std::string &text) {
@@ -74,7 +79,7 @@ std::string excerpt(const std::string &text) {
     return text.size() <= k_shown ? text : text.substr(0, k_shown) + "...";
 }
 
-void hear(const ReadNote *note) {
+void take_note(const ReadNote *note) {
     if (note->finding == ReadFinding::option) {
         check.options[note->tag] = {note->line, note->text};
         return;
@@ -92,7 +97,7 @@ void hear(const ReadNote *note) {
 
 bool parse_number(const std::string &text, double *number) {
     char *end = nullptr;
-    *number = std::strtod(text.c_str(), &end);
+    *number = strtod(text.c_str(), &end);
     return end != text.c_str() && *end == 0 && std::isfinite(*number);
 }
 
@@ -133,7 +138,7 @@ void check_options(CheckedFile *file) {
 
 // ---- The web that was read ----------------------------------------------------------------------
 
-// A long name was heard of before; what becomes of it is known now.
+// A long name was noted before; what becomes of it is known now.
 void note_colliding_name(CheckedFile *file, const std::string &name, const std::string &written) {
     for (Finding &finding : file->findings) {
         if (finding.kind == "long_name" && finding.text == name) {
@@ -208,7 +213,7 @@ void sort_findings(std::vector<Finding> *findings) {
 void read_file(CheckedFile *file) {
     check.file = file;
     check.options.clear();
-    web_read_observe(hear);
+    web_read_observe(take_note);
     host_hold_messages(true);
     file->status = web_load(file->name.c_str());
     host_hold_messages(false);

@@ -88,7 +88,7 @@ void print_name(BlockHandle name, bool escaped) {
 // A new name must come back from the file as it is, and stand on a line of its own in a list.
 bool name_can_be_saved(const char *name) {
     return cellname_valid(name) && strlen(name) <= k_cellname_max &&
-           std::strpbrk(name, "\r\n") == nullptr;
+           strpbrk(name, "\r\n") == nullptr;
 }
 
 // True when the finished web, with a text of n bytes in this cell, can be read again. `line_feeds`

@@ -1,5 +1,5 @@
-// The commands of qvx. Each does its work on one web, says what went wrong on standard error and
-// returns an exit status (cli/exit_status.h).
+// The commands of qvx. Each does its work on one web (`check` on one after another), says what went
+// wrong on standard error and returns an exit status (cli/exit_status.h).
 #pragma once
 
 #include "cli/command_line.h"

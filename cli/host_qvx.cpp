@@ -15,15 +15,13 @@
 #include <cstring>
 #include <iterator>
 
-namespace {
-
 constexpr ErrorCode k_cannot_write_output = -9;
 
 // The messages that are about a file function that failed.
 constexpr ErrorCode k_file_errors[] = {k_cannot_open_web, k_cannot_write_web, k_cannot_read_web,
                                        k_cannot_open_output, k_cannot_write_output};
 
-struct Host {
+static struct Host {
     const char *file;       // named in messages
     const char *selection;  // of the active pane
     uint8_t newline;        // of the console; 0: bytes as they come
@@ -33,9 +31,9 @@ struct Host {
     bool holds_messages;
     const char *held_message;
     const char *held_reason;
-};
+} host = {"", "", 0, 0, false, 0, false, "", ""};
 
-Host host{"", "", 0, 0, false, 0, false, "", ""};
+namespace {
 
 bool is_file_error(const char *text) {
     return std::any_of(std::begin(k_file_errors), std::end(k_file_errors),
@@ -49,7 +47,7 @@ void print_message(const char *text, const char *reason) {
 }
 
 const char *reason_of(int error) {
-    return error == 0 ? "" : std::strerror(error);
+    return error == 0 ? "" : strerror(error);
 }
 
 void note_lost_output(bool lost) {

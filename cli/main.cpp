@@ -14,19 +14,19 @@
 #include <algorithm>
 #include <map>
 
-namespace {
-
 using CommandFunction = int (*)(const CommandLine &line);
 
 // The command that was asked for and its exit status, outside of every frame that the arena's
 // recovery may leave.
-struct Run {
+static struct Run {
     CommandLine line;
     std::string type;  // the words for line.type and line.newline
     std::string newline;
     CommandFunction function = nullptr;
     int status = k_exit_done;
 } run;
+
+namespace {
 
 constexpr const char *k_version = "qvx " QUORVANE_VERSION;
 
@@ -148,10 +148,9 @@ void add_report(CLI::App *app) {
     });
 }
 
-// ---- Names in brackets
-// ----------------------------------------------------------------------------- Where several
-// values may come, the parser takes "[a,b]" for two. A guard in front of it makes it one; it is
-// taken away again behind the parser.
+// ---- Names in brackets --------------------------------------------------------------------------
+// Where several values may come, the parser takes "[a,b]" for two. A guard in front of it makes it
+// one; it is taken away again behind the parser.
 
 constexpr char k_guard = '\1';
 

@@ -11,13 +11,11 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr uint32_t k_arena_chars = k_block_count * k_text_block_chars;
 
-struct NewText {
-    std::string bytes;
-} text;
+static struct NewText { std::string bytes; } text;
+
+namespace {
 
 int refuse_with(const char *message, int status) {
     host_message(message);
@@ -34,7 +32,7 @@ int read_from(FILE *file) {
     char bytes[1024];
     size_t n = 0;
     while ((n = fread(bytes, 1, sizeof bytes, file)) > 0) {
-        if (std::memchr(bytes, 0, n) != nullptr) {
+        if (memchr(bytes, 0, n) != nullptr) {
             return refuse_with("a text cannot hold NUL characters", k_exit_refused);
         }
         text.bytes.append(bytes, n);
@@ -42,7 +40,7 @@ int read_from(FILE *file) {
             return refuse_with(error_message(k_out_of_memory), k_exit_memory);
         }
     }
-    return std::ferror(file) == 0 ? k_exit_done : fail_with("cannot be read");
+    return ferror(file) == 0 ? k_exit_done : fail_with("cannot be read");
 }
 
 }  // namespace

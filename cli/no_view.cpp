@@ -6,14 +6,13 @@
 #include "core/host_view.h"
 #include "web/trail.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <string>
 
 namespace {
 
 [[noreturn]] void not_without_view(const char *function) {
-    fprintf(stderr, "%s(): this program has no view: who called it?\n", function);
-    abort();
+    const std::string what = std::string(function) + "(): this program has no view";
+    check_failed(what.c_str());
 }
 
 }  // namespace

@@ -19,12 +19,8 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-constexpr uint32_t k_lock_milliseconds = 10000;
-
 // The web at hand and what became of it. Not locals: reading and writing allocate.
-struct WebFile {
+static struct WebFile {
     FILE *file;
     int result;
     const char *path;  // to save to
@@ -32,9 +28,11 @@ struct WebFile {
     bool will_save;
     Fingerprint last;       // of the file that was read to be saved again
     std::string last_path;  // and its path
-};
+} web_file;
 
-WebFile web_file;
+namespace {
+
+constexpr uint32_t k_lock_milliseconds = 10000;
 
 void read_body(void *) {
     web_file.result = web_read(web_file.file);
@@ -89,10 +87,10 @@ bool is_standard_stream(const char *name) {
     return strcmp(name, "-") == 0;
 }
 
-bool same_file(const char *one, const char *other) {
+bool same_file(const char *first, const char *second) {
     std::error_code error;
-    const char *path = is_standard_stream(one) ? k_standard_input_path : one;
-    return fs::equivalent(path_of(path), path_of(other), error);
+    const char *path = is_standard_stream(first) ? k_standard_input_path : first;
+    return fs::equivalent(path_of(path), path_of(second), error);
 }
 
 int web_lock(const char *name, bool must_exist) {

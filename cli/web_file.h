@@ -1,13 +1,12 @@
 // Webs from and to the files that the command line names; "-" is standard input or output.
-//
-// Both functions say what went wrong and return an exit status.
+// What returns an int is an exit status, and says itself what went wrong.
 #pragma once
 
 bool is_standard_stream(const char *name);
 
 // True when both paths lead to one file that exists, however they are spelled. The first may be "-"
 // for what standard input comes from, where the system tells.
-bool same_file(const char *one, const char *other);
+bool same_file(const char *first, const char *second);
 
 // Keeps other runs of qvx from changing the file until this one ends; called before a web is read
 // that will be written again. Waits up to ten seconds for another run. A standard stream needs no

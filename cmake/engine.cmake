@@ -40,8 +40,8 @@ add_library(quorvane_engine OBJECT
     program/recovery.cpp)
 target_link_libraries(quorvane_engine PUBLIC quorvane_warnings quorvane_portable)
 
-# Engines that only tests run overwrite what is in a block when it is released.
-if(QUORVANE_SANITIZE OR QUORVANE_COVERAGE)
+# Engines that only tests run, and debug builds, overwrite what is in a block when it is released.
+if(QUORVANE_SANITIZE OR QUORVANE_COVERAGE OR CMAKE_BUILD_TYPE STREQUAL "Debug")
     target_compile_definitions(quorvane_engine PRIVATE QUORVANE_SPOIL_RELEASED)
 endif()
 

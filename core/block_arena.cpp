@@ -11,9 +11,7 @@
 // Block 0 is never handed out and handle 10,000 is: the storage holds both.
 uint8_t arena_blocks[(k_block_count + 1) * k_block_size];
 
-namespace {
-
-struct Arena {
+static struct Arena {
     BlockHandle free_head;
     uint16_t low_memory;
     uint16_t free_count;
@@ -27,6 +25,8 @@ struct Arena {
     bool fault_for_ever;
     bool taken[k_block_count + 1];  // by handle: not on the free chain
 } arena;
+
+namespace {
 
 bool is_taken(BlockHandle h) {
     return h <= k_block_count && arena.taken[h];
@@ -78,7 +78,8 @@ BlockHandle take_block(uint8_t type) {
     return h;
 }
 
-// In test builds whoever still looks at what he released finds handles that are out of range.
+// With QUORVANE_SPOIL_RELEASED whoever still looks at what he released finds handles that are out
+// of range.
 void spoil([[maybe_unused]] BlockHandle h) {
 #ifdef QUORVANE_SPOIL_RELEASED
     memset(block_ptr(h) + k_block_payload_at, 0xDD, k_block_payload_size);

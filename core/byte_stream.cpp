@@ -5,13 +5,13 @@
 
 #include <cstring>
 
-namespace {
-
 // Reads and writes until one fails; negative: never.
-struct Faults {
+static struct Faults {
     int32_t read_countdown;
     int32_t write_countdown;
 } faults = {-1, -1};
+
+namespace {
 
 bool read_fault_due() {
     if (faults.read_countdown < 0) {

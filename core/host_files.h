@@ -1,7 +1,8 @@
 // What the engine asks of the program around it, three of three: files, and which of them.
 //
 //   by path        every program: platform/replace.cpp (file_replace_..., file_keep,
-//                  file_kept_path) and platform/posix/system.cpp or platform/windows/system.cpp
+//                  file_kept_path) and platform/posix/system.cpp, platform/windows/system.cpp or
+//                  platform/handheld/system.cpp
 //   which file     Quorvane.exe: shell/dialogs/file_dialogs.cpp; qvx and bench/: cli/host_qvx.cpp
 //                  (file_read_mode) and cli/no_view.cpp; engine tests: tests/engine/recorder.cpp
 //

@@ -1,11 +1,11 @@
 // What the engine asks of the program around it, one of three: messages, questions, and what goes
 // on while output runs. Each program defines these functions and the linker joins them:
 //
-//   Quorvane.exe   shell/status_line.cpp, shell/output_host.cpp, shell/main.cpp (end_program),
-//                  shell/dialogs/message_boxes.cpp, shell/dialogs/cellname.cpp
+//   Quorvane.exe   shell/status_line.cpp, shell/output_host.cpp, shell/main.cpp (end_program,
+//                  check_failed), shell/dialogs/message_boxes.cpp, shell/dialogs/cellname.cpp
 //   qvx, bench/    cli/host_qvx.cpp; what neither a console nor a file can answer: cli/no_view.cpp
 //   engine tests   tests/engine/recorder.cpp
-//   shell tests    as Quorvane.exe, but end_program() is in tests/shell/shell_test.cpp
+//   shell tests    as Quorvane.exe, but for tests/shell/shell_test.cpp (end_program, check_failed)
 //
 // Strings are 8-bit (UTF-8 where they leave the web), zero-terminated, and belong to the caller for
 // the length of the call unless a function says otherwise.

@@ -1,11 +1,11 @@
 // What the engine asks of the program around it, two of three: the text pane, the cell list, the
 // console, the caption. Each program defines these functions and the linker joins them:
 //
-//   Quorvane.exe   shell/panes/text_pane.cpp (store_text_pane, refresh_..., hide_text_caret),
+//   Quorvane.exe   shell/panes/text_pane.cpp (store_text_pane, hide_text_caret),
 //                  shell/panes/selection.cpp (selected_text), shell/panes/styles.cpp
 //                  (configure_panes, refresh_cellname_list), shell/panes/console_pane.cpp,
-//                  shell/cell_list.cpp, shell/views.cpp (show_cell_list), shell/main_window.cpp
-//                  (set_window_title)
+//                  shell/cell_list.cpp, shell/views.cpp (show_cell_list, refresh_current_view,
+//                  refresh_views), shell/main_window.cpp (set_window_title)
 //   qvx, bench/    cli/host_qvx.cpp (selected_text and the console), the rest cli/no_view.cpp
 //   engine tests   tests/engine/recorder.cpp
 //

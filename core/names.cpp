@@ -10,11 +10,15 @@ bool is_digit(char ch) {
     return ch >= '0' && ch <= '9';
 }
 
-void cellname_normalise(char *buffer) {
-    const char *start = buffer;
-    while (*start != 0 && !is_letter(*start)) {
-        ++start;
+const char *cellname_start(const char *s) {
+    while (*s != 0 && !is_letter(*s)) {
+        ++s;
     }
+    return s;
+}
+
+void cellname_normalise(char *buffer) {
+    const char *start = cellname_start(buffer);
     size_t length = strlen(start);
     if (length > k_cellname_max) {
         length = k_cellname_max;

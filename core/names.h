@@ -9,6 +9,9 @@ constexpr uint32_t k_cellname_max = 48;  // characters; buffers hold one more
 bool is_letter(char ch);
 bool is_digit(char ch);
 
+// Where the first letter of a string stands; its end when there is none.
+const char *cellname_start(const char *s);
+
 // Makes a typed word into a cellname, in place: characters before the first letter go, and what is
 // longer than 48 characters is cut. Nothing is ever removed from the end.
 void cellname_normalise(char *buffer);

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <cstring>
 
-namespace {
-
 constexpr uint8_t k_max_digits = 18;  // that number_format() takes
 constexpr uint8_t k_max_digits_in_force = 15;
 constexpr uint8_t k_fallback_digits = 2;
@@ -39,6 +37,8 @@ static struct Numbers {
     uint32_t words[k_words];
     char text[k_integer_digits + k_max_digits + 8];
 } numbers;
+
+namespace {
 
 // "-", the digits with their point, and the end; an exponent takes five and comes with one digit
 // before the point.

@@ -5,14 +5,12 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace {
-
 // Texts that are read as numbers come from buffers of this size at most.
 constexpr size_t k_longest_number = 4095;
 
-struct Scratch {
-    char number[k_longest_number + 1];
-} scratch;
+static struct NumberParse { char number[k_longest_number + 1]; } scratch;
+
+namespace {
 
 bool is_blank(char ch) {
     return ch == ' ' || (ch >= '\t' && ch <= '\r');

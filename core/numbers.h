@@ -31,8 +31,8 @@ void int16_format(int32_t value, char *buffer);
 int number_parse(const char *text, double *value);
 
 // Writes the value under the format and returns the length, at most 24. A text that would be longer
-// is written in exponent form with the same digits. A kind above 2 leaves the buffer (25 bytes) as
-// it is and returns the length of what it holds.
+// is written in exponent form, with so many of the digits as then fit. A kind above 2 leaves the
+// buffer (25 bytes) as it is and returns the length of what it holds.
 uint32_t number_format(char *buffer, double value, const NumberFormat *format);
 
 // Corrects the record (kind above 2 becomes 2, digits above 15 become 2, width above 24 becomes

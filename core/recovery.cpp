@@ -12,18 +12,12 @@
 #define TAKE_RECOVERY_POINT(context) setjmp(context)
 #endif
 
-namespace {
-
 struct RecoveryPoint {
     jmp_buf context;
     RecoveryPoint *outer;
 };
 
-struct Recovery {
-    RecoveryPoint *innermost;
-} recovery;
-
-}  // namespace
+static struct Recovery { RecoveryPoint *innermost; } recovery;
 
 int recovery_run(void (*body)(void *argument), void *argument) {
     RecoveryPoint point;

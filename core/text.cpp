@@ -5,18 +5,18 @@
 
 #include <cstring>
 
-namespace {
-
-// The cursors are global: callers use one reader and one builder at a time.
-struct Reader {
+// Callers use one reader and one builder at a time.
+static struct Reader {
     BlockHandle block;
     uint32_t position;
 } reader;
 
-struct Builder {
+static struct Builder {
     BlockHandle head;
     BlockHandle tail;
 } builder;
+
+namespace {
 
 void set_used(BlockHandle h, uint32_t count) {
     block_ptr(h)[k_block_count_at] = static_cast<uint8_t>(count);
@@ -24,8 +24,8 @@ void set_used(BlockHandle h, uint32_t count) {
 
 // Appends as many of n bytes as the block has room for; returns how many.
 inline uint32_t append_to_block(BlockHandle h, const char *bytes, uint32_t n) {
-    const uint32_t used = block_used(h);
-    const uint32_t room = used < k_text_block_chars ? k_text_block_chars - used : 0;
+    const uint32_t used = block_used(h);  // never more than a block has room for
+    const uint32_t room = k_text_block_chars - used;
     const uint32_t taken = n < room ? n : room;
     copy_short(text_block_chars(h) + used, bytes, taken);
     set_used(h, used + taken);
@@ -311,6 +311,7 @@ void text_builder_put(char ch) {
 }
 
 void text_builder_put_run(const char *bytes, uint32_t n) {
+    CHECK(builder.tail != 0);
     uint32_t taken = append_to_block(builder.tail, bytes, n);
     while (taken < n) {
         taken += chain_extend(&builder.tail, k_block_text, bytes + taken, n - taken);

@@ -35,7 +35,7 @@ Layout measure(HWND dialog) {
         const RECT rect = place_in(dialog, control);
         layout.bottom = std::max(layout.bottom, rect.bottom);
         const LRESULT code = SendMessageW(control, WM_GETDLGCODE, 0, 0);
-        if (((code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0) &&
+        if ((code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0 &&
             (layout.lowest_button == nullptr || rect.bottom > layout.button.bottom)) {
             layout.lowest_button = control;
             layout.button = rect;
@@ -185,7 +185,7 @@ BOOL WINAPI SHInitDialog(SHINITDLGINFO *info) {
     if (GetWindowTextLengthW(dialog) == 0) {
         SetWindowTextW(dialog, L"Quorvane");
     }
-    if (((info->dwFlags & SHIDIF_DONEBUTTON) != 0) && lacks_ok_button(dialog)) {
+    if ((info->dwFlags & SHIDIF_DONEBUTTON) != 0 && lacks_ok_button(dialog)) {
         add_ok_button(dialog);
     }
     if ((info->dwFlags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN)) != 0) {

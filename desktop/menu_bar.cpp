@@ -1,3 +1,8 @@
+// SHCreateMenuBar() makes the bar from the resource that the handheld's shell reads: a row of
+// 16-bit words, of which each button has as many. The bar itself only has the buttons, each as wide
+// as its text or image. A press on a drop-down button comes back from the tool bar as a
+// notification and is handed to the pop-ups, which the mouse and the arrow keys then walk from
+// button to button.
 #include "desktop/menu_bar.h"
 
 #include "desktop/popups.h"
@@ -60,7 +65,7 @@ void add_button(HINSTANCE instance, const WORD *entry) {
     button.fsState = static_cast<BYTE>(entry[k_button_state]);
     button.fsStyle = static_cast<BYTE>(entry[k_button_style]);
     button.iString = -1;
-    if ((entry[k_button_text] != 0) && LoadStringW(instance, entry[k_button_text], text, 32) > 0) {
+    if (entry[k_button_text] != 0 && LoadStringW(instance, entry[k_button_text], text, 32) > 0) {
         button.iString = reinterpret_cast<INT_PTR>(text);
     }
     popups_add_button(entry[k_button_popup]);

@@ -26,7 +26,9 @@
 
 #include <commctrl.h>
 
-enum Stage { k_stage_framing, k_stage_hidden, k_stage_shown };
+#include <iterator>
+
+enum Stage { k_stage_framing, k_stage_hidden, k_stage_shown, k_stage_count };
 
 static struct AdoptedWindow {
     HWND window;
@@ -47,6 +49,7 @@ constexpr struct {
     {true, false},  // hidden
     {true, true},   // shown
 };
+static_assert(std::size(k_stages) == k_stage_count);
 
 struct Message {
     HWND window;
@@ -87,7 +90,7 @@ LRESULT on_place_asked_for(const Message &message) {
 
 LRESULT on_size(const Message &message) {
     if (!k_stages[adopted.stage].tells_size || message.wparam == SIZE_MINIMIZED ||
-        (IsIconic(message.window) != 0)) {
+        IsIconic(message.window) != 0) {
         return 0;
     }
     RECT rect;

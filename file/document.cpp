@@ -18,8 +18,6 @@
 #include <cstring>
 #include <string_view>
 
-namespace {
-
 constexpr uint32_t k_title_name_max = 10;  // characters of the display name in the caption
 constexpr uint32_t k_character_max = 4;    // bytes of a character in UTF-8
 constexpr uint32_t k_title_name_bytes = k_title_name_max * k_character_max;
@@ -46,6 +44,8 @@ static struct Document {
     Fingerprint last;     // of the file at the save path as it was read or written last
     Fingerprint damaged;  // of a file that could not be read whole, wherever it is saved to
 } document;
+
+namespace {
 
 static_assert(sizeof k_save_changes + k_path_max + sizeof k_question_mark - 1 <=
               sizeof document.question);

@@ -9,8 +9,6 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr uint32_t k_text_max = 4095;  // characters of a text that a note has
 
 static struct Watch {
@@ -21,6 +19,8 @@ static struct Watch {
     bool given[k_tag_count];  // the fields of the cell so far, and the options of the web
     char text[k_text_max + 1];
 } watch;
+
+namespace {
 
 void note(ReadFinding finding, int tag, uint32_t line, const char *text) {
     const ReadNote made = {finding, tag, line, text};
@@ -73,7 +73,7 @@ void note_unclosed() {
     }
 }
 
-void hear_opening(int tag) {
+void on_opening(int tag) {
     note_unclosed();
     if (!web_tag_groups(tag)) {
         watch.open = tag;
@@ -90,7 +90,7 @@ bool is_staged(BlockHandle name) {
     return false;
 }
 
-void hear_name() {
+void on_name() {
     const char *name = taken_text();
     memset(watch.given, 0, k_tag_odest);
     watch.named = true;
@@ -109,7 +109,7 @@ void hear_name() {
     }
 }
 
-void hear_field(int tag) {
+void on_field(int tag) {
     if (!watch.named) {
         if (!text_is_blank(token_text())) {
             note_tag(ReadFinding::element_before_name, tag, tokens_line());
@@ -122,7 +122,7 @@ void hear_field(int tag) {
     watch.given[tag] = true;
 }
 
-void hear_option(int tag) {
+void on_option(int tag) {
     if (watch.given[tag]) {
         note_tag(ReadFinding::option_given_again, tag, tokens_line());
     }
@@ -131,7 +131,7 @@ void hear_option(int tag) {
 }
 
 // Blanks and line ends behind the end mark belong to no web and hurt none.
-void hear_bytes_after_end() {
+void on_bytes_after_end() {
     for (;;) {
         const int c = web_in_byte();
         if (c == 0 && tokens_ended()) {
@@ -144,10 +144,10 @@ void hear_bytes_after_end() {
     }
 }
 
-void hear_end() {
+void on_end() {
     note_unclosed();
     if (!tokens_ran_out()) {
-        hear_bytes_after_end();
+        on_bytes_after_end();
     } else if (!tokens_ended()) {
         note_here(ReadFinding::nul_byte, "");
     } else if (tokens_had_tag() && !tokens_failed()) {
@@ -156,9 +156,9 @@ void hear_end() {
 }
 
 // An element may be closed by another one's tag, whose it then is.
-void hear_closing(int tag) {
+void on_closing(int tag) {
     if (tag == k_tag_eof) {
-        hear_end();
+        on_end();
         return;
     }
     if (web_tag_groups(tag)) {
@@ -170,21 +170,21 @@ void hear_closing(int tag) {
     }
     watch.open = 0;
     if (tag == k_tag_cname) {
-        hear_name();
+        on_name();
     } else if (is_field(web_tag_field(tag))) {
-        hear_field(web_tag_field(tag));
+        on_field(web_tag_field(tag));
     } else {
-        hear_option(tag);
+        on_option(tag);
     }
 }
 
-void hear_begin() {
+void on_begin() {
     watch.open = 0;
     watch.named = false;
     memset(watch.given, 0, sizeof watch.given);
 }
 
-constexpr ReadWatch k_watch = {note_here, hear_begin, hear_opening, hear_closing};
+constexpr ReadWatch k_watch = {note_here, on_begin, on_opening, on_closing};
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// What a file holds that reading would lose or change, as somebody hears it who asks; for
-// `qvx check`. Reading with an observer goes tag by tag and does the same to the web.
+// What a file holds that reading would lose or change, as it is told to somebody who asks; for
+// `qvx check`. Reading with an observer does the same to the web.
 #pragma once
 
 #include "file/read_finding.h"

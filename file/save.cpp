@@ -7,8 +7,6 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr const char *k_web_end = "</eof>";
 constexpr long k_web_end_bytes = 6;
 
@@ -22,6 +20,8 @@ static struct Save {
     char message[512];
     uint8_t bytes[2048];
 } save;
+
+namespace {
 
 // A web file that ends in its end mark was written whole.
 bool is_whole(const char *path) {
@@ -47,8 +47,8 @@ Fingerprint fingerprint_at(const char *path) {
     return print;
 }
 
-bool is_same(const Fingerprint &one, const Fingerprint &other) {
-    return one.length == other.length && one.checksum == other.checksum;
+bool is_same(const Fingerprint &a, const Fingerprint &b) {
+    return a.length == b.length && a.checksum == b.checksum;
 }
 
 // Says that `what`, which is kept in a file of its own, is there. A path that does not fit is shown

@@ -29,8 +29,9 @@ bool web_file_changed(const char *path, const Fingerprint &last);
 // Writes the web to the path in one step. With `keep_old` what is there now is kept beside it as
 // PATH.bad, for good, when all of the web has been written; it is cleared then. Returns 0 and the
 // new fingerprint; -3 when the path cannot be written, or the old bytes cannot be kept; -4 when
-// writing failed. Failures have been shown, and the file is then the old one. Leaves through the
-// recovery point when a value that has no text yet finds no block.
+// writing failed. Failures have been shown, and the file is then the old one, or what a failed save
+// in place made of it, with the old bytes kept beside it. Leaves through the recovery point when a
+// value that has no text yet finds no block.
 int save_web_file(const char *path, bool *keep_old, Fingerprint *written);
 
 // Gives up a save that was left by a jump. Part of recovery.

@@ -13,8 +13,6 @@
 #include "web/option_text.h"
 #include "web/value.h"
 
-namespace {
-
 // A cell that was read and waits for the end of the file: a node block outside the index. They are
 // linked in file order through their right child fields.
 using StagedCell = CellHandle;
@@ -26,6 +24,8 @@ static struct Staging {
     bool in_order;  // each name sorts after the one before it
     bool finished;  // the last reading came to an end of the file
 } staging;
+
+namespace {
 
 StagedCell staged_next(StagedCell cell) {
     return node_right(cell);
@@ -224,11 +224,6 @@ int web_apply_close_tag(int tag) {
         return 0;
     }
     switch (tag) {
-    case k_tag_eof:
-    case k_tag_cell:
-    case k_tag_opts:
-        tokens_drop_text();
-        return 0;
     case k_tag_cname:
         return apply_cname();
     case k_tag_text:
@@ -242,7 +237,11 @@ int web_apply_close_tag(int tag) {
         apply_field(cell_script, cell_set_script);
         return 0;
     default:
-        apply_option(tag);
+        if (web_tag_groups(tag)) {
+            tokens_drop_text();
+        } else {
+            apply_option(tag);
+        }
         return 0;
     }
 }

@@ -49,7 +49,15 @@ constexpr void put_tag_name(WebTagNames *names, int tag, const char *name) {
 }
 
 constexpr WebTagNames make_tag_names() {
-    WebTagNames names = {{"eof", "cell", "cname", "text", "val", "form", "script", "opts"}};
+    WebTagNames names = {};
+    put_tag_name(&names, k_tag_eof, "eof");
+    put_tag_name(&names, k_tag_cell, "cell");
+    put_tag_name(&names, k_tag_cname, "cname");
+    put_tag_name(&names, k_tag_text, "text");
+    put_tag_name(&names, k_tag_val, "val");
+    put_tag_name(&names, k_tag_form, "form");
+    put_tag_name(&names, k_tag_script, "script");
+    put_tag_name(&names, k_tag_opts, "opts");
     put_tag_name(&names, k_tag_scrfont, "scrfont");
     put_tag_name(&names, k_tag_statwin, "statwin");
 #define SAVED_OPTION(type, name, ...) put_tag_name(&names, k_tag_##name, #name);

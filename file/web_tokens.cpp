@@ -5,16 +5,12 @@
 #include "core/text.h"
 #include "file/web_tags.h"
 
-namespace {
-
-constexpr uint32_t k_name_max = 31;  // characters of a tag's or an entity's name that count
-
 static struct Tokens {
     ByteInput input;
     BlockHandle text;
-    bool line_end_held;                       // the text is CR LF, which is not in its block yet
-    char name[k_name_max + 1 + k_word_size];  // of the tag or entity; with room for a word
-    uint32_t name_length;                     // k_name_max + 1 stands for more
+    bool line_end_held;  // the text is CR LF, which is not in its block yet
+    char name[k_markup_name_max + 1 + k_word_size];  // of the tag or entity; with room for a word
+    uint32_t name_length;                            // k_markup_name_max + 1 stands for more
     int tag_index;
     int sign;      // +1 opening, -1 closing
     int opened;    // the opening tag passed last on the way to this one; 0 is none
@@ -24,6 +20,8 @@ static struct Tokens {
     uint32_t line;
     const ReadWatch *watch;
 } tokens;
+
+namespace {
 
 // Where in the input the tokenizer is. Behind a tag that the web knows, and at the end, the token
 // is complete.
@@ -54,15 +52,15 @@ void put_text(const char *bytes, uint32_t n) {
 // Appends n bytes (at least one), behind which those of a word can be read.
 inline void append_to_name(const char *bytes, uint32_t n) {
     uint32_t length = tokens.name_length;
-    for (uint32_t i = 0; i < n && length + i < k_name_max; i += k_word_size) {
+    for (uint32_t i = 0; i < n && length + i < k_markup_name_max; i += k_word_size) {
         store(tokens.name + length + i, load<Word>(bytes + i));
     }
     length += n;
-    tokens.name_length = length <= k_name_max ? length : k_name_max + 1;
+    tokens.name_length = length <= k_markup_name_max ? length : k_markup_name_max + 1;
 }
 
 uint32_t kept_of_name() {
-    return tokens.name_length < k_name_max ? tokens.name_length : k_name_max;
+    return tokens.name_length < k_markup_name_max ? tokens.name_length : k_markup_name_max;
 }
 
 uint64_t name_read() {
@@ -78,7 +76,7 @@ void tell(ReadFinding finding) {
 
 // A name that means nothing becomes text, as much of it as was kept.
 void put_name(ReadFinding finding, ReadFinding finding_when_cut) {
-    const bool cut = tokens.name_length > k_name_max;
+    const bool cut = tokens.name_length > k_markup_name_max;
     tokens.lost |= cut;
     tell(cut ? finding_when_cut : finding);
     put_text(tokens.name, kept_of_name());

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+constexpr uint32_t k_markup_name_max = 31;  // characters of a tag's or an entity's name that count
+
 // Begins a read of a file that is open at its start.
 void tokens_begin(FILE *file);
 

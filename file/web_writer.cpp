@@ -13,9 +13,9 @@
 
 #include <cstring>
 
-namespace {
-
 static struct Writer { ByteOutput bytes; } writer;
+
+namespace {
 
 int write_string(const char *s) {
     return byte_output_write(&writer.bytes, s, static_cast<uint32_t>(strlen(s)));

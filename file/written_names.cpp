@@ -4,8 +4,6 @@
 #include "core/text.h"
 #include "web/index.h"
 
-namespace {
-
 // All numbers have as many digits and each is tried once, so no two numbered names are alike. A
 // cell with so long a name has three blocks and uses up two numbers at most: the one that it gets,
 // and one that ends its name already.
@@ -22,6 +20,8 @@ static struct WrittenNames {
     uint32_t number;     // given last
     CutName name;
 } names;
+
+namespace {
 
 // In the order of the index.
 int compare(const CutName *x, const CutName *y) {

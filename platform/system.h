@@ -1,4 +1,5 @@
-// What platform/replace.cpp needs of a system. platform/posix/ and platform/windows/ define it.
+// What platform/replace.cpp needs of a system. platform/posix/, platform/windows/ and
+// platform/handheld/ define it.
 //
 // Paths are UTF-8 and zero-terminated. A function that fails leaves the reason in errno. Their
 // names are plain, so that a test can have the linker put its own before them.
@@ -24,10 +25,10 @@ extern "C" {
 // bytes).
 FileKind system_look(const char *path, char *target);
 
-// Makes a new file, open for reading and writing, that exists nowhere yet. With a `model` (a path)
-// it has the permissions and the owner of the file there before a byte goes in; where the owner
-// cannot be kept it is null, or, without `exactly`, private to this user. Without a model it is as
-// new files are. Null leaves nothing behind.
+// Makes a new file, open for reading and writing, that exists nowhere yet. Without a `model` (a
+// path) it is as new files are. With one and `exactly` it has the owner and the rights of the file
+// there before a byte goes in, or it is null; without `exactly` it may be private to this user
+// instead. Null leaves nothing behind.
 FILE *system_create(const char *path, const char *model, bool exactly);
 
 // The same in the system's folder for temporary files, private to this user; its path goes into

@@ -1,8 +1,9 @@
 // The commands of the File menu. Each stores the text pane first, does what file/document.h says,
-// shows the current cell again afterwards, and leaves a web that counts as unchanged whatever
-// happened, except
-// where the pane's text did not fit into the web that was saved. They return what the document's
-// operation returned; while output is under way they are refused with -13.
+// shows the current cell again, and leaves a web that counts as unchanged even where it failed.
+// Two things are otherwise: a user who keeps another program's file (k_left_alone) keeps the
+// changes too, and where the pane's text does not fit, a save leaves it in the pane, which is not
+// shown anew, and the web counts as changed. They return what the document's operation returned;
+// while output is under way they are refused with k_output_in_use.
 #pragma once
 
 int doc_command_new();

@@ -13,8 +13,6 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr uint32_t k_console_line = 48;  // characters sent to the console at a time
 constexpr char k_default_name[] = ".\\Output";
 constexpr char k_suffix[] = ".txt";
@@ -38,6 +36,8 @@ static struct Output {
     char name[k_output_name_max + 1];
     char text[k_scanned_text_max + 1];
 } output;
+
+namespace {
 
 // A dot in a folder's name does not count.
 bool has_suffix(const char *name) {

@@ -68,14 +68,6 @@ bool needs_all_links() {
     return option_rtype() == k_report_inptr;
 }
 
-CellHandle first_live() {
-    return first_live_cell();
-}
-
-CellHandle next_live(CellHandle cell) {
-    return next_live_cell(cell);
-}
-
 ErrorCode run_chosen_report() {
     if (option_rtype() == k_report_trail) {
         return report_trail();
@@ -149,8 +141,8 @@ ErrorCode report_out_pointers(CellHandle cell) {
 ErrorCode report_in_pointers(CellHandle cell) {
     ErrorCode code = name_line("", cell);
     const int32_t number = cell_number_of(cell);
-    for (CellHandle from = first_live(); from != 0 && code == 0 && !output_aborted();
-         from = next_live(from)) {
+    for (CellHandle from = first_live_cell(); from != 0 && code == 0 && !output_aborted();
+         from = next_live_cell(from)) {
         if (link_list_names(cell_out_pointers(from), number)) {
             code = name_line("    <", from);
         }
@@ -175,8 +167,8 @@ ErrorCode report_all_cells() {
         links_build_all();
     }
     ErrorCode code = 0;
-    for (CellHandle cell = first_live(); cell != 0 && code == 0 && !output_aborted();
-         cell = next_live(cell)) {
+    for (CellHandle cell = first_live_cell(); cell != 0 && code == 0 && !output_aborted();
+         cell = next_live_cell(cell)) {
         code = report_cell(cell);
     }
     if (needs_links()) {

@@ -3,9 +3,11 @@
 
     make_images.py bitmap SOURCE.txt OUTPUT.bmp
     make_images.py icon OUTPUT.ico PNG...
+    make_images.py plain_icon OUTPUT.ico PNG...
 
 The bitmap has 16 colours, because only such a one follows the system's colours on a bar. The icon
-keeps its images as PNG, which takes a fraction of plain bitmaps.
+keeps its images as PNG, which takes a fraction of plain bitmaps; a plain one, for systems that know
+nothing else, has bitmaps of 16 colours, transparent where the picture is less than half there.
 """
 
 import collections
@@ -115,23 +117,58 @@ def deflate(raw):
 
 
 def small_png(size, rows):
-    raw = b"".join(b"\0" + row for row in few_colours(rows))
+    raw = b"".join(b"\0" + row for row in rows)
     header = struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)
     return (b"\x89PNG\r\n\x1a\n" + png_chunk(b"IHDR", header) +
             png_chunk(b"IDAT", deflate(raw)) + png_chunk(b"IEND", b""))
 
 
-def make_icon(output, sources):
+def bits_of(rows):
+    """Rows of true and false as a bitmap's mask, bottom first, each row padded to whole words."""
+    data = b""
+    for row in reversed(rows):
+        bits = "".join("1" if one else "0" for one in row).ljust((len(row) + 31) // 32 * 32, "0")
+        data += int(bits, 2).to_bytes(len(bits) // 8, "big")
+    return data
+
+
+def plain_bitmap(size, rows):
+    """The picture as a bitmap of 16 colours, the first of which is black, and the mask of what is not
+    there, where it is black."""
+    pixels = [[row[x:x + 4] for x in range(0, len(row), 4)] for row in rows]
+    clear = [[pixel[3] < 128 for pixel in row] for row in pixels]
+    colours = sorted({pixel[:3] for row in pixels for pixel in row if pixel[3] >= 128})
+    index = {colour: number for number, colour in enumerate(colours, 1)}
+    if len(colours) > 15:
+        sys.exit("an icon image has at most 15 colours")
+    palette = bytes(4) + b"".join(bytes((*reversed(colour), 0)) for colour in colours)
+    body = b""
+    for row, holes in zip(reversed(pixels), reversed(clear)):
+        places = [0 if gone else index[pixel[:3]] for pixel, gone in zip(row, holes)]
+        line = bytes(high << 4 | low for high, low in zip(places[::2], places[1::2]))
+        body += line + bytes(-len(line) % 4)
+    mask = bits_of(clear)
+    header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 4, 0, len(body) + len(mask), 0, 0,
+                         16, 0)
+    return header + palette.ljust(64, b"\0") + body + mask
+
+
+# (what makes an image, the bits a pixel that the directory states)
+IMAGE_KINDS = {"icon": (small_png, 32), "plain_icon": (plain_bitmap, 4)}
+
+
+def make_icon(kind, output, sources):
+    make_image, depth = IMAGE_KINDS[kind]
     images = []
     for source in sources:
         with open(source, "rb") as file:
             size, rows = read_png(file.read())
-        images.append((size, small_png(size, rows)))
+        images.append((size, make_image(size, few_colours(rows))))
     offset = 6 + 16 * len(images)
     with open(output, "wb") as file:
         file.write(struct.pack("<HHH", 0, 1, len(images)))
         for size, data in images:
-            file.write(struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, 32, len(data),
+            file.write(struct.pack("<BBBBHHII", size % 256, size % 256, 0, 0, 1, depth, len(data),
                                    offset))
             offset += len(data)
         for _, data in images:
@@ -141,8 +178,8 @@ def make_icon(output, sources):
 def main(arguments):
     if len(arguments) == 3 and arguments[0] == "bitmap":
         make_bitmap(arguments[1], arguments[2])
-    elif len(arguments) > 2 and arguments[0] == "icon":
-        make_icon(arguments[1], arguments[2:])
+    elif len(arguments) > 2 and arguments[0] in IMAGE_KINDS:
+        make_icon(*arguments[:2], arguments[2:])
     else:
         sys.exit(__doc__)
 

@@ -1,117 +1,107 @@
 #!/usr/bin/env python3
-"""Holds what the program calls against the lists in handheld/.
+"""Holds what the handheld's files import against the lists in handheld/.
 
-    check_imports.py BUILD    BUILD: the windows build's folder
+    check_imports.py FILE...           one line for each fault, exit status 1 if any
+    check_imports.py --list FILE...    prints the imports of each file
 
-The lists, one a library of the handheld, name the functions that the program may import there. The
-engine's and the shell's objects are made for desktop Windows, so a call that only a desktop has
-shows as a name that no list holds. A name in a list that nothing calls is a fault too.
+The lists, one a library of the handheld, name the functions that the program may import there: by
+name, or by ordinal where the library exports no name. A name in a list that no file imports is a
+fault too.
 """
 
-import json
 import pathlib
 import re
-import subprocess
+import struct
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-TOOLS = "x86_64-w64-mingw32-"
-
-# What this compiler's headers and 64 bits make of a function that the handheld has by another name.
-HANDHELD_NAMES = {
-    "_setjmp": "setjmp",
-    "__intrinsic_setjmpex": "setjmp",
-    "__mingw_vsprintf": "sprintf",
-    "__mingw_sprintf": "sprintf",
-    "__mingw_vsnprintf": "_snprintf",
-    "__mingw_snprintf": "_snprintf",
-    "__mingw_vsscanf": "sscanf",
-    "__mingw_vfprintf": "fprintf",
-    "SetWindowLongPtrW": "SetWindowLongW",
-    "GetWindowLongPtrW": "GetWindowLongW",
-}
 
 # Calls that a compiler makes or drops as it likes.
 COMPILERS_OWN = {"memcpy", "memmove", "memset", "memcmp"}
 
-# What each of the two platforms defines for itself, besides what platform/ holds: declared in
-# desktop/frame.h.
-SEAM = {"desktop_idle()"}
-
-REASONS = {
-    "___chkstk_ms": "a stack frame of a page or more",
-    "__gxx_personality_seh0": "exceptions",
-    "__cxa_guard_acquire": "a static that is made on first use",
-}
-
 
 def read_lists():
-    """Returns {name: list file}."""
+    """Returns {(library, name or ordinal): name}."""
     names = {}
     for path in sorted((ROOT / "handheld").glob("*.def")):
+        library = None
         for line in path.read_text(encoding="ascii").splitlines():
-            match = re.fullmatch(r"\s+(\w+)(\s+@\d+ NONAME)?", line)
-            if match and match[1] in names:
-                sys.exit(f"{match[1]} stands in {names[match[1]]} and in {path.name}")
-            if match:
-                names[match[1]] = path.name
+            match = re.fullmatch(r"\s+(\w+)(?:\s+@(\d+) NONAME)?", line)
+            if line.startswith("LIBRARY "):
+                library = line.split()[1]
+            elif match:
+                names[library, int(match[2]) if match[2] else match[1]] = match[1]
     return names
 
 
-def list_objects(build, folder):
-    """The objects that the build makes now; older ones may lie beside them."""
-    commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
-    outputs = (re.search(r" -o (\S+\.obj) ", one["command"]) for one in commands)
-    return [build / one[1] for one in outputs if one and one[1].startswith(folder)]
+class Image:
+    """A PE file of 32 bits, as far as its imports go."""
+
+    def __init__(self, path):
+        self.data = path.read_bytes()
+        start, = struct.unpack_from("<I", self.data, 60)
+        sections, = struct.unpack_from("<H", self.data, start + 6)
+        optional, = struct.unpack_from("<H", self.data, start + 20)
+        self.imports_at, = struct.unpack_from("<I", self.data, start + 24 + 104)
+        self.sections = [struct.unpack_from("<4I", self.data, start + 24 + optional + 40 * i + 8)
+                         for i in range(sections)]
+
+    def place(self, rva):
+        for _, address, size, offset in self.sections:
+            if address <= rva < address + size:
+                return rva - address + offset
+        raise ValueError(f"{rva:#x} is in no section")
+
+    def text(self, rva):
+        start = self.place(rva)
+        return self.data[start:self.data.index(b"\0", start)].decode("ascii")
+
+    def words(self, rva):
+        """The words there, up to a zero."""
+        for at in range(self.place(rva), len(self.data), 4):
+            word, = struct.unpack_from("<I", self.data, at)
+            if word == 0:
+                return
+            yield word
+
+    def imports(self):
+        """Yields (library without .dll, name or ordinal)."""
+        at = self.place(self.imports_at)
+        while True:
+            lookup, _, _, name, addresses = struct.unpack_from("<5I", self.data, at)
+            if addresses == 0:
+                return
+            library = self.text(name).removesuffix(".dll")
+            for word in self.words(lookup):
+                yield library, word & 0xFFFF if word >> 31 else self.text(word + 2)
+            at += 20
 
 
-def read_objects(objects):
-    """Returns (names that the objects define, {name they miss: an object that does})."""
-    defined, missing = set(), {}
-    # Named as what they are, they are not asked for what they hold for the link as one piece.
-    command = [TOOLS + "nm", "--target=pe-x86-64", "-A", "-P", *objects]
-    output = subprocess.run(command, capture_output=True, text=True,
-                            check=True).stdout if objects else ""
-    for line in output.splitlines():
-        place, name, kind = line.rsplit(":", 1)[0], *line.rsplit(":", 1)[1].split()[:2]
-        if kind == "U":
-            missing.setdefault(name.removeprefix("__imp_"), pathlib.Path(place).name)
-        elif kind.isupper() or kind in "wvu":
-            defined.add(name)
-    return defined, missing
-
-
-def plain_name(name):
-    """A C++ name as it is written, any other as the handheld spells it."""
-    if name.startswith("_Z"):
-        return subprocess.run([TOOLS + "c++filt", name], capture_output=True, text=True,
-                              check=True).stdout.strip()
-    return HANDHELD_NAMES.get(name, name)
+def print_imports(path, lists):
+    rows = sorted({(library, lists.get((library, name), str(name)))
+                   for library, name in Image(path).imports()})
+    print(f"{path.name}: {len(rows)} imports")
+    for library in sorted({library for library, _ in rows}):
+        print(f"  {library}: " + ", ".join(name for other, name in rows if other == library))
 
 
 def main(arguments):
-    if len(arguments) != 1:
+    paths = [pathlib.Path(name) for name in arguments if name != "--list"]
+    if not paths:
         sys.exit(__doc__)
-    build = pathlib.Path(arguments[0])
     lists = read_lists()
-    defined, missing = read_objects(list_objects(build, "CMakeFiles/quorvane_engine.dir/"))
-    if not defined:
-        sys.exit("there are no objects of the engine")
-    shell_defined, shell_missing = read_objects(list_objects(build, "shell/CMakeFiles/"))
-    defined |= shell_defined
-    missing = shell_missing | missing
-    of_the_system, _ = read_objects(list_objects(build, "platform/CMakeFiles/quorvane_platform.dir/"))
-    defined |= of_the_system
+    if "--list" in arguments:
+        for path in paths:
+            print_imports(path, lists)
+        return
     used, faults = set(), []
-    for name, place in sorted(missing.items()):
-        plain = plain_name(name)
-        if name in defined or plain in SEAM:
-            continue
-        used.add(plain)
-        if plain not in lists:
-            faults.append(f"{place}: {REASONS.get(plain, plain)}: not in handheld/")
-    for name in sorted(set(lists) - used - COMPILERS_OWN):
-        faults.append(f"handheld/{lists[name]}: nothing calls {name}")
+    for path in paths:
+        imports = set(Image(path).imports())
+        used |= imports
+        faults += [f"{path.name}: {library} {name}: not in handheld/"
+                   for library, name in sorted(imports - set(lists), key=str)]
+    faults += [f"handheld/: nothing imports {lists[row]}"
+               for row in sorted(set(lists) - used, key=str) if lists[row] not in COMPILERS_OWN]
     print("\n".join(faults))
     sys.exit(1 if faults else 0)
 

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the engine, qvx, platform/, desktop/ and the shell, each file once for what it
-reads.
+"""Runs clang-tidy over the engine, qvx, platform/, desktop/, handheld/ and the shell, each file once for
+what it reads.
 
     check_tidy.py STAMPS    STAMPS: the folder that remembers which bytes were clean
 
 A file is looked at again when it, a header that it includes or the settings have changed. Needs the
-compile commands of both builds.
+compile commands of the three builds.
 """
 
 import concurrent.futures
@@ -19,6 +19,8 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 NATIVE = ("core", "web", "report", "file", "program", "cli", "platform")
 WINDOWS = ("desktop", "shell", "platform/windows")
+HANDHELD = ("handheld",)
+HANDHELD_TARGET = ["--extra-arg=--target=armv4-unknown-linux-gnueabi", "--extra-arg=-fms-extensions"]
 COMPILER = "x86_64-w64-mingw32-g++-posix"
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
@@ -38,6 +40,7 @@ def compile_commands(stamps, preset):
     folder.mkdir(exist_ok=True)
     commands = (ROOT / "build" / preset / "compile_commands.json").read_text(encoding="utf-8")
     commands = re.sub(r" -f(lto|fat-lto-objects|no-use-linker-plugin|whole-program)[^ \"]*", "", commands)
+    commands = re.sub(r" -m(no-thumb-interwork|structure-size-boundary=\d+)", "", commands)
     (folder / "compile_commands.json").write_text(commands, encoding="utf-8")
     return str(folder)
 
@@ -53,6 +56,10 @@ def jobs(stamps):
     for folder in WINDOWS:
         for path in sorted((ROOT / folder).rglob("*.cpp")):
             yield path, windows
+    handheld = ["-p", compile_commands(stamps, "handheld"), *HANDHELD_TARGET]
+    for folder in HANDHELD:
+        for path in sorted((ROOT / folder).rglob("*.cpp")):
+            yield path, handheld
 
 
 def files_read(path, found):

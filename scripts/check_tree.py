@@ -6,7 +6,11 @@
     check_tree.py first       a source includes its own header first
     check_tree.py circles     no module (a header and its source) includes one that leads back to it
     check_tree.py sources     no program compiles a source out of another folder than its own
-    check_tree.py seam        core/host_*.h name the sources that define their functions, and no other
+    check_tree.py seam        core/host_*.h name the sources that define their functions, and no other,
+                              and in brackets behind a source functions that it defines
+    check_tree.py style       a module's variables are one static struct outside of namespaces, whose
+                              tag no other source has; const stands left of types in capitals too,
+                              which the formatter passes over
 """
 
 import os
@@ -27,6 +31,7 @@ BELOW = {
     "cli": {"core", "web", "report", "file", "program", "platform"},
     "shell": {"core", "web", "report", "file", "program", "platform", "resources", "desktop"},
     "desktop": {"resources"},
+    "handheld": {"desktop"},
     "resources": set(),
 }
 ENGINE = {"core", "web", "report", "file", "program"}
@@ -37,14 +42,18 @@ ONLY = {
     ("cli", "platform"): {"platform/lock.h", "platform/program.h"},
     ("platform", "core"): {"core/host_files.h"},
     ("shell", "desktop"): {"desktop/frame.h"},
+    ("handheld", "desktop"): {"desktop/frame.h"},
     ("shell", "platform"): {"platform/windows/text_conversion.h"},
 }
 
-# Rooms of platform/: each is for one system, and only itself and the shell know of one.
-ROOMS = ("platform/posix/", "platform/windows/")
+# Rooms of platform/: each is for one system, and only itself and the shell know of one. The
+# handheld's stands on what the other Windows has in common with it.
+ROOMS = ("platform/posix/", "platform/windows/", "platform/handheld/")
+COMMON = {"platform/handheld/": {"platform/windows/common.h",
+                                 "platform/windows/text_conversion.h"}}
 
 # Folders in which no module may lead back to itself.
-WITHOUT_CIRCLES = ENGINE | {"platform", "shell", "desktop", "cli"}
+WITHOUT_CIRCLES = ENGINE | {"platform", "shell", "desktop", "handheld", "cli"}
 
 # The rooms of shell/: which other rooms each may include. "" is what stands in shell/ itself, at the
 # top.
@@ -99,7 +108,8 @@ def include_fault(path, folder, quoted, name):
         return f"{folder}/ does not include {other}/"
     if other != folder and name not in ONLY.get((folder, other), {name}):
         return f'"{name}" is not for {folder}/'
-    if folder == "platform" and room_of(name) not in ("", room_of(path)):
+    if (folder == "platform" and room_of(name) not in ("", room_of(path))
+            and name not in COMMON.get(room_of(path), ())):
         return f'"{name}" is for {room_of(name)} alone'
     return None
 
@@ -216,7 +226,17 @@ def programs_sources():
     yield from (ROOT / "tests/engine/recorder.cpp", ROOT / "tests/shell/shell_test.cpp")
 
 
+def named_functions(path):
+    """Yields (source, function, whether it is only how names begin) of the header's first lines."""
+    comment, _, _ = path.read_text(encoding="utf-8").partition("#pragma once")
+    comment = re.sub(r"\n//\s*", " ", comment)
+    for name, functions in re.findall(r"([\w/]+\.cpp) \(([^)]*)\)", comment):
+        for function, more in re.findall(r"(\w+_\w*)(\.\.\.)?", functions):
+            yield name, function, more
+
+
 def check_seam():
+    """A name in brackets may stand for all that begin with it: file_replace_..."""
     texts = {str(path.relative_to(ROOT)): path.read_text(encoding="utf-8")
              for path in programs_sources()}
     for path in sorted((ROOT / "core").glob("host_*.h")):
@@ -224,17 +244,65 @@ def check_seam():
         declared = re.findall(r"^(?!//)[^\n(]*?\b(\w+)\([^;{]*\);", rest, re.MULTILINE)
         by_name = r"^(?:\w.*[ *]|LOGGED\()(?:" + "|".join(declared) + r")[()].*"
         named = set(re.findall(r"[\w/]+\.cpp", path.read_text(encoding="utf-8")))
-        defining = {name for name, text in texts.items()
-                    if any(line[-1] in "{}" or line.startswith("LOGGED")
-                           for line in re.findall(by_name, text, re.MULTILINE))}
+        lines = {name: [line for line in re.findall(by_name, text, re.MULTILINE)
+                        if line[-1] in "{}" or line.startswith("LOGGED")]
+                 for name, text in texts.items()}
+        defining = {name for name, found in lines.items() if found}
+        for name, function, more in named_functions(path):
+            own = re.compile(rf"\b{function}" + (r"\w*[()]" if more else "[()]"))
+            if not any(own.search(line) for line in lines.get(name, ())):
+                yield f"{path.relative_to(ROOT)}: {name} does not define {function}{more}()"
         for name in sorted(defining ^ named):
             fault = "is not named" if name in defining else "defines none of these functions"
             yield f"{path.relative_to(ROOT)}: {name} {fault}"
 
 
+# ---- What the formatter and the compiler let pass -----------------------------------------------
+
+
+def variables_of(text):
+    """Yields (line number, declaration, its struct's tag or "", whether in the nameless namespace) of
+    what a source declares at the start of a line."""
+    inside, head = False, None
+    for number, line in enumerate(text.splitlines(), 1):
+        if line.startswith(("namespace {", "}  // namespace")):
+            inside = line.startswith("namespace")
+        struct = re.match(r"(static (?:constinit )?)?struct (\w+) (?:final.*)?\{", line)
+        if struct:
+            head = (number, line, struct[2], inside)
+        if head and re.match(r"(?:\S.*)?\} \w+", line):
+            yield head
+        elif re.match(r"(?!const|using|struct|enum|extern|typedef|template|namespace)\w[\w:<>, *]* \*?\w+"
+                      r"(\[.*\])?( = [^()]*|\{.*\})?;", line):
+            yield number, line, "", inside
+        if line.startswith("}") or line.endswith(";") and not line.startswith(" "):
+            head = None
+
+
+def state_faults(path, tags):
+    name = path.relative_to(ROOT)
+    for number, line, tag, inside in variables_of(path.read_text(encoding="utf-8")):
+        if inside or not tag and line.startswith("static"):
+            yield f"{name}:{number}: state stands in a static struct outside of namespaces"
+        elif tag and not line.startswith("static"):
+            yield f"{name}:{number}: {tag} is static"
+        elif tag and tags.setdefault(tag, name) != name:
+            yield f"{name}:{number}: {tags[tag]} has a struct {tag} too"
+
+
+def check_style():
+    tags = {}
+    for folder, path in sources():
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            if folder != "platform" and re.search(r"\b[A-Z][A-Z0-9_]{2,} const [a-z]", line):
+                yield f"{path.relative_to(ROOT)}:{number}: const stands left of the type"
+        if folder != "platform" and path.suffix == ".cpp":
+            yield from state_faults(path, tags)
+
+
 def main(arguments):
     checks = {"includes": check_includes, "first": check_first, "circles": check_circles,
-              "sources": check_sources, "seam": check_seam}
+              "sources": check_sources, "seam": check_seam, "style": check_style}
     if len(arguments) != 1 or arguments[0] not in checks:
         sys.exit(__doc__)
     faults = list(checks[arguments[0]]())

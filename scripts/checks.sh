@@ -11,7 +11,7 @@ source_files() {
     for pattern in "$@"; do
         names+=(-o -name "$pattern")
     done
-    find core web report file program platform cli shell desktop resources tests bench \
+    find core web report file program platform cli shell desktop handheld resources tests bench \
         -type f \( "${names[@]:1}" \) 2>/dev/null | LC_ALL=C sort
 }
 
@@ -30,6 +30,7 @@ once() {
 
 check_format() {
     local files
+    python3 scripts/check_tree.py style || return
     mapfile -t files < <(source_files '*.cpp' '*.h')
     once "format-$(digest .clang-format "${files[@]}")" \
         clang-format --dry-run -Werror "${files[@]}"
@@ -51,7 +52,7 @@ compile_header() {
     local options=(-std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         -Wsign-conversion -Werror -I. -x c++ -include "$1" /dev/null)
     case $1 in
-    shell/* | desktop/* | resources/* | platform/windows/*)
+    shell/* | desktop/* | handheld/* | resources/* | platform/windows/*)
         "$mingw-g++-posix" -DUNICODE -D_UNICODE -Idesktop/include \
             -isystem "$build/scintilla/include" "${options[@]}"
         ;;
@@ -76,4 +77,4 @@ compile_headers() {
 
 check_tidy() { python3 scripts/check_tidy.py "$checks"; }
 
-check_imports() { python3 scripts/check_imports.py build/windows; }
+check_imports() { python3 scripts/check_imports.py build/handheld/*.exe build/handheld/*.dll; }

@@ -10,6 +10,8 @@ mingw=x86_64-w64-mingw32
 packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev nlohmann-json3-dev)
 packages_arm=(g++-arm-linux-gnueabi qemu-user googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
+packages_handheld=(g++-arm-linux-gnueabi g++-mingw-w64-i686-posix librsvg2-bin
+    python3-unicorn python3-pefile python3-pil)
 packages_wine=(wine wine64 fonts-wine fonts-dejavu-extra xvfb xdotool imagemagick)
 packages_check=(clang-format clang-tidy-19)
 packages_bench=(libbenchmark-dev libexpat1-dev libxml2-dev libpugixml-dev valgrind x11-utils)
@@ -136,7 +138,25 @@ build_scintilla() {
     }
 }
 
-# Prints where the windows build has put a program.
+# ---- The handheld -------------------------------------------------------------------------------
+
+debian_python=/usr/bin/python3 # the one that Debian's packages for it are for
+
+# Leaves Quorvane.exe and SciLexer.dll for the handheld in build/handheld, each with its map.
+build_handheld() {
+    build_scintilla # for its headers
+    build_preset handheld
+}
+
+# emulate_handheld ARGUMENT...: the emulator with these two files; see docs/handheld.md.
+emulate_handheld() {
+    (cd "$root" && "$debian_python" -m handheld.emulator --exe "$build/handheld/Quorvane.exe" \
+        --dll "$build/handheld/SciLexer.dll" "$@")
+}
+
+# ---- The windows build --------------------------------------------------------------------------
+
+# Prints where it has put a program.
 find_program() {
     local folder
     for folder in "" /shell /cli; do

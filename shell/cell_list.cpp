@@ -36,7 +36,7 @@ LRESULT CALLBACK list_proc(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     case WM_CHAR:
         return 0;
     case WM_SETFOCUS: {
-        LRESULT const result = CallWindowProcW(list.previous, window, message, wparam, lparam);
+        const LRESULT result = CallWindowProcW(list.previous, window, message, wparam, lparam);
         set_active_pane(k_pane_list);
         return result;
     }
@@ -105,12 +105,9 @@ ListItem cell_list_insert_item(CellHandle cell) {
 void cell_list_fill() {
     cell_list_clear();
     SendMessageW(list.window, WM_SETREDRAW, FALSE, 0);
-    const CellHandle root = index_root();
-    for (CellHandle cell = index_first(root); cell != 0; cell = index_next(cell)) {
-        if (is_live_cell(cell)) {
-            list.items[cell] = insert(cell, TVI_LAST);
-            cell_set_list_item(cell, cell);
-        }
+    for (CellHandle cell = first_live_cell(); cell != 0; cell = next_live_cell(cell)) {
+        list.items[cell] = insert(cell, TVI_LAST);
+        cell_set_list_item(cell, cell);
     }
     SendMessageW(list.window, TVM_SORTCHILDREN, 0, as_lparam(TVI_ROOT));
     SendMessageW(list.window, WM_SETREDRAW, TRUE, 0);

@@ -136,7 +136,7 @@ LRESULT CALLBACK edit_proc(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     if (handle_first(message, wparam)) {
         return 0;
     }
-    LRESULT const result = CallWindowProcW(box.edit_previous, window, message, wparam, lparam);
+    const LRESULT result = CallWindowProcW(box.edit_previous, window, message, wparam, lparam);
     follow_focus(message, wparam);
     return result;
 }
@@ -221,7 +221,7 @@ void cellname_box_fill_list() {
 
 // The control writes the entry into its field behind the notification, wherever the choice led.
 void cellname_box_list_chosen() {
-    LRESULT const entry = SendMessageW(box.window, CB_GETCURSEL, 0, 0);
+    const LRESULT entry = SendMessageW(box.window, CB_GETCURSEL, 0, 0);
     PostMessageW(main_window(), k_message_name_settled, 0, 0);
     if (entry > 0 && entry < static_cast<LRESULT>(box.entry_count)) {
         jump_to_trail_cell(box.entries[entry]);

@@ -16,7 +16,7 @@ static struct Layout {
 
 namespace {
 
-constexpr int32_t k_handheld_width = 240;  // for which slot 11 is right as it stands
+constexpr int32_t k_handheld_width = 240;  // for which the indent is right as it is
 constexpr int32_t k_buttons_gap = 6;       // between the cellname box and the buttons
 constexpr int32_t k_list_inset = 2;        // of the cell list from the left
 
@@ -92,12 +92,6 @@ void compute_layout(int32_t width, int32_t height) {
 
 int32_t layout_slot(int32_t index) {
     return index >= 0 && index < k_layout_slots ? layout.table.slots[index] : 0;
-}
-
-void layout_set_slot(int32_t index, int32_t value) {
-    if (index >= 0 && index < k_layout_slots) {
-        layout.table.slots[index] = value;
-    }
 }
 
 void place_panes(ViewIndex view) {

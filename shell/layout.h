@@ -32,8 +32,7 @@ enum LayoutSlot : int32_t {
     k_layout_pane_left = 23,
     k_layout_pane_width = 24,
     k_layout_pane_height = 25,
-    k_layout_unset = 26,
-    k_layout_unused = 27,  // nothing is placed by it
+    k_layout_unused = 27,  // nothing is placed by it; 26 is never set
     k_layout_slots = 28,
 };
 
@@ -52,9 +51,8 @@ void layout_fill(LayoutTable *table, int32_t width, int32_t height, bool search_
 // Fills the table in force; the search bar has its band as long as a search is in progress.
 void compute_layout(int32_t width, int32_t height);
 
-// The table in force. An index outside the table reads as 0 and is not written.
+// A slot of the table in force; 0 for an index outside it.
 int32_t layout_slot(int32_t index);
-void layout_set_slot(int32_t index, int32_t value);
 
 // For WM_SIZE, whose parameters are kept: computes and applies the layout of the visible area.
 void lay_out(WPARAM size_type, LPARAM size);

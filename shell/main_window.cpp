@@ -88,7 +88,7 @@ LRESULT on_tabs(const NMHDR *header) {
 LRESULT on_text_pane(const NMHDR *header) {
     const SCNotification *event = reinterpret_cast<const SCNotification *>(header);
     if (header->code == SCN_HOTSPOTCLICK) {
-        post_hot_spot_click(static_cast<uint32_t>(header->idFrom), event->position);
+        post_hot_spot_click(event->position);
     } else if (header->code == SCN_STYLENEEDED) {
         style_pane(header->hwndFrom, event->position);
     } else if (header->code == SCN_ZOOM) {

@@ -53,7 +53,7 @@ bool message_loop_round(int *exit_code) {
         }
         process_message(&message);
     }
-    DWORD const now = GetTickCount();
+    const DWORD now = GetTickCount();
     if (now - loop.ticked_at > k_tick_milliseconds) {
         loop.ticked_at = now;
         one_second_tick();

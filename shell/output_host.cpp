@@ -33,7 +33,7 @@ void output_began(bool blocks_window) {
 
 // Looking at the queue costs far more than writing a character.
 void pump_messages() {
-    DWORD const now = GetTickCount();
+    const DWORD now = GetTickCount();
     if (!host.under_way || now == host.pumped_at) {
         return;
     }

@@ -39,7 +39,7 @@ HWND status_line() {
 }
 
 void show_status_message(const char *text) {
-    DWORD const now = GetTickCount();
+    const DWORD now = GetTickCount();
     status.shown_at = now != 0 ? now : 1;
     keep(status.transient, text);
     show(status.transient);

@@ -1,5 +1,5 @@
-// Cell numbers: the live cells in name order, by which link entries name their targets. The table
-// is always in step with the index.
+// Cell numbers: the live cells in name order, by which link entries name their targets. Whoever
+// changes which cells there are brings the table in step when he is done.
 #pragma once
 
 #include "core/block_arena.h"

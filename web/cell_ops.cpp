@@ -17,15 +17,16 @@
 
 #include <cstring>
 
-namespace {
-
-constexpr uint32_t k_cloned_aux_at = k_block_payload_at + 8;
-constexpr uint32_t k_cloned_aux_bytes = 16;
+// What a clone's copy of a view state takes over; the record lies within.
+constexpr uint32_t k_cloned_state_at = k_block_payload_at + 8;
+constexpr uint32_t k_cloned_state_bytes = 16;
 
 static struct CellOps {
     char name[k_cellname_max + 1];  // the name that an operation works with
     BlockHandle cloned_value;       // hung into no cell yet; recovery gives it back
 } ops;
+
+namespace {
 
 // Leaves the name to work with in ops.name: the one given, or the user's answer. False when there
 // is none, the user having been told why.
@@ -34,10 +35,7 @@ bool take_name(const char *name) {
         return ask_cellname(ops.name) && ops.name[0] != 0;
     }
     // Only the part from the first letter on counts, and only 48 characters of it.
-    while (*name != 0 && !is_letter(*name)) {
-        ++name;
-    }
-    copy_string(ops.name, name, k_cellname_max);
+    copy_string(ops.name, cellname_start(name), k_cellname_max);
     if (!cellname_valid(ops.name)) {
         show_warning("Bad cell name supplied", k_product_name);
         return false;
@@ -81,14 +79,14 @@ CellHandle create_named() {
     return cell_create(index_root_address(), ops.name);
 }
 
-// A copy of an auxiliary block, or 0 for none.
-BlockHandle copy_aux_block(BlockHandle source) {
+// A copy of a block of view state, or 0 for none.
+BlockHandle copy_state_block(BlockHandle source) {
     if (source == 0) {
         return 0;
     }
     const BlockHandle copy = block_alloc(k_block_plain);
-    memcpy(block_ptr(copy) + k_cloned_aux_at, block_ptr(source) + k_cloned_aux_at,
-           k_cloned_aux_bytes);
+    memcpy(block_ptr(copy) + k_cloned_state_at, block_ptr(source) + k_cloned_state_at,
+           k_cloned_state_bytes);
     return copy;
 }
 
@@ -98,7 +96,8 @@ BlockHandle parked(BlockHandle head) {
 }
 
 // Makes every part first and the cell last, so that a clone is whole or not there. The copies of
-// the auxiliary blocks are hung in nowhere: a clone starts without view state, and they stay taken.
+// the blocks of view state are hung in nowhere, because a clone starts without view state: they
+// only make it cost the blocks that its source has, and are back when the arena is emptied.
 CellHandle make_clone(CellHandle source) {
     CHECK(is_live_cell(source));
     store_if_current();
@@ -106,8 +105,8 @@ CellHandle make_clone(CellHandle source) {
     const BlockHandle list = parked(text_duplicate(cell_out_pointers(source)));
     const BlockHandle script = parked(text_duplicate(cell_script(source)));
     ops.cloned_value = val_copy(cell_value(source));
-    parked(copy_aux_block(cell_view_state(source)));
-    parked(copy_aux_block(cell_spare_block(source)));
+    parked(copy_state_block(cell_view_state(source)));
+    parked(copy_state_block(cell_spare_block(source)));
     const CellHandle clone = cell_create(index_root_address(), ops.name);
     for (int i = 0; i < 5; ++i) {
         chain_unpark();

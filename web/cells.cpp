@@ -26,7 +26,8 @@ void release_cell(CellHandle cell) {
     block_free(cell_view_state(cell));
     cell_set_text(cell, 0);
     cell_set_view_state(cell, 0);
-    // The out pointer list is forgotten, not given back: its field is zero by the time it is freed.
+    // A list of out pointers is the report's that built it, which drops it itself (links_drop()):
+    // the field is cleared first, so that nothing of one is given back here.
     cell_set_out_pointers(cell, 0);
     chain_free(cell_script(cell));
     link_list_free(cell_out_pointers(cell));
@@ -66,11 +67,7 @@ void release_web(CellHandle kept) {
 }  // namespace
 
 CellHandle cell_lookup(const char *name) {
-    return cell_lookup_in(index_root(), name);
-}
-
-CellHandle cell_lookup_in(CellHandle root, const char *name) {
-    const CellHandle node = index_find(root, name);
+    const CellHandle node = index_find(index_root(), name);
     return is_live_cell(node) ? node : 0;
 }
 

@@ -11,7 +11,6 @@
 
 // The live cell of that name, or 0.
 CellHandle cell_lookup(const char *name);
-CellHandle cell_lookup_in(CellHandle root, const char *name);
 
 // Makes an empty cell of exactly that name, or revives the deleted one; 0 when a live cell has it.
 // The cell numbers are rebuilt.

@@ -4,7 +4,6 @@
 #include "core/block_arena.h"
 
 enum LinkEntryKind : uint8_t {
-    k_link_none = 0,
     k_link_cell = 3,
     k_link_end = 30,
 };

@@ -12,8 +12,6 @@
 #include <algorithm>
 #include <cstring>
 
-namespace {
-
 constexpr uint8_t k_out_pointer_list = 1;
 
 constexpr uint32_t k_name_marks = 16384;  // a power of two
@@ -27,6 +25,8 @@ static struct Links {
     bool names_marked;
     uint8_t marks[k_name_marks / 8];
 } links;
+
+namespace {
 
 void append_link(BlockHandle list, CellHandle cell) {
     LinkEntry *entry = link_list_append(list);

@@ -4,8 +4,6 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr uint32_t k_element_text_max = 4095;
 
 static struct OptionText {
@@ -13,33 +11,23 @@ static struct OptionText {
     char number[k_number_text_max + 1];
 } scratch;
 
+namespace {
+
 bool has_words(const OptionInfo *info) {
     return info->words[0].text[0] != 0;
 }
 
 const char *word_of(const OptionInfo *info, int32_t value) {
-    const char *otherwise = "";
-    for (const OptionWord *word = info->words; word->text[0] != 0; ++word) {
-        if (word->value == value) {
-            return word->text;
-        }
-        if (word->otherwise) {
-            otherwise = word->text;
-        }
+    const OptionWord *word = info->words;
+    while (word->text[0] != 0 && word->value != value) {
+        ++word;
     }
-    return otherwise;
+    return word->text;
 }
 
-// The unsigned 16-bit value, in decimal.
 const char *count_text(int32_t count) {
-    uint32_t rest = static_cast<uint16_t>(count);
-    char *p = scratch.text + 8;
-    *p = 0;
-    do {
-        *--p = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    } while (rest != 0);
-    return p;
+    int16_format(count, scratch.text);
+    return scratch.text;
 }
 
 void apply_word(OptionId id, BlockHandle text) {

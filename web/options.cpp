@@ -6,17 +6,32 @@
 #include <cstddef>
 #include <cstring>
 
-namespace {
+static struct Options { OptionRecord record; } options;
 
-static struct Options {
-    OptionRecord record;
-    NumberFormat number_format;
-} options;
+namespace {
 
 constexpr OptionWord k_no_words[] = {{"", 0}};
 
 #define SAVED_OPTION(type, name, initial, least, most, tag, place, ...)                            \
     constexpr OptionWord k_##name##_words[] = {__VA_ARGS__ __VA_OPT__(, ){"", 0}};
+#include "web/options.def"
+
+constexpr bool every_value_has_a_word(const OptionWord *words, int32_t least, int32_t most) {
+    for (int32_t value = least; words->text[0] != 0 && value <= most; ++value) {
+        const OptionWord *word = words;
+        while (word->text[0] != 0 && word->value != value) {
+            ++word;
+        }
+        if (word->text[0] == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+#define SAVED_OPTION(type, name, initial, least, most, ...)                                        \
+    static_assert(every_value_has_a_word(k_##name##_words, least, most),                           \
+                  "options.def: " #name " has a value without a word");
 #include "web/options.def"
 
 template <typename T> constexpr OptionType k_type_of = OptionType::text;
@@ -43,12 +58,16 @@ void *field(OptionRecord *record, OptionId id) {
 }
 
 void apply_number_format() {
-    options.number_format = {options.record.nfmt, options.record.ndec, k_number_text_max, '.'};
-    number_format_set(&options.number_format);
+    NumberFormat format = {options.record.nfmt, options.record.ndec, k_number_text_max, '.'};
+    number_format_set(&format);
 }
 
 int32_t clamp(int32_t value, int32_t least, int32_t most) {
     return value < least ? least : value > most ? most : value;
+}
+
+bool is_whole_number(const OptionInfo &info) {
+    return info.type == OptionType::one_byte || info.type == OptionType::integer;
 }
 
 // A byte with greater limits takes what they leave of a file's count, whatever its low bits are.
@@ -69,10 +88,6 @@ bool is_allowed(const OptionInfo &info, int32_t value) {
     }
 #include "web/options.def"
 
-const NumberFormat *option_number_format() {
-    return &options.number_format;
-}
-
 const OptionInfo *option_info(OptionId id) {
     return &k_info[id];
 }
@@ -82,6 +97,7 @@ const OptionRecord *options_in_force() {
 }
 
 int32_t option_integer(const OptionRecord *record, OptionId id) {
+    CHECK(is_whole_number(k_info[id]));
     const void *from = field(record, id);
     return k_info[id].type == OptionType::one_byte ? *static_cast<const uint8_t *>(from)
                                                    : *static_cast<const int32_t *>(from);
@@ -96,6 +112,7 @@ const char *option_string(const OptionRecord *record, OptionId id) {
 }
 
 void option_put(OptionRecord *record, OptionId id, int32_t value) {
+    CHECK(is_whole_number(k_info[id]));
     if (k_info[id].type == OptionType::one_byte) {
         *static_cast<uint8_t *>(field(record, id)) = static_cast<uint8_t>(value);
     } else {

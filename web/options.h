@@ -36,9 +36,6 @@ void option_defaults();
     constexpr int32_t k_##name##_max = most;
 #include "web/options.def"
 
-// The requested number format (kind and digits mirror nfmt and ndec).
-const NumberFormat *option_number_format();
-
 // ---- Options by their ids, for those who treat them alike ---------------------------------------
 
 enum OptionId : uint8_t {
@@ -68,7 +65,6 @@ struct OptionWord {
     char text[9];  // "" behind the last one
     uint8_t value;
     uint8_t reads = value;
-    bool otherwise = false;  // written for values that have no word
 };
 
 enum class OptionType : uint8_t { one_byte, integer, number, text };
@@ -85,12 +81,12 @@ const OptionInfo *option_info(OptionId id);
 
 const OptionRecord *options_in_force();
 
-// A field of a record: bytes and integers, numbers, texts.
+// A field of a record: whole numbers of both kinds, numbers, texts.
 int32_t option_integer(const OptionRecord *record, OptionId id);
 double option_number(const OptionRecord *record, OptionId id);
 const char *option_string(const OptionRecord *record, OptionId id);
 
-// Changes a record that is not in force.
+// Changes a record that is not in force: a whole number, a text.
 void option_put(OptionRecord *record, OptionId id, int32_t value);
 void option_put(OptionRecord *record, OptionId id, const char *value);
 

@@ -34,8 +34,8 @@ BLOCK_FIELD(CellHandle,  node_right,         node_set_right,         6)
 BLOCK_FIELD(BlockHandle, cell_name,          cell_set_name,          k_record_at + 0)
 BLOCK_FIELD(uint16_t,    cell_kind,          cell_set_kind,          k_record_at + 2)   // CellKind
 BLOCK_FIELD(BlockHandle, cell_text,          cell_set_text,          k_record_at + 8)   // 0: empty
-BLOCK_FIELD(BlockHandle, cell_view_state,     cell_set_view_state,     k_record_at + 10)  // view state or 0
-BLOCK_FIELD(BlockHandle, cell_spare_block,    cell_set_spare_block,    k_record_at + 12)  // always 0
+BLOCK_FIELD(BlockHandle, cell_view_state,    cell_set_view_state,    k_record_at + 10)  // view state or 0
+BLOCK_FIELD(BlockHandle, cell_spare_block,   cell_set_spare_block,   k_record_at + 12)  // always 0
 BLOCK_FIELD(BlockHandle, cell_out_pointers,  cell_set_out_pointers,  k_record_at + 14)  // 0 outside a report
 BLOCK_FIELD(BlockHandle, cell_script,        cell_set_script,        k_record_at + 16)  // 0: none
 BLOCK_FIELD(BlockHandle, cell_second_links,  cell_set_second_links,  k_record_at + 18)  // always 0
@@ -52,7 +52,7 @@ inline void cell_set_list_item(CellHandle cell, ListItem item) {
     block_set32(cell, k_record_at + 4, item);
 }
 
-// One byte: whether the cell has a cell number.
+// One byte: whether the cell has, or once had, a cell number.
 inline bool cell_numbered(CellHandle cell) {
     return block_ptr(cell)[k_record_at + 22] != 0;
 }

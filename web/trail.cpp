@@ -7,8 +7,6 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr uint8_t k_ring_slots = 32;  // one stays empty
 
 struct Ring {
@@ -24,6 +22,8 @@ static struct Trail {
     CellHandle current;
     CellHandle list_position;
 } trail;
+
+namespace {
 
 uint8_t after(uint8_t i) {
     return static_cast<uint8_t>((i + 1) & (k_ring_slots - 1));

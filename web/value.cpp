@@ -6,8 +6,6 @@
 
 #include <cstring>
 
-namespace {
-
 constexpr uint32_t k_state_at = k_block_payload_at + 0;
 constexpr uint32_t k_flags_at = k_block_payload_at + 1;
 constexpr uint32_t k_text_at = k_block_payload_at + 2;
@@ -15,10 +13,10 @@ constexpr uint32_t k_number_at = k_block_payload_at + 4;
 
 constexpr const char *k_nan_mark = "{NAN}";
 
-// The value that is being made or copied; recovery gives it back.
-struct ValueStatics {
-    BlockHandle under_construction;
-} values;
+// The copy of a value that is being made; recovery gives it back.
+static struct ValueStatics { BlockHandle under_construction; } values;
+
+namespace {
 
 void set_state(BlockHandle value, uint8_t state) {
     block_ptr(value)[k_state_at] = state;

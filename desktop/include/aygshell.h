@@ -1,6 +1,7 @@
-// The part of the handheld's shell interface that the program uses, under the handheld's own names,
-// for desktop Windows and Wine. Structures have the handheld's fields in the handheld's order; with
-// wider handles they are longer here, so their size fields are not looked at.
+// The part of the handheld's shell interface that the program uses, under the handheld's own names.
+// There the system has it; desktop/ offers it to desktop Windows and Wine, and the comments say
+// what it does on each. Structures have the handheld's fields in the handheld's order; with wider
+// handles they are longer on a desktop, which does not look at their size fields.
 // NOLINTBEGIN(readability-identifier-naming): the names are the system's.
 #pragma once
 
@@ -25,12 +26,12 @@ typedef struct SHACTIVATEINFO {
     UINT fReserved : 29;
 } SHACTIVATEINFO;
 
-// For WM_ACTIVATE. The program gives the focus back itself, so that there is nothing to do here.
+// For WM_ACTIVATE. The program gives the focus back itself, so that a desktop has nothing to do.
 BOOL WINAPI SHHandleWMActivate(HWND window, WPARAM wparam, LPARAM lparam, SHACTIVATEINFO *record,
                                DWORD flags);
 
-// For WM_SETTINGCHANGE, by which the handheld tells that its input panel has moved: there is none
-// here.
+// For WM_SETTINGCHANGE, by which the handheld tells that its input panel has moved, and sizes the
+// window to what the panel leaves. A desktop has none.
 BOOL WINAPI SHHandleWMSettingChange(HWND window, WPARAM wparam, LPARAM lparam,
                                     SHACTIVATEINFO *record);
 
@@ -49,10 +50,10 @@ typedef struct SHINITDLGINFO {
     DWORD dwFlags;
 } SHINITDLGINFO;
 
-// For WM_INITDIALOG. The handheld puts a dialog on the whole screen and OK into its title bar; here
-// a dialog keeps its template's size, is centred over its owner, and with SHIDIF_DONEBUTTON gets an
-// OK button unless the template has that or another default button. A property sheet is made no
-// wider than its owner. Child windows are left as they are.
+// For WM_INITDIALOG. The handheld puts a dialog on the whole screen and OK into its title bar; on a
+// desktop it keeps its template's size, is centred over its owner, and with SHIDIF_DONEBUTTON gets
+// an OK button unless the template has that or another default button. A property sheet is made no
+// wider than its owner there. Child windows are left as they are.
 BOOL WINAPI SHInitDialog(SHINITDLGINFO *info);
 
 // ---- The menu bar -------------------------------------------------------------------------------
@@ -79,9 +80,9 @@ typedef struct SHMENUBARINFO {
     COLORREF clrBk;
 } SHMENUBARINFO;
 
-// Called by the main window while it is created. Makes the bar at the bottom of the window from the
-// RCDATA and MENU resources nToolBarId, and gives the window a frame: see desktop/frame.h. False
-// when a resource is missing or the bar cannot be made.
+// Called by the main window while it is created. Makes the bar at the bottom of the screen, on a
+// desktop of the window, from the RCDATA and MENU resources nToolBarId. A desktop also gives the
+// window a frame: see desktop/frame.h. False when a resource is missing or the bar cannot be made.
 BOOL WINAPI SHCreateMenuBar(SHMENUBARINFO *info);
 
 // ---- The input panel ----------------------------------------------------------------------------
@@ -103,8 +104,8 @@ typedef struct SIPINFO {
     void *pvImData;
 } SIPINFO;
 
-// SPI_GETSIPINFO alone: the panel is off, and the visible desktop is the main window's client area,
-// the menu bar included, with its origin at (0, 0).
+// SPI_GETSIPINFO alone is asked. On a desktop the panel is off, and the visible desktop is the main
+// window's client area, the menu bar included, with its origin at (0, 0).
 BOOL WINAPI SHSipInfo(UINT action, UINT size, PVOID info, UINT change);
 
 #ifdef __cplusplus

@@ -1,7 +1,8 @@
-// Files where the system takes UTF-16 and '\' separates folders.
+// Files as desktop Windows has them: what platform/windows/common.cpp leaves.
 #include "platform/system.h"
 
 #include "core/host_files.h"
+#include "platform/windows/common.h"
 #include "platform/windows/text_conversion.h"
 
 #include <cerrno>
@@ -12,60 +13,13 @@
 #include <fcntl.h>
 #include <io.h>
 
-const char k_path_separator = '\\';
-
 namespace {
 
-constexpr const char *k_next_suffix = "-new";
-constexpr DWORD k_wide_path_max = k_system_path_max;
 constexpr DWORD k_share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // Somebody who looks into every new file holds it for a moment.
 constexpr int k_tries = 50;
 constexpr DWORD k_try_milliseconds = 20;
-
-static struct WidePaths {
-    wchar_t one[k_wide_path_max];
-    wchar_t other[k_wide_path_max];
-} wide;
-
-constexpr struct {
-    DWORD code;
-    int reason;
-} k_reasons[] = {
-    {ERROR_FILE_NOT_FOUND, ENOENT},
-    {ERROR_PATH_NOT_FOUND, ENOENT},
-    {ERROR_INVALID_NAME, ENOENT},
-    {ERROR_ACCESS_DENIED, EACCES},
-    {ERROR_SHARING_VIOLATION, EACCES},
-    {ERROR_WRITE_PROTECT, EROFS},
-    {ERROR_DISK_FULL, ENOSPC},
-    {ERROR_HANDLE_DISK_FULL, ENOSPC},
-    {ERROR_FILE_EXISTS, EEXIST},
-    {ERROR_ALREADY_EXISTS, EEXIST},
-    {ERROR_FILENAME_EXCED_RANGE, ENAMETOOLONG},
-};
-
-bool fail_as_system() {
-    DWORD const code = GetLastError();
-    errno = EIO;
-    for (const auto &row : k_reasons) {
-        if (row.code == code) {
-            errno = row.reason;
-        }
-    }
-    return false;
-}
-
-// Null for a path that is too long, which is never cut.
-const wchar_t *wide_path(const char *path, wchar_t *to = wide.one) {
-    if (strlen(path) >= k_system_path_max) {
-        errno = ENAMETOOLONG;
-        return nullptr;
-    }
-    utf16_copy(to, k_wide_path_max, path);
-    return to;
-}
 
 FILE *stream_of(HANDLE file, const char *mode, int flags) {
     if (file == INVALID_HANDLE_VALUE) {
@@ -155,12 +109,13 @@ HANDLE create_new(const wchar_t *name, SECURITY_ATTRIBUTES *security) {
 }
 
 bool final_path(HANDLE file, char *target) {
-    DWORD const length = GetFinalPathNameByHandleW(file, wide.other, k_wide_path_max, 0);
-    if (length == 0 || length >= k_wide_path_max || utf8_size(wide.other) >= k_system_path_max) {
+    static wchar_t found[k_wide_path_max];
+    DWORD const length = GetFinalPathNameByHandleW(file, found, k_wide_path_max, 0);
+    if (length == 0 || length >= k_wide_path_max || utf8_size(found) >= k_system_path_max) {
         errno = ENAMETOOLONG;
         return false;
     }
-    utf8_copy(target, k_system_path_max, wide.other);
+    utf8_copy(target, k_system_path_max, found);
     return true;
 }
 
@@ -176,6 +131,11 @@ FileKind kind_of_open(HANDLE file, DWORD attributes, char *target) {
 }
 
 }  // namespace
+
+// A path that does not say where it begins is in the current directory.
+uint32_t wide_path_start(wchar_t *, const char **) {
+    return 0;
+}
 
 // Others may replace the file while it is read.
 FILE *file_open(const char *path, const char *mode) {
@@ -201,7 +161,7 @@ const char *file_successor(const char *path) {
 
 bool file_move(const char *from, const char *to) {
     const wchar_t *name = wide_path(from);
-    const wchar_t *new_name = wide_path(to, wide.other);
+    const wchar_t *new_name = wide_path(to, k_wide_other);
     if (name == nullptr || new_name == nullptr) {
         return false;
     }
@@ -238,7 +198,7 @@ FileKind system_look(const char *path, char *target) {
 // of any new file beside it would not all. What a program that was killed left at the path is
 // removed; another one's next version is waited for.
 FILE *system_create(const char *path, const char *model, bool exactly) {
-    const wchar_t *model_name = model != nullptr ? wide_path(model, wide.other) : nullptr;
+    const wchar_t *model_name = model != nullptr ? wide_path(model, k_wide_other) : nullptr;
     const wchar_t *name = wide_path(path);
     if (name == nullptr) {
         return nullptr;
@@ -278,40 +238,11 @@ FILE *system_create_temporary(char *path, bool) {
     return stream_of(create_new(name, private_rights()), "w+b", _O_RDWR);
 }
 
-bool system_next_path(char *next, const char *target) {
-    if (strlen(target) + strlen(k_next_suffix) >= k_system_path_max) {
-        errno = ENAMETOOLONG;
-        return false;
-    }
-    strcpy(next, target);
-    strcat(next, k_next_suffix);
-    return true;
-}
-
-const char *system_old_suffix() {
-    return "-old";
-}
-
-// One that is still being written cannot be removed.
-void system_sweep(const char *target) {
-    const char *next = file_successor(target);
-    if (*next != 0) {
-        system_remove(next);
-    }
-}
-
-// Nothing tells whose they are.
-void system_sweep_copies(const char *, bool) {}
-
 bool system_to_disk(FILE *file) {
     if (fflush(file) != 0) {
         return false;
     }
     return FlushFileBuffers(handle_of(file)) != 0 || fail_as_system();
-}
-
-bool system_make_room(FILE *, long) {
-    return true;
 }
 
 bool system_cut(FILE *file, long length) {
@@ -325,15 +256,10 @@ bool system_cut(FILE *file, long length) {
 }
 
 bool system_put_over(const char *next, const char *target) {
-    const wchar_t *target_name = wide_path(target, wide.other);
+    const wchar_t *target_name = wide_path(target, k_wide_other);
     const wchar_t *next_name = wide_path(next);
     if (target_name == nullptr || next_name == nullptr) {
         return false;
     }
     return put_over(next_name, target_name) || fail_as_system();
-}
-
-bool system_remove(const char *path) {
-    const wchar_t *name = wide_path(path);
-    return name != nullptr && (DeleteFileW(name) != 0 || fail_as_system());
 }

@@ -36,6 +36,11 @@ uint32_t encoded_size(uint32_t unit) {
     return unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
 }
 
+// The first unit of a pair, whose three bytes are no character without the second's.
+bool is_first_half(uint32_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+
 void encode(char *to, uint32_t unit) {
     if (unit < 0x80) {
         to[0] = static_cast<char>(unit);
@@ -58,6 +63,7 @@ uint32_t utf16_copy(wchar_t *to, uint32_t size, const char *text) {
         text += decode(text, &code);
         const uint32_t units = code > 0xFFFF ? 2 : 1;
         if (count + units >= size) {
+            count -= count > 0 && is_first_half(to[count - 1]) ? 1U : 0U;
             break;
         }
         if (units == 2) {
@@ -77,6 +83,7 @@ uint32_t utf8_copy(char *to, uint32_t size, const wchar_t *text) {
     for (; *text != 0; ++text) {
         const uint32_t bytes = encoded_size(*text);
         if (count + bytes >= size) {
+            count -= count > 0 && is_first_half(text[-1]) ? 3U : 0U;
             break;
         }
         encode(to + count, *text);
@@ -106,12 +113,15 @@ const char *to_8bit(const wchar_t *text) {
 
 void copy_characters(char *to, const char *from, uint32_t limit) {
     uint32_t count = 0;
+    uint32_t before = 0;
     while (from[count] != 0) {
         uint32_t code = 0;
         const uint32_t bytes = decode(from + count, &code);
         if (count + bytes > limit) {
+            count -= is_first_half(before) ? 3U : 0U;
             break;
         }
+        before = code;
         for (uint32_t i = 0; i < bytes; ++i) {
             to[count + i] = from[count + i];
         }

@@ -7,7 +7,8 @@ constexpr uint32_t k_conversion_units = 256;
 
 // Each converts into one static buffer of 256 units (bytes), which the next call overwrites, and
 // cuts what does not fit. A byte that is no part of UTF-8 is taken as a Latin-1 character; each
-// UTF-16 unit is encoded by itself. A character is never cut in two.
+// UTF-16 unit is encoded by itself. What is cut ends between characters, and so not with the first
+// unit of a pair.
 const wchar_t *to_utf16(const char *text);
 const char *to_8bit(const wchar_t *text);
 

@@ -3,8 +3,9 @@
 // The main window's panes are registered here, and so is the search bar while it is open. One view
 // is shown, and with it one pane; the cellname box and the tabs are always there. The active pane
 // is the one that took the focus last: the box or the pane of the view. A pane whose control was
-// given the focus by the system says so (set_active_pane()); whoever wants to move it asks
-// here. Commands act on the active pane, also while a menu or the search bar has the focus.
+// given the focus by the system says so (set_active_pane()); whoever wants to move it to another
+// pane asks here, and only the cellname box takes it for its own field. Commands act on the active
+// pane, also while a menu or the search bar has the focus.
 #pragma once
 
 #include "shell/base/platform.h"

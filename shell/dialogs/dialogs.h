@@ -1,5 +1,5 @@
-// The modal dialogs that commands open. Those that the engine asks for (a new cell's name, files,
-// boxes) are in core/host_messages.h and defined in this room too.
+// The modal dialogs that commands open. Those that the engine asks for are defined in this room
+// too: boxes and a new cell's name (core/host_messages.h), and files (core/host_files.h).
 #pragma once
 
 void open_about_box();

@@ -29,7 +29,7 @@ bool search(LRESULT from, LRESULT to, Match *match) {
     range.chrg.cpMin = static_cast<Sci_PositionCR>(from);
     range.chrg.cpMax = static_cast<Sci_PositionCR>(to);
     range.lpstrText = option_starg();
-    LRESULT const flags = option_search_case() != 0 ? SCFIND_MATCHCASE : SCFIND_NONE;
+    const LRESULT flags = option_search_case() != 0 ? SCFIND_MATCHCASE : SCFIND_NONE;
     if (sci(text_pane(), SCI_FINDTEXT, flags, as_lparam(&range)) < 0) {
         return false;
     }

@@ -28,15 +28,17 @@ void console_show_pending() {
         return;
     }
     HWND pane = console_pane();
-    LRESULT const length = sci(pane, SCI_GETTEXTLENGTH);
-    LRESULT const at = console.position < length ? console.position : length;
+    const LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
+    const LRESULT count = static_cast<LRESULT>(console.count);
+    const LRESULT wanted = static_cast<LRESULT>(console.position);
+    const LRESULT at = wanted < length ? wanted : length;
     sci(pane, SCI_SETUNDOCOLLECTION, 0);
     sci(pane, SCI_SETTARGETSTART, at);
     sci(pane, SCI_SETTARGETEND, at);
-    sci_text(pane, SCI_REPLACETARGET, console.count, console.pending);
+    sci_text(pane, SCI_REPLACETARGET, count, console.pending);
     sci(pane, SCI_SETUNDOCOLLECTION, 1);
     sci(pane, SCI_EMPTYUNDOBUFFER);
-    sci(pane, SCI_GOTOPOS, at + console.count);
+    sci(pane, SCI_GOTOPOS, at + count);
     pane_scroll_to_caret(pane);
     console.count = 0;
     console.inserted_at = GetTickCount();

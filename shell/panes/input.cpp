@@ -52,7 +52,7 @@ POINT mouse_point(LPARAM lparam) {
 }
 
 bool swallow_press(LPARAM lparam) {
-    POINT const at = mouse_point(lparam);
+    const POINT at = mouse_point(lparam);
     const bool stray = is_stray_press(at);
     input.press = at;
     return stray;
@@ -94,8 +94,8 @@ LRESULT pass_on(WNDPROC previous, HWND window, UINT message, WPARAM wparam, LPAR
     if (message != WM_LBUTTONDOWN && message != WM_LBUTTONUP) {
         return CallWindowProcW(previous, window, message, wparam, lparam);
     }
-    LRESULT const top = sci(window, SCI_GETFIRSTVISIBLELINE);
-    LRESULT const result = CallWindowProcW(previous, window, message, wparam, lparam);
+    const LRESULT top = sci(window, SCI_GETFIRSTVISIBLELINE);
+    const LRESULT result = CallWindowProcW(previous, window, message, wparam, lparam);
     sci(window, SCI_SETFIRSTVISIBLELINE, top);
     return result;
 }
@@ -136,8 +136,8 @@ void subclass_console_pane(HWND pane) {
     clear_letter_keys(pane);
 }
 
-void post_hot_spot_click(uint32_t pane_id, LRESULT position) {
-    PostMessageW(main_window(), k_message_hot_spot, pane_id, position);
+void post_hot_spot_click(LRESULT position) {
+    PostMessageW(main_window(), k_message_hot_spot, 0, position);
 }
 
 void hot_spot_arrived(LRESULT position) {
@@ -164,8 +164,8 @@ const char *word_at_position(LRESULT position) {
         return nullptr;
     }
     HWND pane = active_pane_window();
-    LRESULT const start = sci(pane, SCI_WORDSTARTPOSITION, position, 1);
-    LRESULT const end = sci(pane, SCI_WORDENDPOSITION, position, 1);
+    const LRESULT start = sci(pane, SCI_WORDSTARTPOSITION, position, 1);
+    const LRESULT end = sci(pane, SCI_WORDENDPOSITION, position, 1);
     if (end - start > static_cast<LRESULT>(k_cellname_max)) {
         return nullptr;
     }

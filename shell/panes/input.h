@@ -11,7 +11,7 @@ void subclass_console_pane(HWND pane);
 
 // SCN_HOTSPOTCLICK from a pane: Scintilla is still busy with the press, so the click is handled
 // when the message posted here arrives.
-void post_hot_spot_click(uint32_t pane_id, LRESULT position);
+void post_hot_spot_click(LRESULT position);
 
 // k_message_hot_spot.
 void hot_spot_arrived(LRESULT position);

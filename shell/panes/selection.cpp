@@ -15,11 +15,11 @@ const char *selected_text() {
         return "";
     }
     HWND pane = active_pane_window();
-    LRESULT const start = sci(pane, SCI_GETSELECTIONSTART);
-    LRESULT const end = sci(pane, SCI_GETSELECTIONEND);
+    const LRESULT start = sci(pane, SCI_GETSELECTIONSTART);
+    const LRESULT end = sci(pane, SCI_GETSELECTIONEND);
     // A rectangular selection has a line end behind each of its lines, so the pane is asked.
-    LRESULT const length = sci(pane, SCI_GETSELTEXT);
-    LRESULT const size = (length > end - start ? length : end - start) + 8;
+    const LRESULT length = sci(pane, SCI_GETSELTEXT);
+    const LRESULT size = (length > end - start ? length : end - start) + 8;
     char *bytes = buffer_reserve(&selection.buffer, static_cast<uint32_t>(size));
     if (bytes == nullptr) {
         short_on_memory_offer();

@@ -17,7 +17,7 @@ constexpr COLORREF k_text_colour = RGB(0, 0, 0);
 constexpr COLORREF k_link_colours[] = {RGB(197, 18, 27), RGB(43, 155, 34), RGB(24, 35, 105)};
 
 // Of a match while the search bar has the focus: light enough for black text.
-constexpr LPARAM k_inactive_selection = 0xFFC8C8C8;  // with its opacity
+constexpr LPARAM k_inactive_selection = static_cast<LPARAM>(0xFFC8C8C8);  // with its opacity
 
 constexpr LRESULT k_lexer_container = 0;
 constexpr LRESULT k_style_bits = 7;
@@ -46,7 +46,7 @@ void configure(HWND pane, LRESULT caret_policy, LRESULT caret_slop) {
 }
 
 void set_style(HWND pane, LRESULT style, COLORREF colour, bool bold) {
-    LRESULT const size = (option_font_size() + 5) / 10;
+    const LRESULT size = (option_font_size() + 5) / 10;
     sci(pane, SCI_STYLESETFORE, style, static_cast<LPARAM>(colour));
     sci(pane, SCI_STYLESETSIZE, style, size != 0 ? size : k_smallest_size);
     if (option_font_name()[0] != 0) {
@@ -62,13 +62,13 @@ bool is_ascii_word_byte(char c) {
 }
 
 // Where the word that begins at `at` ends. Scintilla decides where other than ASCII is concerned.
-uint32_t word_end(HWND pane, const char *text, uint32_t at, uint32_t length) {
-    uint32_t end = at;
+LRESULT word_end(HWND pane, const char *text, LRESULT at, LRESULT length) {
+    LRESULT end = at;
     while (end < length && is_ascii_word_byte(text[end])) {
         ++end;
     }
     if (end < length && static_cast<uint8_t>(text[end]) >= 0x80) {
-        end = static_cast<uint32_t>(sci(pane, SCI_WORDENDPOSITION, at, 1));
+        end = sci(pane, SCI_WORDENDPOSITION, at, 1);
     }
     return end;
 }
@@ -84,9 +84,9 @@ bool names_cell(const char *word, uint32_t length) {
 }
 
 // Styling begins with a whole word: what was typed may have made one of two, or two of one.
-uint32_t styling_start(HWND pane) {
-    LRESULT const styled = sci(pane, SCI_GETENDSTYLED);
-    return static_cast<uint32_t>(sci(pane, SCI_WORDSTARTPOSITION, styled, 1));
+LRESULT styling_start(HWND pane) {
+    const LRESULT styled = sci(pane, SCI_GETENDSTYLED);
+    return sci(pane, SCI_WORDSTARTPOSITION, styled, 1);
 }
 
 }  // namespace
@@ -127,14 +127,14 @@ void apply_pane_styles(HWND pane) {
 
 void style_pane(HWND pane, LRESULT end) {
     const char *text = reinterpret_cast<const char *>(sci(pane, SCI_GETCHARACTERPOINTER));
-    const uint32_t length = static_cast<uint32_t>(sci(pane, SCI_GETTEXTLENGTH));
-    uint32_t at = styling_start(pane);
-    uint32_t plain_from = at;
+    const LRESULT length = sci(pane, SCI_GETTEXTLENGTH);
+    LRESULT at = styling_start(pane);
+    LRESULT plain_from = at;
     sci(pane, SCI_STARTSTYLING, at);
     while (at < length && at < end) {
         const bool word = is_ascii_word_byte(text[at]) || static_cast<uint8_t>(text[at]) >= 0x80;
-        const uint32_t next = word ? word_end(pane, text, at, length) : at + 1;
-        if (word && next > at && names_cell(text + at, next - at)) {
+        const LRESULT next = word ? word_end(pane, text, at, length) : at + 1;
+        if (word && next > at && names_cell(text + at, static_cast<uint32_t>(next - at))) {
             sci(pane, SCI_SETSTYLING, at - plain_from, k_style_text);
             sci(pane, SCI_SETSTYLING, next - at, k_style_link);
             plain_from = next;

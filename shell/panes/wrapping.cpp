@@ -33,7 +33,7 @@ void set_console_policy(HWND pane, LRESULT policy) {
 // A pane breaks its lines when it is drawn or idle, which moves the caret's line down. Asked for a
 // line, it breaks all of them first.
 void show_caret(HWND pane) {
-    LRESULT const caret = sci(pane, SCI_GETCURRENTPOS);
+    const LRESULT caret = sci(pane, SCI_GETCURRENTPOS);
     if (caret > 0) {
         sci(pane, SCI_ENSUREVISIBLE, sci(pane, SCI_LINEFROMPOSITION, caret));
     }

@@ -26,7 +26,7 @@ const SettingRow k_texts[] = {
 
 // A field of several lines keeps Enter and Escape to itself; here they close the sheet.
 LRESULT CALLBACK format_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    LRESULT const result =
+    const LRESULT result =
         CallWindowProcW(report_page.format_previous, window, message, wparam, lparam);
     return message == WM_GETDLGCODE ? result & ~DLGC_WANTALLKEYS : result;
 }

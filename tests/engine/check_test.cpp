@@ -53,7 +53,10 @@ constexpr Wrong k_wrong[] = {
          BlockHandle none = 0;
          chain_extend(&none, k_block_text, "x", 1);
      }},
-    {"options.cpp: is_allowed(k_info[id], value)", [] { set_option_rtype(k_report_trail + 1); }},
+    {"options.cpp: is_allowed(k_info[id], value)", [] { set_option_rtype(k_rtype_max + 1); }},
+    {"options.cpp: is_whole_number(k_info[id])", [] { set_option(k_option_xmax, 1); }},
+    {"options.cpp: is_whole_number(k_info[id])",
+     [] { option_integer(options_in_force(), k_option_xmax); }},
     // Recovery, busy and streams.
     {"recovery.cpp: recovery_available()", recovery_jump},
     {"recovery.cpp: recovery.innermost == &point",
@@ -79,6 +82,11 @@ constexpr Wrong k_wrong[] = {
      }},
     {"text.cpp: last != 0", [] { text_assign(text_alloc(0), "", k_text_block_chars); }},
     {"text.cpp: h != 0", [] { text_insert_block_after(0); }},
+    {"text.cpp: builder.tail != 0",
+     [] {
+         text_builder_reset();
+         text_builder_put_run("x", 1);
+     }},
     // The index.
     {"index.cpp: is_node(node)", [] { index_next(released(node_outside())); }},
     {"index.cpp: is_node(node)", [] { index_prev(cell_name(index_root())); }},

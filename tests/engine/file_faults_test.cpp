@@ -97,7 +97,7 @@ TEST_F(Faults, FileCommandsAndReportsAtEveryAllocation) {
          },
          true, true},
     };
-    for (uint8_t type : {k_report_fmt, k_report_inptr, k_report_outptr, k_report_trail}) {
+    for (uint8_t type = k_rtype_min; type <= k_rtype_max; ++type) {
         for (const char *selected : {"(all)", "a b_2 a", ""}) {
             steps.push_back({selected,
                              [=] {

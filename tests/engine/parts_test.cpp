@@ -61,7 +61,7 @@ TEST_F(Parts, OptionsClampApplyAndReturnToTheirDefaults) {
     EXPECT_EQ(option_font_name(), std::string(255, 'f'));
     set_option_nfmt(k_number_fixed);
     set_option_ndec(3);
-    EXPECT_EQ(option_number_format()->digits, 3);
+    EXPECT_EQ(number_format_in_force()->digits, 3);
     option_defaults();
     EXPECT_STREQ(option_font_name(), "Tahoma");
     EXPECT_EQ(option_font_size(), 90);

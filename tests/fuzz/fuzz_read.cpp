@@ -16,7 +16,7 @@ void read_and_check(const std::string &bytes, bool ours) {
 
 bool found;
 
-void hear(const ReadNote *note) {
+void note_found(const ReadNote *note) {
     found |= note->finding != ReadFinding::option;
 }
 
@@ -26,7 +26,7 @@ void watch_and_compare(const std::string &bytes) {
     const std::string web = written_web();
     const bool whole = web_read_was_whole();
     found = false;
-    web_read_observe(hear);
+    web_read_observe(note_found);
     read_and_check(bytes, false);
     web_read_observe(nullptr);
     require(written_web() == web, "another web when watched");

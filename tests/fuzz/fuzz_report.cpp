@@ -46,7 +46,7 @@ void run_target(FuzzInput input) {
     next_cell();
     go_to_name("home");
     set_option_odest(k_output_console);
-    set_option_rtype(static_cast<uint8_t>(1 + type % 4));
+    set_option_rtype(static_cast<uint8_t>(1 + type % k_rtype_max));
     set_option_rall(all % 2);
     set_option_onewl(static_cast<uint8_t>(1 + newline % 3));
     set_option_rfmt(format.c_str());

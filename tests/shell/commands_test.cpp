@@ -3,6 +3,8 @@
 
 #include "tests/shell/shell_test.h"
 
+#include "version.h"
+
 #include <map>
 #include <span>
 #include <utility>
@@ -17,7 +19,7 @@ using Sight = std::map<std::string, std::string>;
 
 std::string question_in(const std::string &dialog) {
     for (const char *text :
-         {"Enter New Cellname", "Delete current cell?", "Choose Zoom Factor", "QUORVANE   v1.2",
+         {"Enter New Cellname", "Delete current cell?", "Choose Zoom Factor", QUORVANE_ABOUT_TITLE,
           "Replace", "Settings", "No such cell. Create it?", "Save As", "Open"}) {
         if (dialog.find(text) != std::string::npos) {
             return text;
@@ -155,7 +157,7 @@ constexpr Row k_with_a_selection[] = {
     everywhere(CMD_HELP_OVERVIEW, "console Quorvane reads, pane console"),
     everywhere(CMD_HELP_REPORT_FORMAT, "console For a formatte, pane console"),
     everywhere(CMD_HELP_MORE, "console Requests for i, pane console"),
-    everywhere(CMD_HELP_ABOUT, "asks QUORVANE   v1.2"),
+    everywhere(CMD_HELP_ABOUT, "asks " QUORVANE_ABOUT_TITLE),
     {CMD_NEXT_PANE, "pane list", "pane box", "pane box", "pane box"},
     everywhere(CMD_SPARE_BUTTON, ""),
     everywhere(CMD_CLOSE_MODELESS, ""),

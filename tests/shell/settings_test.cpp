@@ -114,7 +114,7 @@ TEST_F(SettingsTest, OkAppliesAtOnceAndIsThereAgainInTheSheetAndTheFile) {
         sci(window, SCI_STYLEGETFONT, STYLE_DEFAULT, as_lparam(face));
         EXPECT_EQ(std::string(face).substr(0, 7), "Courier");
     }
-    EXPECT_EQ(option_number_format()->digits, 4);
+    EXPECT_EQ(number_format_in_force()->digits, 4);
     command(CMD_FILE_SAVE);
     for (const char *part : k_changed_options) {
         EXPECT_NE(file_bytes(path).find(part), std::string::npos) << part;

@@ -49,4 +49,11 @@ TEST(TextConversion, StopsAt256) {
     char name[8];
     copy_characters(name, "abc\xE2\x82\xAC", 5);
     EXPECT_STREQ(name, "abc");
+    utf8_copy(name, 8, L"ab\xD83D\xDE00");
+    EXPECT_STREQ(name, "ab") << "no half of a pair";
+    copy_characters(name, "a\xED\xA0\xBD\xED\xB8\x80", 6);
+    EXPECT_STREQ(name, "a");
+    wchar_t units[3];
+    utf16_copy(units, 3, "a\xED\xA0\xBD\xED\xB8\x80");
+    EXPECT_EQ(std::wstring(units), L"a");
 }

@@ -1,0 +1,1 @@
+// Asked for by the headers of x86 alone.

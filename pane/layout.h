@@ -1,0 +1,54 @@
+// Where the text stands in the window: lines as they are broken, and from a position to a point and
+// back. Breaking is put off until somebody asks, and then done for the lines that have changed.
+//
+// Whoever asks calls layout_prepare() first; the functions of this header do.
+#pragma once
+
+#include "pane/pane.h"
+
+void layout_init(Layout *layout);
+void layout_free(Layout *layout);
+
+void layout_set_wrap(Pane *pane, bool wrap);
+
+// The lines from one up to another have to be broken anew; or all of them, in their present width.
+void layout_lines_changed(Pane *pane, uint32_t from, uint32_t to);
+void layout_all_changed(Pane *pane);
+
+// The document has changed.
+void layout_follow(Pane *pane, const Change &change);
+
+// Breaks what has to be broken. The line of the text that is at the top stays there.
+void layout_prepare(Pane *pane);
+
+// The top has moved.
+void layout_note_top(Pane *pane);
+
+uint32_t layout_line_count(Pane *pane);  // of the screen
+
+// A line's parts, one for each line of the screen; good until the next call for another line.
+const Breaks *layout_breaks(Pane *pane, uint32_t line);
+LineRange layout_range(const Pane *pane, uint32_t line);
+
+// The line of the screen that a position is on, and the position's x in the window.
+uint32_t layout_row_of(Pane *pane, uint32_t position);
+int layout_x_of(Pane *pane, uint32_t position);
+int layout_text_left(const Pane *pane);
+
+// A line of the text, and which part of it.
+struct Row {
+    uint32_t line;
+    uint32_t part;
+};
+
+Row layout_row(Pane *pane, uint32_t row);
+
+// The position nearest to an x on a line of the screen; or in front of the character that is there.
+enum class Near : uint8_t { edge, character };
+uint32_t layout_position_in_row(Pane *pane, uint32_t row, int x, Near which);
+
+// The position nearest to a point of the window, the first or the last for a point outside.
+uint32_t layout_position_at(Pane *pane, POINT at, Near which);
+
+// Whether a point is on a character.
+bool layout_hits_character(Pane *pane, POINT at);
