@@ -27,7 +27,7 @@ struct SettingsPage {
     std::span<const SettingRow> texts = {};
     std::span<const SettingRow> numbers = {};
     const wchar_t *forbidden = L"";  // characters in its texts
-    bool restyles = false;  // the panes look different when its options change
+    bool restyles = false;           // the panes look different when its options change
     // Prepares what the tables do not cover; may be null.
     void (*prepare)(HWND page) = nullptr;
     // Answers a message that the tables do not cover; may be null.
