@@ -47,6 +47,13 @@ const char *file_kept_path();
 // between two steps of file_replace_finish(); "" on systems that need only one.
 const char *file_successor(const char *path);
 
+// Where the old file may stand then, as it was; "" on systems that never move it.
+const char *file_predecessor(const char *path);
+
+// Calls `found` with the path of each file that may have one of these and is not there itself, in
+// the folders that the file dialogs show; on systems with a predecessor only.
+void file_each_cut_off(void (*found)(const char *path));
+
 // Moves a file to a path that has none.
 bool file_move(const char *from, const char *to);
 

@@ -15,7 +15,7 @@
 #pragma once
 
 // Called by the message loop when the queue is empty: gives the processor away until a message
-// arrives, at most 15 ms. Nothing of the kind exists on the handheld, whose build defines it empty.
+// arrives, at most 15 ms. The handheld's build has its own (handheld/idle.cpp).
 void desktop_idle();
 
 // Defined by the program: opens the web file `path`, which is absolute and as long as it likes, as

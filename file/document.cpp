@@ -114,14 +114,30 @@ int save_to_path() {
     return code;
 }
 
+// The dialog did not ask about a file that was not there, but stands there now because a save to it
+// had been cut off.
+bool may_take_path(const char *path) {
+    return finish_cut_off(path) != CutOffSave::finished ||
+           ask_no_yes("An earlier save of this file was cut off. Save over it?", k_product_name);
+}
+
+int leave_alone() {
+    show_status_message("Not Saved");
+    return k_left_alone;
+}
+
 // Saves under a path that the user chooses, and says how it went.
 int save_under_new_path() {
+    finish_all_cut_off();
     copy_path(document.open_path, document.current_path);
     if (!ask_save_path(document.open_path, sizeof document.open_path, document.display_name)) {
         return k_cancelled;
     }
     // The path may be another spelling of the damaged file's.
     if (strcmp(document.open_path, document.save_path) != 0) {
+        if (!may_take_path(document.open_path)) {
+            return leave_alone();
+        }
         document.keep_old = web_file_is(document.open_path, document.damaged);
         document.last.known = false;
     }
@@ -178,6 +194,7 @@ int choose_path(const char *path) {
     if (path != nullptr && *path != 0) {
         return copy_unquoted(document.open_path, path) ? 0 : report_error(k_cannot_open_web);
     }
+    finish_all_cut_off();
     copy_path(document.open_path, document.current_path);
     return ask_open_path(document.open_path, sizeof document.open_path) ? 0 : k_cancelled;
 }
@@ -201,6 +218,7 @@ void save_and_end(void *) {
 
 void doc_start(const char *command_line) {
     configure_panes();
+    finish_all_cut_off();
     if (*command_line != 0 && doc_open(command_line) == 0) {
         refresh_cellname_list();
     } else {

@@ -5,6 +5,7 @@
 #include "core/host_messages.h"
 #include "file/web_writer.h"
 
+#include <cerrno>
 #include <cstring>
 
 constexpr const char *k_web_end = "</eof>";
@@ -24,17 +25,31 @@ static struct Save {
 namespace {
 
 // A web file that ends in its end mark was written whole.
-bool is_whole(const char *path) {
-    FILE *file = file_open(path, "rb");
-    if (file == nullptr) {
-        return false;
-    }
+bool is_whole(FILE *file) {
     char end[k_web_end_bytes];
-    const bool whole = fseek(file, -k_web_end_bytes, SEEK_END) == 0 &&
-                       fread(end, 1, sizeof end, file) == sizeof end &&
-                       memcmp(end, k_web_end, sizeof end) == 0;
+    return fseek(file, -k_web_end_bytes, SEEK_END) == 0 &&
+           fread(end, 1, sizeof end, file) == sizeof end && memcmp(end, k_web_end, sizeof end) == 0;
+}
+
+// Gives a path that has no file the one at `from`, where there is one.
+CutOffSave take_place(const char *from, const char *path, bool whole_only) {
+    FILE *file = *from != 0 ? file_open(from, "rb") : nullptr;
+    if (file == nullptr) {
+        return *from == 0 || errno == ENOENT ? CutOffSave::none : CutOffSave::stuck;
+    }
+    const bool fits = !whole_only || is_whole(file);
     fclose(file);
-    return whole;
+    if (!fits) {
+        return CutOffSave::none;
+    }
+    if (file_move(from, path)) {
+        return CutOffSave::finished;
+    }
+    return errno == EEXIST ? CutOffSave::none : CutOffSave::stuck;
+}
+
+void finish_found(const char *path) {
+    finish_cut_off(path);
 }
 
 Fingerprint fingerprint_at(const char *path) {
@@ -91,11 +106,18 @@ FILE *open_web_file(const char *path, const char *mode) {
     if (file != nullptr) {
         return file;
     }
-    const char *successor = file_successor(path);
-    if (*successor != 0 && is_whole(successor) && file_move(successor, path)) {
-        return file_open(path, mode);
-    }
-    return file_open(path, mode);  // for its reason
+    finish_cut_off(path);
+    return file_open(path, mode);
+}
+
+// The old file was the user's, so that it counts even when its end mark is missing.
+CutOffSave finish_cut_off(const char *path) {
+    const CutOffSave result = take_place(file_successor(path), path, true);
+    return result != CutOffSave::none ? result : take_place(file_predecessor(path), path, false);
+}
+
+void finish_all_cut_off() {
+    file_each_cut_off(finish_found);
 }
 
 Fingerprint fingerprint_of(FILE *file) {
@@ -130,7 +152,8 @@ bool web_file_changed(const char *path, const Fingerprint &last) {
 }
 
 int save_web_file(const char *path, bool *keep_old, Fingerprint *written) {
-    FILE *file = file_replace_begin(path);
+    const bool stuck = finish_cut_off(path) == CutOffSave::stuck;
+    FILE *file = !stuck ? file_replace_begin(path) : nullptr;
     if (file == nullptr) {
         return report_error(k_cannot_open_web);
     }

@@ -16,6 +16,14 @@ struct Fingerprint {
 // to its end first. Null when there is no file to open; errno says why.
 FILE *open_web_file(const char *path, const char *mode);
 
+// The same for a save: what the next one would sweep away is moved to the path that it belongs to,
+// when nothing is there. `stuck` when that cannot be done.
+enum class CutOffSave : uint8_t { none, finished, stuck };
+CutOffSave finish_cut_off(const char *path);
+
+// The same for every file that the file dialogs would show.
+void finish_all_cut_off();
+
 // Of an open file, which then is at its start. Unknown for what cannot be read twice.
 Fingerprint fingerprint_of(FILE *file);
 

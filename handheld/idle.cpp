@@ -1,6 +1,11 @@
-// What a desktop's window does between messages and the handheld's does not.
+// What the message loop does when the queue is empty, on the handheld.
 #include "desktop/frame.h"
 
-// The loop polls for as long as the program runs: the system gives the processor to whoever needs
-// it, and the second's work is on time whether messages come or not.
-void desktop_idle() {}
+#include <windows.h>
+
+constexpr DWORD k_idle_milliseconds = 15;
+
+// A loop that asked on and on would keep the processor from resting, and empty the battery.
+void desktop_idle() {
+    MsgWaitForMultipleObjectsEx(0, nullptr, k_idle_milliseconds, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+}

@@ -93,7 +93,8 @@ class Elf:
 # ---- What a handheld's processor does not know --------------------------------------------------
 
 # (mask, value, what it is), of the conditional instructions that came after armv4; the first row
-# that fits counts, and None is what armv4 has.
+# that fits counts, and None is what armv4 has. What armv4 has but takes only at aligned addresses
+# (ldrh, strh, ldrsh, ldr, str, ldm, stm) cannot be told here: such a fault shows when the code runs.
 LATER_INSTRUCTIONS = (
     (0x0FFFFFD0, 0x012FFF10, "bx or blx"),
     (0x0FFF0FF0, 0x016F0F10, "clz"),

@@ -7,6 +7,7 @@
 #include "platform/windows/text_conversion.h"
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <cwchar>
 
@@ -22,7 +23,23 @@ constexpr DWORD k_share_all = FILE_SHARE_READ | FILE_SHARE_WRITE;
 // Where the old version stands while the new one takes its name.
 constexpr const char *k_aside_suffix = "-aside";
 
+// As the system fills it in. The desktop's has two words where this one has the object.
+struct FoundFile {
+    DWORD attributes;
+    DWORD times[6];
+    DWORD size[2];
+    DWORD object;
+    wchar_t name[MAX_PATH];
+};
+static_assert(offsetof(FoundFile, name) == 40);
+
+// Room for a folder, a folder in it, and a file in that: the system gives no longer ones.
+constexpr uint32_t k_search_path_max = 4 * MAX_PATH;
+
 constexpr int k_documents_folder = 5;  // as the system numbers it
+
+// A folder of the root with these attributes is a storage card.
+constexpr DWORD k_card = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_TEMPORARY;
 
 // The system's name for it is the user's language's.
 uint32_t documents_path(wchar_t *to) {
@@ -89,6 +106,75 @@ DWORD attributes_like(const char *model) {
     return kept != 0 ? kept : FILE_ATTRIBUTE_NORMAL;
 }
 
+// True when the path ended in the suffix.
+bool take_suffix(char *path, const char *suffix) {
+    const size_t length = strlen(path);
+    const size_t extra = strlen(suffix);
+    if (length < extra || strcmp(path + length - extra, suffix) != 0) {
+        return false;
+    }
+    path[length - extra] = 0;
+    return true;
+}
+
+// True when `found` gave a file its name: the search is then another one.
+bool mend(const wchar_t *name, void (*found)(const char *)) {
+    static char path[k_system_path_max];
+    if (utf8_size(name) >= k_system_path_max) {
+        return false;
+    }
+    utf8_copy(path, k_system_path_max, name);
+    if (!take_suffix(path, k_next_suffix) && !take_suffix(path, k_aside_suffix)) {
+        return false;
+    }
+    if (is_there(path)) {
+        return false;
+    }
+    found(path);
+    return is_there(path);
+}
+
+void look_in_folder(wchar_t *folder, DWORD attributes, void (*found)(const char *));
+
+// True when a file was mended. `folder` ends in a backslash; what is behind it changes.
+bool look_at(wchar_t *folder, const FoundFile &entry, DWORD attributes,
+             void (*found)(const char *)) {
+    wcscat(folder, entry.name);
+    if ((entry.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        return mend(folder, found);
+    }
+    if (attributes != 0 && (entry.attributes & attributes) == attributes) {
+        wcscat(folder, L"\\");
+        look_in_folder(folder, 0, found);
+    }
+    return false;
+}
+
+bool look_once(wchar_t *folder, DWORD attributes, void (*found)(const char *)) {
+    const size_t length = wcslen(folder);
+    FoundFile entry;
+    WIN32_FIND_DATAW *data = reinterpret_cast<WIN32_FIND_DATAW *>(&entry);
+    wcscpy(folder + length, L"*");
+    HANDLE search = FindFirstFileW(folder, data);
+    bool mended = false;
+    for (bool more = search != INVALID_HANDLE_VALUE; more && !mended;
+         more = FindNextFileW(search, data) != 0) {
+        folder[length] = 0;
+        mended = look_at(folder, entry, attributes, found);
+    }
+    folder[length] = 0;
+    if (search != INVALID_HANDLE_VALUE) {
+        FindClose(search);
+    }
+    return mended;
+}
+
+// Folders in this one that have all of the attributes are looked into too, where there are any.
+void look_in_folder(wchar_t *folder, DWORD attributes, void (*found)(const char *)) {
+    while (look_once(folder, attributes, found)) {
+    }
+}
+
 // The stream's own handle is the system's: there are no descriptors between them.
 HANDLE handle_of(FILE *file) {
     return reinterpret_cast<HANDLE>(static_cast<intptr_t>(_fileno(file)));
@@ -111,14 +197,20 @@ FILE *file_open(const char *path, const char *mode) {
     return name != nullptr ? open_stream(name, mode) : nullptr;
 }
 
-// Both are whole when nothing is at the path. The old version alone stands there when the new one
-// could not take its name, nor the old one its own again.
-const char *file_successor(const char *path) {
-    static char successor[k_system_path_max];
-    if (system_next_path(successor, path) && is_there(successor)) {
-        return successor;
-    }
-    return aside_path(successor, path) && is_there(successor) ? successor : "";
+// Both are there when a program was killed between the two moves of system_put_over(). The old one
+// alone is when the new one could not take its name, nor the old one its own again.
+const char *file_predecessor(const char *path) {
+    static char aside[k_system_path_max];
+    return aside_path(aside, path) ? aside : "";
+}
+
+// The dialogs show the documents, the folders in them, and what is in the root of a card.
+void file_each_cut_off(void (*found)(const char *path)) {
+    static wchar_t folder[k_search_path_max];
+    documents_path(folder);
+    look_in_folder(folder, FILE_ATTRIBUTE_DIRECTORY, found);
+    wcscpy(folder, L"\\");
+    look_in_folder(folder, k_card, found);
 }
 
 bool file_move(const char *from, const char *to) {
@@ -174,7 +266,11 @@ FILE *system_create_temporary(char *path, bool) {
         return nullptr;
     }
     utf8_copy(path, k_system_path_max, name);
-    return open_stream(name, "w+b");
+    FILE *stream = open_stream(name, "w+b");
+    if (stream == nullptr) {
+        DeleteFileW(name);
+    }
+    return stream;
 }
 
 // A file system that writes everything at once may know nothing to do here.
@@ -196,7 +292,8 @@ bool system_cut(FILE *file, long length) {
            fail_as_system();
 }
 
-// At every moment there is a whole version under one of three names, and file_successor() finds it.
+// At every moment there is a whole version under one of three names: at the path, or where
+// file_successor() and file_predecessor() say.
 bool system_put_over(const char *next, const char *target) {
     static char aside[k_system_path_max];
     if (!aside_path(aside, target)) {

@@ -202,6 +202,12 @@ FILE *file_open(const char *path, const char *mode) {
     return fopen(path, mode);
 }
 
+const char *file_predecessor(const char *) {
+    return "";
+}
+
+void file_each_cut_off(void (*)(const char *)) {}
+
 // A rename needs no second step that another program could have to finish.
 const char *file_successor(const char *) {
     return "";

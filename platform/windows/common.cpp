@@ -8,13 +8,12 @@
 
 #include <windows.h>
 
+const char *const k_next_suffix = "-new";
 const char k_path_separator = '\\';
 
 static struct WidePaths { wchar_t units[k_wide_slots][k_wide_path_max]; } wide;
 
 namespace {
-
-constexpr const char *k_next_suffix = "-new";
 
 constexpr struct {
     DWORD code;
@@ -65,6 +64,11 @@ bool system_next_path(char *next, const char *target) {
     strcpy(next, target);
     strcat(next, k_next_suffix);
     return true;
+}
+
+const char *file_successor(const char *path) {
+    static char next[k_system_path_max];
+    return system_next_path(next, path) ? next : "";
 }
 
 const char *system_old_suffix() {

@@ -7,6 +7,9 @@
 // UTF-16 units of the longest path, the terminating zero included.
 constexpr uint32_t k_wide_path_max = k_system_path_max;
 
+// What a next version has behind the path.
+extern const char *const k_next_suffix;
+
 enum WidePathSlot : uint32_t { k_wide_one, k_wide_other, k_wide_slots };
 
 // A path in UTF-16, in the slot's own static buffer, which the next call overwrites. Null for a

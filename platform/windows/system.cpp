@@ -154,10 +154,11 @@ FILE *file_open(const char *path, const char *mode) {
     return stream_of(file, mode, writes ? _O_RDWR : _O_RDONLY);
 }
 
-const char *file_successor(const char *path) {
-    static char next[k_system_path_max];
-    return system_next_path(next, path) ? next : "";
+const char *file_predecessor(const char *) {
+    return "";
 }
+
+void file_each_cut_off(void (*)(const char *)) {}
 
 bool file_move(const char *from, const char *to) {
     const wchar_t *name = wide_path(from);

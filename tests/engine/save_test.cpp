@@ -321,5 +321,23 @@ TEST_F(Save, AWholeSuccessorTakesThePlaceOfAFileThatIsNotThere) {
     }
     fs::remove(successor);
     EXPECT_EQ(doc_command_open_path(path.c_str()), k_cannot_open_web);
+
+    // The dialog does not ask about it, so the program does; a No leaves both webs as they are.
+    doc_command_new();
+    type_text("mine");
+    for (const bool over : {false, true}) {
+        fs::remove(path);
+        write_file(successor, web_of("theirs"));
+        host().save_paths = {path};
+        host().yes_no = {over};
+        take_log();
+        EXPECT_EQ(doc_command_save_as(), over ? 0 : k_left_alone);
+        EXPECT_EQ(count(take_log(), "ask_no_yes An earlier save of this file was cut off. "
+                                    "Save over it?|Quorvane"),
+                  1U);
+        EXPECT_EQ(file_bytes(path), over ? written_web() : web_of("theirs"));
+        EXPECT_EQ(stored_text("home"), "mine");
+        EXPECT_EQ(std::string(doc_save_path()), over ? path : "");
+    }
     successor.clear();
 }

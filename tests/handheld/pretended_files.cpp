@@ -1,14 +1,19 @@
 #include "tests/handheld/pretended_files.h"
 
 #include <algorithm>
+#include <cstring>
+#include <cwchar>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <unistd.h>
+#include <vector>
 
 #include <windows.h>
 
 namespace fs = std::filesystem;
+
+constexpr size_t k_found_name = 40;  // where the name is in what a search finds
 
 static struct PretendedFiles {
     Mishap mishap;
@@ -48,6 +53,19 @@ bool is_there(const wchar_t *name) {
 
 bool can_be_made(const wchar_t *name) {
     return fs::exists(fs::path(host_path(name)).parent_path());
+}
+
+DWORD attributes_of(const wchar_t *name) {
+    const std::string path = host_path(name);
+    if (!fs::exists(path)) {
+        fails_with(ERROR_FILE_NOT_FOUND);
+        return INVALID_FILE_ATTRIBUTES;
+    }
+    if (fs::is_directory(path)) {
+        return FILE_ATTRIBUTE_DIRECTORY;
+    }
+    const auto found = files.attributes.find(path);
+    return found != files.attributes.end() ? found->second : FILE_ATTRIBUTE_NORMAL;
 }
 
 int descriptor_of(HANDLE file) {
@@ -96,16 +114,7 @@ BOOL SHGetSpecialFolderPath(HWND, wchar_t *path, int, BOOL) {
 }
 
 DWORD GetFileAttributesW(const wchar_t *name) {
-    const std::string path = host_path(name);
-    if (!fs::exists(path)) {
-        fails_with(ERROR_FILE_NOT_FOUND);
-        return INVALID_FILE_ATTRIBUTES;
-    }
-    if (fs::is_directory(path)) {
-        return FILE_ATTRIBUTE_DIRECTORY;
-    }
-    const auto found = files.attributes.find(path);
-    return found != files.attributes.end() ? found->second : FILE_ATTRIBUTE_NORMAL;
+    return call_passes() ? attributes_of(name) : INVALID_FILE_ATTRIBUTES;
 }
 
 HANDLE CreateFileW(const wchar_t *name, DWORD access, DWORD, void *, DWORD disposition,
@@ -114,7 +123,7 @@ HANDLE CreateFileW(const wchar_t *name, DWORD access, DWORD, void *, DWORD dispo
         return INVALID_HANDLE_VALUE;
     }
     const bool found = is_there(name);
-    DWORD const now = found ? GetFileAttributesW(name) : 0;
+    DWORD const now = found ? attributes_of(name) : 0;
     if (disposition == CREATE_NEW ? found || !can_be_made(name) : !found) {
         fails_with(found ? ERROR_FILE_EXISTS : ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
@@ -157,7 +166,52 @@ BOOL DeleteFileW(const wchar_t *name) {
     return fs::remove(host_path(name)) || fails_with(ERROR_FILE_NOT_FOUND) ? 1 : FALSE;
 }
 
+// A search sees the folder as it was when it began.
+using Search = std::vector<fs::path>;
+static std::vector<Search> searches;  // with the names to come at the end of each
+
+HANDLE FindFirstFileW(const wchar_t *pattern, WIN32_FIND_DATAW *found) {
+    const fs::path folder = fs::path(host_path(pattern)).parent_path();
+    Search search;
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder)) {
+        search.push_back(entry.path());
+    }
+    std::sort(search.rbegin(), search.rend());
+    searches.push_back(search);
+    HANDLE handle = reinterpret_cast<HANDLE>(searches.size());
+    if (FindNextFileW(handle, found) == 0) {
+        FindClose(handle);
+        return INVALID_HANDLE_VALUE;
+    }
+    return handle;
+}
+
+BOOL FindNextFileW(HANDLE handle, WIN32_FIND_DATAW *found) {
+    Search &search = searches.at(reinterpret_cast<size_t>(handle) - 1);
+    if (search.empty()) {
+        return FALSE;
+    }
+    const fs::path path = search.back();
+    search.pop_back();
+    const auto row = files.attributes.find(path.string());
+    DWORD const plain = fs::is_directory(path) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
+    DWORD const attributes = row != files.attributes.end() ? row->second : plain;
+    memcpy(found, &attributes, sizeof attributes);
+    wchar_t *name = reinterpret_cast<wchar_t *>(reinterpret_cast<char *>(found) + k_found_name);
+    wcscpy(name, path.filename().wstring().c_str());
+    return 1;
+}
+
+// The last that was begun is the first to end.
+BOOL FindClose(HANDLE handle) {
+    searches.resize(reinterpret_cast<size_t>(handle) - 1);
+    return 1;
+}
+
 DWORD GetTempPathW(DWORD, wchar_t *folder) {
+    if (!call_passes()) {
+        return 0;
+    }
     const std::wstring name = L"\\Temp\\";
     *std::copy(name.begin(), name.end(), folder) = 0;
     return files.temporary_folder ? static_cast<DWORD>(name.size()) : 0;
@@ -195,6 +249,9 @@ BOOL FlushFileBuffers(HANDLE) {
 }
 
 DWORD SetFilePointer(HANDLE file, long distance, long *, DWORD) {
+    if (!call_passes()) {
+        return INVALID_SET_FILE_POINTER;
+    }
     return static_cast<DWORD>(lseek(descriptor_of(file), distance, SEEK_SET));
 }
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-// What happens to the call that is due among those that may change or open a file.
+// What happens to the call that is due among those that look at, open, change or flush a file.
 enum class Mishap : uint8_t {
     none,
     refused,        // it fails

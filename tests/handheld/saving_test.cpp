@@ -3,6 +3,9 @@
 #include "tests/handheld/pretended_files.h"
 
 #include "core/host_files.h"
+#include "core/host_messages.h"
+#include "file/save.h"
+#include "file/web_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -16,10 +19,24 @@
 
 namespace fs = std::filesystem;
 
+static std::string to_save;
+
+// What file/save.cpp calls of the rest of the engine.
+int web_write(FILE *file) {
+    return fwrite(to_save.data(), 1, to_save.size(), file) == to_save.size() ? 0 : -4;
+}
+
+int report_error(int code) {
+    return code;
+}
+
+void show_warning(const char *, const char *) {}
+
 namespace {
 
 const std::string k_old = "the old web, which is longer than the new one </eof>";
 const std::string k_new = "the new web </eof>";
+const std::string k_newer = "what a later save writes </eof>";
 constexpr const char *k_path = "\\Notes\\web.qvx";
 constexpr const wchar_t *k_wide_path = L"\\Notes\\web.qvx";
 
@@ -27,8 +44,7 @@ void put(const std::wstring &name, const std::string &bytes) {
     std::ofstream(host_path(name), std::ios::binary) << bytes;
 }
 
-std::string bytes_at(const char *path) {
-    FILE *file = file_open(path, "rb");
+std::string bytes_of(FILE *file) {
     if (file == nullptr) {
         return "nothing";
     }
@@ -38,27 +54,34 @@ std::string bytes_at(const char *path) {
     return {bytes, n};
 }
 
-// What somebody reads who opens the file: see open_web_file() of file/save.h.
-std::string read_by_anybody(const char *path) {
-    pretend_mishap(Mishap::none, 0, true);
-    const std::string bytes = bytes_at(path);
-    const char *successor = file_successor(path);
-    if (bytes != "nothing" || *successor == 0 || !file_move(successor, path)) {
-        return bytes;
-    }
-    return bytes_at(path);
+std::string bytes_at(const char *path) {
+    return bytes_of(file_open(path, "rb"));
 }
 
-bool replace(const char *path) {
-    FILE *file = file_replace_begin(path);
-    if (file == nullptr) {
-        return false;
+// What somebody reads who opens the web, with the card in and the program alive.
+std::string read_by_anybody(const char *path) {
+    pretend_mishap(Mishap::none, 0, true);
+    return bytes_of(open_web_file(path, "r+b"));
+}
+
+bool replace(const char *path, const std::string &bytes = k_new) {
+    bool keep_old = false;
+    Fingerprint written = {};
+    to_save = bytes;
+    return save_web_file(path, &keep_old, &written) == 0;
+}
+
+// Saves in a process of its own, which is killed at a call; false when it lived.
+bool killed_while_saving(int calls, const std::string &bytes) {
+    const pid_t child = fork();
+    if (child == 0) {
+        pretend_mishap(Mishap::killed, calls, true);
+        replace(k_path, bytes);
+        _exit(1);
     }
-    if (fwrite(k_new.data(), 1, k_new.size(), file) != k_new.size()) {
-        file_replace_abandon();
-        return false;
-    }
-    return file_replace_finish();
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WEXITSTATUS(status) == 0;
 }
 
 size_t files_in(const std::wstring &folder) {
@@ -131,19 +154,108 @@ TEST_F(HandheldSaving, TheProgramIsKilledAtAnyCall) {
     at_every_call([](int calls) {
         pretend_empty_root();
         put(k_wide_path, k_old);
-        const pid_t child = fork();
-        if (child == 0) {
-            pretend_mishap(Mishap::killed, calls, true);
-            replace(k_path);
-            _exit(1);  // it lived
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
+        const bool killed = killed_while_saving(calls, k_new);
         const std::string bytes = read_by_anybody(k_path);
         EXPECT_TRUE(bytes == k_old || bytes == k_new) << calls << " " << bytes;
         save_again_and_sweep(calls);
-        return WEXITSTATUS(status) == 0;
+        return killed;
     });
+}
+
+bool is_version(const std::string &bytes) {
+    return bytes == k_old || bytes == k_new || bytes == k_newer;
+}
+
+// Nobody opens the web between the two.
+TEST_F(HandheldSaving, ASaveBehindAKilledOneLosesNothing) {
+    at_every_call([](int calls) {
+        bool killed = true;
+        for (const Mishap mishap : {Mishap::killed, Mishap::refused, Mishap::refused_after}) {
+            at_every_call([&](int later) {
+                pretend_empty_root();
+                put(k_wide_path, k_old);
+                killed = killed_while_saving(calls, k_new);
+                bool happened = false;
+                if (mishap == Mishap::killed) {
+                    happened = killed_while_saving(later, k_newer);
+                } else {
+                    pretend_mishap(mishap, later, true);
+                    replace(k_path, k_newer);
+                    happened = mishap_happened();
+                }
+                const std::string bytes = read_by_anybody(k_path);
+                EXPECT_TRUE(is_version(bytes)) << calls << " " << later << " " << bytes;
+                save_again_and_sweep(calls);
+                return happened;
+            });
+        }
+        return killed;
+    });
+}
+
+// A version that was cut gives way to the one that was set aside, which is what the user had.
+TEST_F(HandheldSaving, WhatAKilledSaveLeftIsFoundAndSavedOver) {
+    const struct {
+        const char *next;
+        const char *aside;
+        std::string found;
+    } rows[] = {
+        {k_new.c_str(), k_old.c_str(), k_new}, {k_new.c_str(), nullptr, k_new},
+        {"the new w", k_old.c_str(), k_old},   {"", k_old.c_str(), k_old},
+        {nullptr, k_old.c_str(), k_old},       {"the new w", "by hand\n", "by hand\n"},
+        {"the new w", nullptr, "nothing"},
+    };
+    for (const auto &row : rows) {
+        const auto leave = [&row] {
+            pretend_empty_root();
+            if (row.next != nullptr) {
+                put(L"\\Notes\\web.qvx-new", row.next);
+            }
+            if (row.aside != nullptr) {
+                put(L"\\Notes\\web.qvx-aside", row.aside);
+            }
+        };
+        leave();
+        EXPECT_EQ(read_by_anybody(k_path), row.found);
+        save_again_and_sweep(0);
+        at_every_call([&](int calls) {
+            leave();
+            const bool killed = killed_while_saving(calls, k_newer);
+            const std::string bytes = read_by_anybody(k_path);
+            EXPECT_TRUE(bytes == row.found || is_version(bytes)) << calls << " " << bytes;
+            return killed;
+        });
+    }
+}
+
+// As the dialogs list them: no other folder is looked into.
+TEST_F(HandheldSaving, EveryCutOffSaveIsFoundWhereTheDialogsLook) {
+    const struct {
+        std::wstring folder;
+        bool found;
+    } rows[] = {{L"\\Notes\\", true},
+                {L"\\Notes\\Trip\\", true},
+                {L"\\Notes\\Trip\\Deep\\", false},
+                {L"\\Card\\", true},
+                {L"\\Temp\\", false}};
+    fs::create_directories(host_path(L"\\Notes\\Trip\\Deep"));
+    fs::create_directories(host_path(L"\\Card"));
+    set_attributes(L"\\Card", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_TEMPORARY);
+    for (const auto &row : rows) {
+        put(row.folder + L"a.qvx-aside", k_old);
+        put(row.folder + L"a.qvx-new", k_new);
+        put(row.folder + L"b.qvx-aside", k_old);
+        put(row.folder + L"c.qvx", k_newer);
+        put(row.folder + L"c.qvx-aside", k_old);
+        put(row.folder + L"-new", "cut");
+    }
+    finish_all_cut_off();
+    for (const auto &row : rows) {
+        const std::string folder(row.folder.begin(), row.folder.end());
+        EXPECT_EQ(bytes_at((folder + "a.qvx").c_str()), row.found ? k_new : "nothing") << folder;
+        EXPECT_EQ(bytes_at((folder + "b.qvx").c_str()), row.found ? k_old : "nothing") << folder;
+        EXPECT_EQ(bytes_at((folder + "c.qvx").c_str()), k_newer) << folder;
+    }
 }
 
 TEST_F(HandheldSaving, WhatIsNoFileToWrite) {

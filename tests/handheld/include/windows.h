@@ -11,6 +11,7 @@ using BOOL = int;
 using DWORD = uint32_t;
 using HANDLE = void *;
 using HWND = void *;
+struct WIN32_FIND_DATAW;
 
 #define FALSE 0
 #define MAX_PATH 260
@@ -32,6 +33,7 @@ using HWND = void *;
 #define FILE_ATTRIBUTE_DIRECTORY 0x10U
 #define FILE_ATTRIBUTE_ARCHIVE 0x20U
 #define FILE_ATTRIBUTE_NORMAL 0x80U
+#define FILE_ATTRIBUTE_TEMPORARY 0x100U
 
 #define ERROR_FILE_NOT_FOUND 2U
 #define ERROR_PATH_NOT_FOUND 3U
@@ -56,6 +58,9 @@ HANDLE CreateFileW(const wchar_t *name, DWORD access, DWORD share, void *securit
 BOOL CloseHandle(HANDLE file);
 BOOL MoveFileW(const wchar_t *name, const wchar_t *new_name);
 BOOL DeleteFileW(const wchar_t *name);
+HANDLE FindFirstFileW(const wchar_t *pattern, WIN32_FIND_DATAW *found);
+BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW *found);
+BOOL FindClose(HANDLE search);
 DWORD GetTempPathW(DWORD size, wchar_t *folder);
 DWORD GetTempFileNameW(const wchar_t *folder, const wchar_t *prefix, DWORD number, wchar_t *name);
 
