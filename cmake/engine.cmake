@@ -49,6 +49,10 @@ endif()
 add_library(quorvane_read_watch OBJECT file/read_watch.cpp)
 target_link_libraries(quorvane_read_watch PUBLIC quorvane_warnings quorvane_portable)
 
+# How a web is saved, for tests/handheld, which has all that it calls.
+add_library(quorvane_saving OBJECT EXCLUDE_FROM_ALL file/save.cpp)
+target_link_libraries(quorvane_saving PRIVATE quorvane_warnings quorvane_portable)
+
 # A program that links quorvane_whole_program has the engine optimised as one piece when it is
 # linked, calls across files included. The others link the same objects as they are.
 add_library(quorvane_whole_program INTERFACE)

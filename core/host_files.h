@@ -2,7 +2,7 @@
 //
 //   by path        every program: platform/replace.cpp (file_replace_..., file_keep,
 //                  file_kept_path) and platform/posix/system.cpp, platform/windows/system.cpp or
-//                  platform/handheld/system.cpp
+//                  platform/handheld/system.cpp, the latter two with platform/windows/common.cpp
 //   which file     Quorvane.exe: shell/dialogs/file_dialogs.cpp; qvx and bench/: cli/host_qvx.cpp
 //                  (file_read_mode) and cli/no_view.cpp; engine tests: tests/engine/recorder.cpp
 //
@@ -43,11 +43,12 @@ bool file_keep(const char *path, const char *suffix);
 // wrote into the old file itself, where the old bytes are kept. "" for nowhere.
 const char *file_kept_path();
 
-// Where the whole new file may stand while nothing is at `path`, because a program was killed
-// between two steps of file_replace_finish(); "" on systems that need only one.
+// Where the new file stands, which may not be whole, while nothing is at `path` because a program
+// was killed between two steps of file_replace_finish(). "" when something is there, when there is
+// no such file, and on systems that need only one step. What cannot be looked at counts as one.
 const char *file_successor(const char *path);
 
-// Where the old file may stand then, as it was; "" on systems that never move it.
+// The same for the old file, as it was.
 const char *file_predecessor(const char *path);
 
 // Calls `found` with the path of each file that may have one of these and is not there itself, in

@@ -5,7 +5,6 @@
 #include "core/host_messages.h"
 #include "file/web_writer.h"
 
-#include <cerrno>
 #include <cstring>
 
 constexpr const char *k_web_end = "</eof>";
@@ -31,21 +30,21 @@ bool is_whole(FILE *file) {
            fread(end, 1, sizeof end, file) == sizeof end && memcmp(end, k_web_end, sizeof end) == 0;
 }
 
-// Gives a path that has no file the one at `from`, where there is one.
+// Gives a path that has no file the one at `from`, unless that is "".
 CutOffSave take_place(const char *from, const char *path, bool whole_only) {
-    FILE *file = *from != 0 ? file_open(from, "rb") : nullptr;
+    if (*from == 0) {
+        return CutOffSave::none;
+    }
+    FILE *file = file_open(from, "rb");
     if (file == nullptr) {
-        return *from == 0 || errno == ENOENT ? CutOffSave::none : CutOffSave::stuck;
+        return CutOffSave::stuck;
     }
     const bool fits = !whole_only || is_whole(file);
     fclose(file);
     if (!fits) {
         return CutOffSave::none;
     }
-    if (file_move(from, path)) {
-        return CutOffSave::finished;
-    }
-    return errno == EEXIST ? CutOffSave::none : CutOffSave::stuck;
+    return file_move(from, path) ? CutOffSave::finished : CutOffSave::stuck;
 }
 
 void finish_found(const char *path) {

@@ -201,7 +201,7 @@ FILE *file_open(const char *path, const char *mode) {
 // alone is when the new one could not take its name, nor the old one its own again.
 const char *file_predecessor(const char *path) {
     static char aside[k_system_path_max];
-    return aside_path(aside, path) ? aside : "";
+    return aside_path(aside, path) ? left_for(path, aside) : "";
 }
 
 // The dialogs show the documents, the folders in them, and what is in the root of a card.

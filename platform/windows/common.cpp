@@ -66,9 +66,25 @@ bool system_next_path(char *next, const char *target) {
     return true;
 }
 
+const char *left_for(const char *path, const char *beside) {
+    const wchar_t *name = wide_path(path);
+    if (name == nullptr || GetFileAttributesW(name) != INVALID_FILE_ATTRIBUTES) {
+        return "";
+    }
+    name = wide_path(beside);
+    if (name == nullptr) {
+        return "";
+    }
+    if (GetFileAttributesW(name) == INVALID_FILE_ATTRIBUTES) {
+        fail_as_system();
+        return errno == ENOENT ? "" : beside;
+    }
+    return beside;
+}
+
 const char *file_successor(const char *path) {
     static char next[k_system_path_max];
-    return system_next_path(next, path) ? next : "";
+    return system_next_path(next, path) ? left_for(path, next) : "";
 }
 
 const char *system_old_suffix() {

@@ -20,5 +20,8 @@ const wchar_t *wide_path(const char *path, WidePathSlot slot = k_wide_one);
 // length. What of the path it stands for is skipped. Each system's own.
 uint32_t wide_path_start(wchar_t *to, const char **path);
 
+// `beside` when nothing is at the path and something is, or may be, there; else "".
+const char *left_for(const char *path, const char *beside);
+
 // Leaves the reason of the system's last error in errno. Always false.
 bool fail_as_system();

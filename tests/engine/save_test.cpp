@@ -53,8 +53,8 @@ REFUSABLE(bool, put_over, false, (const char *next, const char *target), (next, 
 
 // What a save in two steps has beside the file, on systems that need them.
 static std::string successor;
-extern "C" const char *__wrap__Z14file_successorPKc(const char *) {
-    return successor.c_str();
+extern "C" const char *__wrap__Z14file_successorPKc(const char *path) {
+    return fs::exists(path) || !fs::exists(successor) ? "" : successor.c_str();
 }
 
 namespace {
