@@ -117,7 +117,6 @@ void expand(Decimal *d, double value) {
     exponent -= 1075;
     d->negative = (bits >> 63) != 0;
     d->count = 0;
-    d->point = 0;
     memset(numbers.words, 0, sizeof numbers.words);
     if (exponent >= 0) {
         integer_digits(d, mantissa, exponent);
@@ -212,14 +211,13 @@ char *put_exponent(char *to, const Decimal *d, int32_t decimals) {
 }
 
 // The general format drops zeros at the end: it shows as many decimals as there are digits left.
-int32_t decimals_left(const Decimal *d, int32_t point, int32_t decimals) {
+int32_t decimals_left(const Decimal *d, int32_t point) {
     int32_t count = d->count;
     while (count > 0 && d->digits[count - 1] == '0') {
         --count;
     }
-    int32_t left = count - point;
-    left = left < 0 ? 0 : left;
-    return left < decimals ? left : decimals;
+    const int32_t left = count - point;
+    return left < 0 ? 0 : left;
 }
 
 char *put_general(char *to, Decimal *d, int32_t significant) {
@@ -227,10 +225,10 @@ char *put_general(char *to, Decimal *d, int32_t significant) {
     round_to(d, significant);
     const int32_t exponent = decimal_exponent(d);
     if (exponent < -4 || exponent >= significant) {
-        return put_exponent(to, d, decimals_left(d, 1, significant - 1));
+        return put_exponent(to, d, decimals_left(d, 1));
     }
     const int32_t point = d->count > 0 ? d->point : 0;
-    return put_fixed(to, d, decimals_left(d, point, significant - 1 - exponent));
+    return put_fixed(to, d, decimals_left(d, point));
 }
 
 // Writes the value into numbers.text; returns the length.

@@ -207,7 +207,7 @@ int read_elements() {
         }
         note_misplaced_text(tag);
         const int code = web_apply_close_tag(tag);
-        if (code < 0) {
+        if (code != 0) {
             return code;
         }
     }

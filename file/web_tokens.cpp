@@ -288,7 +288,6 @@ void tokens_begin(FILE *file) {
     byte_input_bind(&tokens.input, file);
     tokens.text = 0;
     tokens.tag_index = 0;
-    tokens.sign = 1;
     tokens.ran_out = false;
     tokens.tagged = false;
     tokens.lost = false;

@@ -345,8 +345,9 @@ def build_image(elf, options):
               address - base)
     rva = image.add(".idata", imports, len(imports), INITIALISED | READ)
     directories[1] = rva, directory_size
-    for first, table in lookups.items():
-        directories.setdefault(12, (first - base, 4 * len(table)))
+    if lookups:
+        first, last = min(lookups), max(lookups)
+        directories[12] = first - base, last + 4 * len(lookups[last]) + 4 - first
 
     if options.export:
         addresses = {name: value for name, value, *_ in elf.symbols}

@@ -171,7 +171,7 @@ ErrorCode put(char c) {
         return 0;
     }
     const ErrorCode code = write_to_file(c);
-    return code < 0 ? stop(code) : 0;
+    return code != 0 ? stop(code) : 0;
 }
 
 void mark_closed() {
@@ -204,7 +204,7 @@ ErrorCode output_open() {
     output.last = 0;
     if (output.to_file) {
         const ErrorCode code = open_file();
-        if (code < 0) {
+        if (code != 0) {
             return code;
         }
     } else {
@@ -229,7 +229,7 @@ ErrorCode output_char(char c) {
     }
     if (!output.open) {
         const ErrorCode code = output_open();
-        if (code < 0) {
+        if (code != 0) {
             return stop(code);
         }
     }

@@ -114,7 +114,7 @@ ErrorCode report_formatted_cell(const char *format, CellHandle cell) {
         } else if (p[1] != 0) {
             code = substitute(*++p, cell);
         }
-        if (code < 0) {
+        if (code != 0) {
             return code;
         }
     }
@@ -126,11 +126,10 @@ ErrorCode report_out_pointers(CellHandle cell) {
     const BlockHandle list = cell_out_pointers(cell);
     LinkEntry *entry = code == 0 ? link_list_first(list) : nullptr;
     while (entry != nullptr && entry->kind != k_link_end) {
-        const CellHandle target =
-            entry->kind == k_link_cell ? cell_by_number(link_target(entry)) : 0;
+        const CellHandle target = cell_by_number(link_target(entry));
         if (target != 0) {
             code = name_line("    >", target);
-            if (code < 0) {
+            if (code != 0) {
                 return code;
             }
         }
@@ -206,7 +205,7 @@ ErrorCode report_current_cell() {
     } else if (needs_links()) {
         links_build(cell);
     }
-    const ErrorCode code = output_aborted() ? 0 : report_cell(cell);
+    const ErrorCode code = report_cell(cell);
     if (needs_all_links()) {
         links_drop_all();
     } else if (needs_links()) {

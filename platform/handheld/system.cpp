@@ -82,10 +82,10 @@ FILE *create_new(const wchar_t *name, DWORD attributes) {
 // Of the file at a path, for a new one in its place.
 DWORD attributes_like(const char *model) {
     const wchar_t *name = model != nullptr ? wide_path(model) : nullptr;
-    DWORD const attributes = name != nullptr ? GetFileAttributesW(name) : INVALID_FILE_ATTRIBUTES;
+    const DWORD attributes = name != nullptr ? GetFileAttributesW(name) : INVALID_FILE_ATTRIBUTES;
     constexpr DWORD k_users =
         FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
-    DWORD const kept = attributes != INVALID_FILE_ATTRIBUTES ? attributes & k_users : 0;
+    const DWORD kept = attributes != INVALID_FILE_ATTRIBUTES ? attributes & k_users : 0;
     return kept != 0 ? kept : FILE_ATTRIBUTE_NORMAL;
 }
 
@@ -154,7 +154,7 @@ FileKind system_look(const char *path, char *target) {
 // One program runs at a time, so that what is at the path of a next version was left by one that
 // was killed.
 FILE *system_create(const char *path, const char *model, bool exactly) {
-    DWORD const attributes = attributes_like(model);
+    const DWORD attributes = attributes_like(model);
     const wchar_t *name = wide_path(path);
     if (name == nullptr) {
         return nullptr;

@@ -10,11 +10,11 @@
 
 const char k_path_separator = '\\';
 
+static struct WidePaths { wchar_t units[k_wide_slots][k_wide_path_max]; } wide;
+
 namespace {
 
 constexpr const char *k_next_suffix = "-new";
-
-static struct WidePaths { wchar_t units[k_wide_slots][k_wide_path_max]; } wide;
 
 constexpr struct {
     DWORD code;
@@ -36,7 +36,7 @@ constexpr struct {
 }  // namespace
 
 bool fail_as_system() {
-    DWORD const code = GetLastError();
+    const DWORD code = GetLastError();
     errno = EIO;
     for (const auto &row : k_reasons) {
         if (row.code == code) {

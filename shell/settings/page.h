@@ -20,10 +20,6 @@ struct SettingRow {
     int32_t value = 1;
 };
 
-// What a change of a page's options calls for, as bits.
-constexpr uint32_t k_effect_panes = 1;   // the panes look different
-constexpr uint32_t k_effect_output = 2;  // reports go elsewhere
-
 struct SettingsPage {
     const wchar_t *name;  // of the template
     std::span<const SettingRow> choices = {};
@@ -31,7 +27,7 @@ struct SettingsPage {
     std::span<const SettingRow> texts = {};
     std::span<const SettingRow> numbers = {};
     const wchar_t *forbidden = L"";  // characters in its texts
-    uint32_t effects = 0;
+    bool restyles = false;           // the panes look different when its options change
     // Prepares what the tables do not cover; may be null.
     void (*prepare)(HWND page) = nullptr;
     // Answers a message that the tables do not cover; may be null.

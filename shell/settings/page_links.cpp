@@ -44,7 +44,7 @@ INT_PTR handle(HWND page, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message != WM_CTLCOLORSTATIC || control < k_first_sample || control > k_last_sample) {
         return FALSE;
     }
-    LRESULT const brush = SendMessageW(page, WM_CTLCOLORDLG, wparam, as_lparam(page));
+    const LRESULT brush = SendMessageW(page, WM_CTLCOLORDLG, wparam, as_lparam(page));
     HDC context = reinterpret_cast<HDC>(wparam);
     SetTextColor(context, link_colour(control - k_first_sample));
     SetBkMode(context, TRANSPARENT);
@@ -57,7 +57,7 @@ const SettingsPage k_links_page = {
     .name = L"LINKSPAGE",
     .choices = k_choices,
     .checks = k_checks,
-    .effects = k_effect_panes,
+    .restyles = true,
     .prepare = prepare,
     .handle = handle,
 };

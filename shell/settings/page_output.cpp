@@ -25,5 +25,4 @@ const SettingsPage k_output_page = {
     .choices = k_choices,
     .texts = k_texts,
     .forbidden = L"*?\"<>|\n\t",
-    .effects = k_effect_output,
 };

@@ -56,6 +56,6 @@ const SettingsPage k_pane_page = {
     .checks = k_checks,
     .texts = k_texts,
     .numbers = k_numbers,
-    .effects = k_effect_panes,
+    .restyles = true,
     .prepare = prepare,
 };

@@ -2,7 +2,6 @@
 // which OK brings into force and Cancel drops.
 #include "shell/settings/sheet.h"
 
-#include "report/output.h"
 #include "shell/base/dialog.h"
 #include "shell/base/handles.h"
 #include "shell/find/search_bar.h"
@@ -119,16 +118,14 @@ bool run_sheet() {
 }
 
 void bring_into_force() {
-    uint32_t effects = 0;
+    bool restyle = false;
     for (const SettingsPage *page : k_pages) {
-        effects |= page_apply(page, &sheet.draft) ? page->effects : 0;
+        const bool changed = page_apply(page, &sheet.draft);
+        restyle = restyle || (changed && page->restyles);
     }
-    if ((effects & k_effect_panes) != 0) {
+    if (restyle) {
         apply_pane_styles(text_pane());
         apply_pane_styles(console_pane());
-    }
-    if ((effects & k_effect_output) != 0) {
-        output_reset();
     }
     search_bar_show_case();
 }

@@ -203,6 +203,7 @@ TEST_F(QvxSaving, AFullDiskLeavesTheOldFile) {
     }
     EXPECT_EQ(run_qvx({"convert", "w.qvx", "fresh.qvx"}, "", full).err,
               "qvx: fresh.qvx: UNABLE TO WRITE TO WEB FILE: File too large\n");
+    EXPECT_EQ(run_qvx({"new", "fresh.qvx"}, "", {.file_limit = 100}).status, 2);
     EXPECT_EQ(entries(), (Names{"other", "w.qvx"}));
 }
 

@@ -158,8 +158,10 @@ TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
         EXPECT_EQ(outcome.out, "");
         EXPECT_EQ(file_bytes("w.qvx"), k_small);
     }
-    ASSERT_EQ(run_qvx({"new", "--force", "w.qvx"}).status, 0);
-    EXPECT_EQ(run_qvx({"list", "w.qvx"}).out, "home\n");
+    for (const char *name : {"w.qvx", "fresh.qvx"}) {
+        ASSERT_EQ(run_qvx({"new", "--force", name}).status, 0);
+        EXPECT_EQ(run_qvx({"list", name}).out, "home\n");
+    }
 }
 
 TEST_F(QvxWebs, StandardStreamsStandForFiles) {

@@ -50,7 +50,7 @@ std::vector<Row> rows() {
         {"bad name", to("12"), {"warning Bad cell name supplied|Quorvane"}},
         {"no name", to(nullptr), {k_ask}},
         {"new", make("foo"), made("foo")},
-        {"new, asked for", make(""), asked(k_ask, made("foo")), true, "foo"},
+        {"new, asked for", make(""), asked(k_ask, made("f")), true, "f"},
         {"new, declined", make("alpha"), {k_exists}, false},
         {"new, there", make("alpha"), asked(k_exists, shown("alpha"))},
         {"clone", clone("copy"), made("copy")},

@@ -42,6 +42,17 @@ constexpr Wrong k_wrong[] = {
     {"block_arena.cpp: is_taken(h)", [] { chain_free(released(text_from_cstring("text"))); }},
     {"block_arena.cpp: is_taken(h)", [] { block_clear(released(text_alloc(0))); }},
     {"block_arena.cpp: arena.parked_count > 0", [] { chain_unpark(); }},
+    {"block_arena.cpp: arena.parked_count < k_parked_max",
+     [] {
+         for (uint32_t i = 0; i <= k_parked_max; ++i) {
+             chain_park(0);
+         }
+     }},
+    {"block_arena.cpp: *tail != 0 && n > 0",
+     [] {
+         BlockHandle none = 0;
+         chain_extend(&none, k_block_text, "x", 1);
+     }},
     {"options.cpp: is_allowed(k_info[id], value)", [] { set_option_rtype(k_rtype_max + 1); }},
     {"options.cpp: is_whole_number(k_info[id])", [] { set_option(k_option_xmax, 1); }},
     {"options.cpp: is_whole_number(k_info[id])",
@@ -53,7 +64,22 @@ constexpr Wrong k_wrong[] = {
     {"busy.cpp: state.busy != busy", [] { busy_set(false); }},
     {"byte_stream.cpp: file != nullptr", [] { byte_input_bind(&input, nullptr); }},
     {"byte_stream.cpp: file != nullptr", [] { byte_output_bind(&output, nullptr); }},
+    {"byte_stream.cpp: in->next >= in->end",
+     [] {
+         input.end = input.next + 1;
+         byte_input_fill(&input);
+     }},
+    {"byte_stream.cpp: out->fill <= k_byte_buffer_size",
+     [] {
+         output.fill = k_byte_buffer_size + 1;
+         byte_output_flush(&output);
+     }},
     // Texts.
+    {"text.cpp: builder.head != 0",
+     [] {
+         text_builder_reset();
+         text_builder_restart();
+     }},
     {"text.cpp: last != 0", [] { text_assign(text_alloc(0), "", k_text_block_chars); }},
     {"text.cpp: h != 0", [] { text_insert_block_after(0); }},
     {"text.cpp: builder.tail != 0",
@@ -80,6 +106,11 @@ constexpr Wrong k_wrong[] = {
          trail_walk_next();
      }},
     {"cell_text.cpp: is_live_cell(cell)", [] { cell_replace_text(dead_cell(), "x", 1); }},
+    {"cell_ops.cpp: is_live_cell(source)",
+     [] {
+         current_cell_reset(0);
+         clone_cell("x");
+     }},
     {"cell_text.cpp: is_live_cell(cell)", [] { cell_view(dead_cell()); }},
     // Values, links, reports and the writer.
     {"value.cpp: value != 0", [] { val_set_text(0, 0); }},
@@ -94,6 +125,11 @@ constexpr Wrong k_wrong[] = {
          report_selection_build("dead");
          cell_delete(cell);
          report_selected_cells();
+     }},
+    {"output.cpp: !output.open",
+     [] {
+         output_open();
+         output_clear_stop();
      }},
     {"web_writer.cpp: tag >= 0 && tag < k_tag_count", [] { web_write_open_tag(-1); }},
 };

@@ -55,6 +55,7 @@ TEST_F(Document, NamesAndTitlesComeFromThePath) {
         {"", "", "(Untitled)"},
         {ten + "\xc3\xa9.qvx", ten + "\xc3\xa9", ten},
         {wide + "34567890x", wide + "34567890x", wide + "34567890"},
+        {"n" + times(60, "\x80"), "n" + times(60, "\x80"), "n" + times(39, "\x80")},
         {"12345678\xff\x80\x80\x80z", "12345678\xff\x80\x80\x80z", "12345678\xff\x80\x80\x80z"},
     };
     for (const auto &row : rows) {
@@ -79,14 +80,18 @@ TEST_F(Document, StartUpTakesTheNamedFileOrANewWeb) {
         {path + "\"", "The end of this file is missing"},
         {"", ""},
         {k_no_folder, "UNABLE TO OPEN WEB FILE"},
+        {path + std::string(k_path_max, 'x'), "UNABLE TO OPEN WEB FILE"},
         {"\"\"", "UNABLE TO OPEN WEB FILE"},
     };
     for (const auto &row : rows) {
-        const bool opens = row.line.find(path) != std::string::npos;
+        const bool opens = row.status.starts_with("The end");
         host().status = "";
         doc_start(row.line.c_str());
         EXPECT_EQ(host().status, row.status) << row.line;
-        EXPECT_EQ(count(take_log(), "ask_open_path"), 0U);
+        const Log log = take_log();
+        EXPECT_EQ(count(log, "ask_open_path"), 0U);
+        EXPECT_EQ(count(log, "configure_panes") + count(log, "show_cell_list"), 2U);
+        EXPECT_EQ(count(log, "refresh_cellname_list"), opens ? 1U : 0U);
         EXPECT_EQ(host().resting, "Ready");
         EXPECT_EQ(document_state(), opens ? saved_as(path) : k_untitled) << row.line;
         EXPECT_EQ(cell_names(), opens ? (Names{"a", "home"}) : Names{"home"});
@@ -155,6 +160,8 @@ TEST_F(Document, OpenLeavesTheWebAloneUntilTheFileIsOpenAndThenReplacesIt) {
     EXPECT_EQ(document_state(), saved_as(path));
     EXPECT_EQ(cell_names(), (Names{"a", "home"}));
     EXPECT_EQ(trail_names(), Names());
+    EXPECT_EQ(doc_command_open(), 1);
+    EXPECT_EQ(count(take_log(), "ask_open_path " + path), 1U) << "begins with the web's own";
 }
 
 TEST_F(Document, AWebThatDoesNotFitIsGivenBackWhole) {

@@ -36,13 +36,19 @@ Names ring_names(uint32_t (*entries)(CellHandle *)) {
 
 }  // namespace
 
+static auto open_files() {
+    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
+}
+
 void EngineTest::SetUp() {
     start_program();
+    files_before = open_files();
 }
 
 void EngineTest::TearDown() {
     EXPECT_EQ(check_engine(lost_blocks), "");
     EXPECT_EQ(check_cell_list(), "");
+    EXPECT_EQ(open_files(), files_before);
 }
 
 CellHandle make_cell(const char *name, const std::string &text) {

@@ -33,6 +33,7 @@ class EngineTest : public testing::Test {
 protected:
     void SetUp() override;
     void TearDown() override;
+    std::ptrdiff_t files_before = 0;
     uint32_t lost_blocks = 0;
 };
 

@@ -18,7 +18,7 @@ Names links_of(const std::string &text) {
     EXPECT_EQ(cell_out_pointers(cell), 0) << "of another text";
     const uint16_t before = blocks_in_use();
     links_build(cell);
-    links_build(cell);
+    links_build_all();
     Names names;
     const BlockHandle list = cell_out_pointers(cell);
     for (LinkEntry *e = link_list_first(list); e != nullptr; e = link_list_next(list)) {
@@ -26,7 +26,13 @@ Names links_of(const std::string &text) {
             names.push_back(name_string(cell_by_number(link_target(e))));
         }
     }
-    EXPECT_EQ(blocks_in_use() - before, text.empty() ? 0 : names.size() / 8 + 2);
+    const size_t blocks = names.size() / 8 + 1;
+    EXPECT_EQ(blocks_in_use() - before, text.empty() ? 0 : blocks + 1);
+    if (list != 0) {  // kind, steps and owner
+        EXPECT_EQ(block_ptr(list)[6], 1);
+        EXPECT_EQ(block_get16(list, 16), 8 * blocks - 1);
+        EXPECT_EQ(block_get16(list, 18), cell);
+    }
     EXPECT_EQ(check_engine(), "");
     return names;
 }
@@ -50,7 +56,8 @@ TEST_F(Links, AreTheWordsThatNameCells) {
               "a\x80\tb\r\nt",
               {"abc", "a", "b", "t"}},
           Row{"t t t t t t t", Names(7, "t")}, Row{"t t t t t t t t", Names(8, "t")},
-          Row{std::string(4092, ' ') + "abc abc", {"abc"}}, Row{std::string(4093, ' ') + "abc", {}},
+          Row{times(40, "t "), Names(40, "t")}, Row{std::string(4092, ' ') + "abc abc", {"abc"}},
+          Row{std::string(4093, ' ') + "abc", {}},
           Row{"abc" + std::string(65536 - 3, ' '), {"abc"}}}) {  // its length is 0 in 16 bits
         EXPECT_EQ(links_of(row.text), row.names) << row.text;
     }

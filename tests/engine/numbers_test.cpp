@@ -9,10 +9,11 @@
 #include <random>
 
 static std::string formatted(double value, uint8_t kind, uint8_t digits) {
-    char buffer[k_number_text_max + 1] = {0};
+    char buffer[k_number_text_max + 2] = {0};
     NumberFormat format = {kind, digits, 24, '.'};
     uint32_t length = number_format(buffer, value, &format);
     EXPECT_EQ(length, strlen(buffer));
+    EXPECT_EQ(buffer[length + 1], 0) << "nothing goes behind the end";
     return buffer;
 }
 

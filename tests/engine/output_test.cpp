@@ -43,10 +43,21 @@ Log log_of(const std::function<void()> &body) {
 
 TEST_F(Stream, AReportBeginsAnew) {
     set_option_onewl(k_newline_cr);
-    EXPECT_EQ(file_report("a\r\n'\r"), "a\r'\r");
+    take_log();
+    EXPECT_EQ(file_report("a\x01\r\n'\r"), "a\x01\r'\r");
+    EXPECT_EQ(take_log(), (Log{"resting Working...", "resting Writing output file...",
+                               "output_began file", "output_ended", "resting Ready"}));
     EXPECT_EQ(file_report("\n\\n\\"), "\r\r") << "behind no CR, quote or backslash";
     EXPECT_EQ(file_report("n"), "n");
     EXPECT_EQ(output_char(0), 0) << "which is no character";
+    EXPECT_FALSE(is_busy());
+    output_string("x");
+    output_abort();
+    EXPECT_TRUE(output_aborted() && !output_pump());
+    EXPECT_EQ(host().pumps, 10U) << "a character each, and none since";
+    take_log();
+    EXPECT_EQ(output_string("y"), k_aborted);
+    EXPECT_EQ(count(take_log(), "status OPERATION ABORTED"), 1U);
 }
 
 TEST_F(Stream, FileNames) {
@@ -54,11 +65,14 @@ TEST_F(Stream, FileNames) {
     const std::string before = fs::current_path();
     fs::create_directories(folder + "/my.dir");
     fs::current_path(folder);
+    write_report(std::string(48, '.'));  // which are in no name
     const std::string longest(48, 'n');
     const struct {
         std::string oname, path, becomes;
     } rows[] = {
         {"", "Output.txt", ".\\Output"},
+        {"n", "n.txt", "n"},
+        {"my.dir\\.n", "my.dir/.n", "my.dir\\.n"},
         {"c:notes", "c:notes.txt", "c:notes"},
         {"my.dir\\notes", "my.dir/notes.txt", "my.dir\\notes"},
         {"my.dir\\..\\n.x", "n.x", "my.dir\\..\\n.x"},
@@ -87,7 +101,8 @@ TEST_F(Stream, AFileThatCannotBeMadePutsReadyBack) {
     set_option_oname("/no such folder/x");
     EXPECT_EQ(log_of([] { EXPECT_EQ(output_string("text"), k_cannot_open_output); }),
               (Log{"resting Working...", "resting Ready", "status UNABLE TO OPEN OUTPUT FILE"}));
-    EXPECT_FALSE(is_busy());
+    EXPECT_TRUE(output_aborted() && !output_pump());
+    EXPECT_FALSE(is_busy() || host().pumps != 0);
     EXPECT_EQ(log_of([] {
                   EXPECT_LT(output_string("text"), 0);
                   EXPECT_EQ(output_close(), 0);

@@ -25,7 +25,9 @@ TEST_F(Parts, ValuesAreTextAndNumberInStep) {
         val_free(value);
         for (int twice = 0; twice < 2; ++twice) {
             val_make_number(copy);
+            EXPECT_EQ(val_state(copy), k_value_number);
             val_make_text(copy);
+            EXPECT_EQ(val_state(copy), k_value_text);
             EXPECT_EQ(text_string(val_text(copy)), row.text);
         }
         EXPECT_EQ(text_string(val_text(block_next(copy))), "next");
@@ -33,7 +35,7 @@ TEST_F(Parts, ValuesAreTextAndNumberInStep) {
     }
     for (auto [make, state] :
          {std::pair(&val_make_text, k_value_text), std::pair(&val_make_number, k_value_number)}) {
-        BlockHandle value = val_new();
+        BlockHandle value = val_from_text(text_alloc(0));
         make(value);
         EXPECT_EQ(val_state(value), state);
         val_make_text(value);
@@ -47,6 +49,14 @@ TEST_F(Parts, OptionsClampApplyAndReturnToTheirDefaults) {
         set_option_zoom(set);
         EXPECT_EQ(option_zoom(), stored);
     }
+    OptionRecord record = *options_in_force();
+    for (const bool differs : {false, true, false}) {
+        EXPECT_EQ(option_take(k_option_rfmt, &record), differs);
+        EXPECT_EQ(option_take(k_option_citer, &record), differs);
+        option_put(&record, k_option_rfmt, "taken");
+        option_put(&record, k_option_citer, 7);
+    }
+    EXPECT_EQ(option_rfmt() + std::to_string(option_citer()), "taken7");
     set_option_font_name(std::string(300, 'f').c_str());
     EXPECT_EQ(option_font_name(), std::string(255, 'f'));
     set_option_nfmt(k_number_fixed);

@@ -25,6 +25,20 @@ uint32_t depth_of(CellHandle node) {
     return node == 0 ? 0 : 1 + std::max(depth_of(node_left(node)), depth_of(node_right(node)));
 }
 
+// All that byte_input_next() gives, and once more behind the end.
+std::string bytes_read(const std::string &file) {
+    static ByteInput input;
+    FILE *stream = fmemopen(const_cast<char *>(file.data()), file.size(), "rb");
+    byte_input_bind(&input, stream);
+    std::string bytes;
+    while (const int c = byte_input_next(&input)) {
+        bytes += static_cast<char>(c);
+    }
+    EXPECT_EQ(byte_input_next(&input), 0);
+    fclose(stream);
+    return bytes;
+}
+
 int findings;
 
 void count_finding(const ReadNote *note) {
@@ -73,6 +87,7 @@ TEST_F(Reader, NothingChangesWhereTheBufferEnds) {
         for (uint32_t border : {k_byte_buffer_size, 2 * k_byte_buffer_size}) {
             std::string pad(border - head + 12 - end, 'p');
             ASSERT_EQ(text_read(pad + tail), pad + read) << end;
+            ASSERT_EQ(bytes_read(pad + "c\n\r\nd\n\n\re"), pad + "c\r\n\r\nd\r\n\r\n\re");
         }
     }
 }
@@ -233,6 +248,8 @@ TEST_F(Reader, KnowsWhetherItTookInEverything) {
         {a + "<text></text><text>t</text><val> </val><val>1</val>" + end, true, ""},
         {a + "<val>1</val><val>2</val>" + end, false, ""},
         {a + "<cname>b</cname>" + a + "<val>1</val>" + end, false, ""},
+        {a + "<script>1</script>" + a + end, false, ""},
+        {a + "<form>1</form><script>1</script>" + end, false, ""},
         {t + "<cname>1</cname>" + end, false, "Bad Input File"},
     };
     for (const auto &row : rows) {

@@ -249,8 +249,6 @@ const char *selected_text() {
     return host().selected_text.c_str();
 }
 
-void selected_text_free() {}
-
 #define LOGGED(function)                                                                           \
     void function() {                                                                              \
         note(#function);                                                                           \
@@ -260,6 +258,7 @@ LOGGED(refresh_cellname_list)
 LOGGED(show_cell_list)
 LOGGED(hide_text_caret)
 LOGGED(output_ended)
+LOGGED(selected_text_free)
 
 static void select_current_item() {
     host().selected_item = current_cell() != 0 ? cell_list_item(current_cell()) : 0;
@@ -308,8 +307,8 @@ void console_clear() {
 }
 
 void console_insert(uint32_t position, const char *bytes, uint32_t count) {
-    if (position > host().console.size()) {
-        host().faults.push_back("the console was written to behind its end");
+    if (position > host().console.size() || count > 48) {
+        host().faults.push_back("the console was written to behind its end, or too much");
         return;
     }
     host().console.insert(position, bytes, count);

@@ -58,7 +58,16 @@ TEST_F(Reports, TheLayoutOfEachType) {
     }
     go_to_name("a");
     go_to_name("c");
+    take_log();
     EXPECT_EQ(report(k_report_trail, false, "a b_2"), "\nTrail:\n    a\n    home");
+    EXPECT_EQ(count(take_log(), "selected_text_free"), 1U);
+    output_open();
+    output_recover();
+    current_cell_reset(0);
+    EXPECT_EQ(report(k_report_fmt, false), "") << "there is no current cell";
+    EXPECT_EQ(report_result(), 0);
+    EXPECT_EQ(report(k_report_trail, false), "\nTrail:\n    a\n    home");
+    go_home();
 }
 
 TEST_F(Reports, CellsWithoutANumberAreNoTargets) {
@@ -96,6 +105,7 @@ TEST_F(Reports, InterruptedAnywhereDropsTheListsAndTheNextReportWorks) {
             EXPECT_EQ(host().resting, "Ready");
             EXPECT_EQ(host().pumps, n) << "nothing is written after it";
             EXPECT_EQ(blocks_in_use(), blocks);
+            EXPECT_FALSE(output_aborted());
             host().on_pump = nullptr;
         }
         set_option_odest(k_output_console);

@@ -11,6 +11,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace std::string_literals;
 using Save = EngineTest;
 
 // The linker puts these before the platform's functions of the same names. Each is a step that the
@@ -50,6 +51,12 @@ REFUSABLE(bool, make_room, false, (FILE * file, long length), (file, length))
 REFUSABLE(bool, cut, false, (FILE * file, long length), (file, length))
 REFUSABLE(bool, put_over, false, (const char *next, const char *target), (next, target))
 
+// What a save in two steps has beside the file, on systems that need them.
+static std::string successor;
+extern "C" const char *__wrap__Z14file_successorPKc(const char *) {
+    return successor.c_str();
+}
+
 namespace {
 
 constexpr const char *k_question =
@@ -71,6 +78,7 @@ std::vector<std::string> beside(const std::string &path) {
 // A path of this test's own with nothing there, nor beside it.
 std::string fresh_path(const std::string &name) {
     const std::string path = scratch_path(name);
+    fs::create_directories(fs::path(path).parent_path());
     fs::remove(path);
     for (const std::string &suffix : beside(path)) {
         fs::remove(path + suffix);
@@ -86,8 +94,8 @@ std::string open_fresh(const std::string &name, const std::string &bytes) {
 }
 
 // A web with something typed into it, whose file may have another name.
-std::string open_to_save(const std::string &bytes, bool linked) {
-    const std::string path = open_fresh("steps.qvx", bytes);
+std::string open_to_save(const std::string &bytes, bool linked, const std::string &folder = "") {
+    const std::string path = open_fresh(folder + "steps.qvx", bytes);
     const std::string other = fresh_path("another_name");
     if (linked) {
         fs::create_hard_link(path, other);
@@ -105,14 +113,17 @@ std::string damage_warning() {
 }  // namespace
 
 // One step after the other is refused: the file is the old or the new one, and where a save into
-// the file itself failed half way, the message names where the old bytes are.
+// the file itself failed half way, the message names where the old bytes are, by the last 481
+// characters of a longer path.
 TEST_F(Save, EveryStepThatTheSystemRefuses) {
-    for (const bool linked : {false, true}) {
+    const std::string deep = times(2, std::string(240, 'd') + "/");
+    for (const auto &[linked, folder] :
+         {std::pair(false, deep), std::pair(true, ""s), std::pair(true, deep)}) {
         int failed = 0;
         bool done = false;
         for (int step = 0; !done; ++step) {
             SCOPED_TRACE((linked ? "linked " : "plain ") + std::to_string(step));
-            const std::string path = open_to_save(web_of("before"), linked);
+            const std::string path = open_to_save(web_of("before"), linked, folder);
             refused_once = false;
             steps_until_refusal = step;
             const int code = doc_command_save();
@@ -127,8 +138,9 @@ TEST_F(Save, EveryStepThatTheSystemRefuses) {
                 const std::string copy = "-old." + std::to_string(getpid());
                 EXPECT_EQ(strays, Names{copy});
                 EXPECT_EQ(file_bytes(path + copy), web_of("before"));
-                const std::string line = "warning The file as it was is kept in " + path + copy;
-                EXPECT_EQ(count(take_log(), line + "|Quorvane"), 1U);
+                const size_t cut = folder.empty() ? 0 : path.size() + copy.size() - 481;
+                const std::string line = "warning The file as it was is kept in ";
+                EXPECT_EQ(count(take_log(), line + (path + copy).substr(cut) + "|Quorvane"), 1U);
             } else {
                 EXPECT_EQ(testing::PrintToString(take_log()).find("kept in"), std::string::npos);
             }
@@ -248,11 +260,12 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     write_file(path, theirs);
 
     // No: nothing is written, and what is unsaved still counts as such, whoever wanted to save.
-    const std::function<int()> ways[] = {doc_command_save, doc_command_new,
+    const std::function<int()> ways[] = {doc_command_save, doc_command_new, doc_command_save_as,
                                          [&] { return doc_command_open_path(path.c_str()); }};
     for (const auto &way : ways) {
         host().yes_no = {false};
         host().save_changes = {true};
+        host().save_paths = {path};
         EXPECT_EQ(way(), 2);
         EXPECT_TRUE(web_changed());
         EXPECT_EQ(file_bytes(path), theirs);
@@ -261,7 +274,9 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     }
     host().save_changes = {true};
     EXPECT_EQ(run_until_end(save_and_exit), std::nullopt);
-    EXPECT_EQ(count(take_log(), k_question), 4U);
+    const Log log = take_log();
+    EXPECT_EQ(count(log, k_question), 5U);
+    EXPECT_EQ(count(log, "ask_save_path " + path + "|shared"), 1U);
 
     host().yes_no = {true};
     EXPECT_EQ(doc_command_save(), 0);
@@ -276,7 +291,35 @@ TEST_F(Save, AnotherProgramsChangesAreWrittenOverOnlyWhenTheUserAgrees) {
     EXPECT_EQ(file_bytes(path), written_web());
     write_file(path, theirs);
     host().save_paths = {fresh_path("mine.qvx")};
+    write_file(host().save_paths[0], theirs);
     EXPECT_EQ(doc_command_save_as(), 0);
     EXPECT_EQ(count(take_log(), k_question), 0U);
     EXPECT_EQ(file_bytes(path), theirs);
+}
+
+TEST_F(Save, VersionsOfOneChecksumDifferByTheirLength) {
+    const std::string path = fresh_path("zero.qvx"), bytes = "\xcc\x24\x31\xc4";  // of checksum 0
+    write_file(path, bytes);
+    FILE *file = fopen(path.c_str(), "rb");
+    const Fingerprint before = fingerprint_of(file);
+    fclose(file);
+    EXPECT_FALSE(web_file_changed(path.c_str(), before));
+    write_file(path, bytes + "\0"s);  // which leaves it so
+    EXPECT_TRUE(web_file_changed(path.c_str(), before));
+}
+
+TEST_F(Save, AWholeSuccessorTakesThePlaceOfAFileThatIsNotThere) {
+    const std::string path = fresh_path("cut.qvx");
+    successor = path + "-new";
+    for (const char *bytes :
+         {"</eof>", "<cname>a</cname></eof>", "</eof", "/eof>", "</eof>\n", ""}) {
+        const bool whole = std::string(bytes).ends_with("</eof>");
+        write_file(successor, bytes);
+        EXPECT_EQ(doc_command_open_path(path.c_str()), whole ? 0 : k_cannot_open_web) << bytes;
+        EXPECT_EQ(beside(path), whole ? Names() : Names{"-new"});
+        fs::remove(path);
+    }
+    fs::remove(successor);
+    EXPECT_EQ(doc_command_open_path(path.c_str()), k_cannot_open_web);
+    successor.clear();
 }

@@ -31,6 +31,10 @@ TEST_F(Text, PartsAndCharacters) {
     const std::string all = "abcdefg" + std::string(36, 'h') + "\xFE\x80";
     EXPECT_EQ(text_string(text), all);
     EXPECT_EQ(text_length(text), all.size());
+    EXPECT_TRUE(text_equals_cstring(text, all.c_str()));
+    for (const std::string &other : {all + "x", all.substr(0, 44), "b" + all.substr(1), ""s}) {
+        EXPECT_FALSE(text_equals_cstring(text, other.c_str()));
+    }
     for (uint32_t from : {0U, 1U, 2U, 7U, 8U, 45U, 46U}) {
         for (uint32_t to : {0U, 6U, 44U, 99U}) {
             const size_t start = from == 0 ? 0 : from - 1;
