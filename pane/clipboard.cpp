@@ -2,7 +2,6 @@
 
 #include "pane/block.h"
 #include "pane/edit.h"
-#include "pane/selection.h"
 #include "pane/utf16.h"
 #include "pane/view.h"
 
@@ -64,7 +63,6 @@ void paste_bytes(Pane *pane, const char *bytes, uint32_t length) {
     if (converted != nullptr) {
         copy_with_line_ends(bytes, length, converted);
         edit_replace_selection(pane, converted, size);
-        keep_x(pane);
     }
     free(converted);
 }

@@ -87,7 +87,7 @@ constexpr struct {
     {SCI_CUT, clipboard_cut},
     {SCI_COPY, clipboard_copy},
     {SCI_PASTE, clipboard_paste},
-    {SCI_SELECTALL, [](Pane *pane) { select_range(pane, 0, pane_length(pane)); }},
+    {SCI_SELECTALL, [](Pane *pane) { select_range(pane, pane_length(pane), 0); }},
     {SCI_CANCEL, [](Pane *) {}},
     {SCI_ZOOMIN, zoom_in},
     {SCI_ZOOMOUT, zoom_out},

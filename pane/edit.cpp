@@ -66,7 +66,7 @@ void after_undo(Pane *pane, uint32_t caret) {
     if (caret != k_nowhere) {
         select_range(pane, caret, caret);
     }
-    show_after_edit(pane);
+    view_show_caret(pane);
 }
 
 // Lines that come or go above the window leave it where it is.
@@ -121,7 +121,7 @@ void edit_replace_selection(Pane *pane, const char *bytes, uint32_t length) {
     edit_clear_selection(pane);
     insert_at_caret(pane, bytes, length);
     end_step(pane);
-    view_show_caret(pane);
+    show_after_edit(pane);
 }
 
 void edit_replace_target(Pane *pane, const char *bytes, uint32_t length) {
@@ -132,11 +132,11 @@ void edit_replace_target(Pane *pane, const char *bytes, uint32_t length) {
     end_step(pane);
 }
 
-// Alone it goes on with what was typed before; in place of something it begins a step.
+// It goes on with what was typed before; in place of something it is a step of its own.
 void edit_type(Pane *pane, const char *bytes, uint32_t length) {
     const uint32_t start = selection_start(pane);
     const uint32_t end = selection_empty(pane) ? typed_over(pane) : selection_end(pane);
-    const bool step = start < end;
+    const bool step = pane->over_type || start < end;
     if (step) {
         begin_step(pane);
         edit_remove(pane, start, end);
@@ -183,24 +183,27 @@ void edit_delete(Pane *pane) {
 void edit_delete_word(Pane *pane, bool forward) {
     const Gap *text = pane_text(pane);
     if (forward) {
-        remove_and_show(pane, pane->caret, next_word(text, pane->caret));
+        edit_remove(pane, pane->caret, next_word(text, pane->caret));
     } else {
-        remove_and_show(pane, previous_word(text, pane->caret), pane->caret);
+        edit_remove(pane, previous_word(text, pane->caret), pane->caret);
     }
+    show_after_edit(pane);
 }
 
 void edit_delete_line_part(Pane *pane, bool forward) {
     const Document *document = &pane->document;
     const uint32_t line = line_of(&document->lines, pane->caret);
     if (forward) {
-        remove_and_show(pane, pane->caret, document_line_end(document, line));
+        edit_remove(pane, pane->caret, document_line_end(document, line));
     } else {
-        remove_and_show(pane, document_line_start(document, line), pane->caret);
+        edit_remove(pane, document_line_start(document, line), pane->caret);
     }
+    show_after_edit(pane);
 }
 
 void edit_undo(Pane *pane) {
     after_undo(pane, document_undo(&pane->document));
+    keep_x(pane);
 }
 
 void edit_redo(Pane *pane) {

@@ -24,8 +24,8 @@ void edit_replace_target(Pane *pane, const char *bytes, uint32_t length);
 void edit_type(Pane *pane, const char *bytes, uint32_t length);
 void edit_new_line(Pane *pane);
 
-// The keys that take out: the selection, else the character in front of the caret or behind it;
-// words whatever is selected.
+// The keys that take out: the selection, else the character in front of the caret or behind it; or
+// whatever is selected, to where a word or the line ends.
 void edit_backspace(Pane *pane);
 void edit_delete(Pane *pane);
 void edit_delete_word(Pane *pane, bool forward);

@@ -220,14 +220,18 @@ uint32_t layout_position_at(Pane *pane, POINT at, Near which) {
     const int height = pane->look.line_height;
     const int rows = at.y >= 0 ? static_cast<int>(at.y) / height
                                : -((height - 1 - static_cast<int>(at.y)) / height);
-    const int row = static_cast<int>(pane->view.top) + rows;
-    if (row < 0) {
-        return 0;
-    }
+    const int above = static_cast<int>(pane->view.top) + rows;
+    const int row = above > 0 ? above : 0;
     if (row >= static_cast<int>(layout_line_count(pane))) {
         return pane_length(pane);
     }
     return layout_position_in_row(pane, static_cast<uint32_t>(row), static_cast<int>(at.x), which);
+}
+
+uint32_t layout_line_at(Pane *pane, POINT at) {
+    const uint32_t row = pane->view.top + static_cast<uint32_t>(at.y / pane->look.line_height);
+    return row < layout_line_count(pane) ? layout_row(pane, row).line
+                                         : lines_count(&pane->document.lines);
 }
 
 bool layout_hits_character(Pane *pane, POINT at) {

@@ -50,5 +50,8 @@ uint32_t layout_position_in_row(Pane *pane, uint32_t row, int x, Near which);
 // The position nearest to a point of the window, the first or the last for a point outside.
 uint32_t layout_position_at(Pane *pane, POINT at, Near which);
 
+// The line of the text that a point is on; how many there are for a point below them.
+uint32_t layout_line_at(Pane *pane, POINT at);
+
 // Whether a point is on a character.
 bool layout_hits_character(Pane *pane, POINT at);

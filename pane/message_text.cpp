@@ -67,10 +67,12 @@ LRESULT on_add_text(Pane *pane, WPARAM wparam, LPARAM lparam) {
     return 0;
 }
 
+// The selection does not outlive it.
 LRESULT on_insert_text(Pane *pane, WPARAM wparam, LPARAM lparam) {
     const bool at_caret = static_cast<LPARAM>(wparam) == -1;
     edit_insert(pane, at_caret ? pane->caret : in_text(pane, wparam), bytes_of(lparam),
                 length_of(lparam));
+    select_range(pane, pane->caret, pane->caret);
     return 0;
 }
 
@@ -272,7 +274,10 @@ LRESULT on_set_over_type(Pane *pane, WPARAM wparam, LPARAM) {
 // ---- Words, lines and steps ---------------------------------------------------------------------
 
 LRESULT on_get_word_start(Pane *pane, WPARAM wparam, LPARAM lparam) {
-    return static_cast<LRESULT>(word_start(pane_text(pane), in_text(pane, wparam), lparam != 0));
+    const uint32_t length = pane_length(pane);
+    const uint32_t at = in_text(pane, wparam);
+    return static_cast<LRESULT>(wparam > length ? length
+                                                : word_start(pane_text(pane), at, lparam != 0));
 }
 
 LRESULT on_get_word_end(Pane *pane, WPARAM wparam, LPARAM lparam) {

@@ -36,13 +36,13 @@ bool is_double_click(const Pane *pane, POINT at) {
            GetTickCount() - pane->mouse.pressed_at < GetDoubleClickTime();
 }
 
+bool is_hot(const Pane *pane, uint32_t position) {
+    return pane->look.styles[style_slot(document_style(&pane->document, position))].hot_spot;
+}
+
 bool on_hot_spot(Pane *pane, POINT at) {
-    if (!layout_hits_character(pane, at)) {
-        return false;
-    }
-    const uint32_t position = layout_position_at(pane, at, Near::character);
-    const uint8_t style = document_style(&pane->document, position);
-    return pane->look.styles[style_slot(style)].hot_spot;
+    return layout_hits_character(pane, at) &&
+           is_hot(pane, layout_position_at(pane, at, Near::character));
 }
 
 bool on_selection(Pane *pane, POINT at) {
@@ -94,10 +94,12 @@ SelectBy next_unit(SelectBy by) {
                                      : SelectBy::character;
 }
 
-void tell_double_click(const Pane *pane, POINT at, uint32_t position) {
+void tell_double_click(Pane *pane, POINT at) {
     SCNotification event = {};
-    event.position = static_cast<Sci_Position>(position);
-    event.line = static_cast<Sci_Position>(line_of(&pane->document.lines, position));
+    event.position = layout_hits_character(pane, at)
+                         ? static_cast<Sci_Position>(layout_position_at(pane, at, Near::edge))
+                         : INVALID_POSITION;
+    event.line = static_cast<Sci_Position>(layout_line_at(pane, at));
     event.modifiers = key_modifiers();
     notify(pane, SCN_DOUBLECLICK, &event);
     SendMessageW(pane->window, WM_LBUTTONDBLCLK, 0, MAKELPARAM(at.x, at.y));
@@ -111,13 +113,12 @@ void press_again(Pane *pane, POINT at, uint32_t position) {
     mouse->from = range.from;
     mouse->to = range.to;
     const bool twice = mouse->by == SelectBy::word;
-    const bool link = twice && on_hot_spot(pane, at);
     begin_press(pane, at);
     select_range(pane, range.from, range.to);
     if (twice) {
+        tell_double_click(pane, at);
         const uint32_t on = layout_position_at(pane, at, Near::character);
-        tell_double_click(pane, at, on);
-        if (link) {
+        if (is_hot(pane, on)) {
             notify_at(pane, SCN_HOTSPOTDOUBLECLICK, on, key_modifiers());
         }
     }

@@ -7,10 +7,6 @@
 
 namespace {
 
-uint32_t whole_position(const Pane *pane, uint32_t position, uint32_t from) {
-    return position_outside(pane_text(pane), position, position > from);
-}
-
 // Only what is selected is drawn otherwise than before.
 void draw_selection_anew(Pane *pane) {
     if (!selection_empty(pane)) {
@@ -47,8 +43,8 @@ uint32_t line_of_caret(const Pane *pane) {
 
 void select_range(Pane *pane, uint32_t anchor, uint32_t caret) {
     draw_selection_anew(pane);
-    pane->anchor = whole_position(pane, anchor, pane->anchor);
-    pane->caret = whole_position(pane, caret, pane->caret);
+    pane->anchor = anchor;
+    pane->caret = caret;
     draw_selection_anew(pane);
     view_caret_moved(pane);
 }
@@ -75,10 +71,10 @@ void move_by_rows(Pane *pane, int rows, bool extend) {
 }
 
 void move_by_page(Pane *pane, int direction, bool extend) {
-    const int lines = static_cast<int>(view_lines(pane));
-    const int by = direction * (lines > 1 ? lines - 1 : 1);
+    const int by = direction * view_page(pane);
     const int top = static_cast<int>(pane->view.top) + by;
-    move_by_rows(pane, by, extend);
+    const int row = static_cast<int>(layout_row_of(pane, pane->caret)) + by;
+    move_by_rows(pane, row < 0 ? by - row : by, extend);
     view_scroll_to(pane, top);
 }
 

@@ -3,7 +3,7 @@
 
 #include "pane/pane.h"
 
-// Sets both and has what changed drawn. Positions are held to the text and moved out of characters.
+// Sets both, to positions of the text, and has what changed drawn.
 void select_range(Pane *pane, uint32_t anchor, uint32_t caret);
 
 // Moves the caret as a key does: with the selection or without, and into view.

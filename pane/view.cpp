@@ -99,6 +99,11 @@ int view_last_top(Pane *pane) {
     return last > 0 ? last : 0;
 }
 
+int view_page(const Pane *pane) {
+    const int lines = static_cast<int>(view_lines(pane));
+    return lines > 1 ? lines - 1 : 1;
+}
+
 void view_scroll_to(Pane *pane, int top) {
     const uint32_t wanted = static_cast<uint32_t>(limit(top, 0, view_last_top(pane)));
     if (wanted != pane->view.top) {
@@ -124,14 +129,16 @@ void view_update_bars(Pane *pane) {
     const int page = static_cast<int>(view_lines(pane));
     const int last = view_last_top(pane) + page - 1;
     set_bar(pane, SB_VERT, last, page, static_cast<int>(pane->view.top));
-    if (!pane->layout.wrap && pane->view.width > 0) {
+    if (pane->layout.wrap) {
+        set_bar(pane, SB_HORZ, 0, 0, 0);
+    } else if (pane->view.width > 0) {
         set_bar(pane, SB_HORZ, k_scroll_width, pane->view.width, pane->view.x_offset);
     }
 }
 
 void view_on_vertical_bar(Pane *pane, int code) {
     const int top = static_cast<int>(pane->view.top);
-    const int page = static_cast<int>(view_lines(pane));
+    const int page = view_page(pane);
     switch (code) {
     case SB_LINEUP:
         view_scroll_to(pane, top - 1);

@@ -6,6 +6,9 @@
 // Lines of the screen that are seen whole; at least one.
 uint32_t view_lines(const Pane *pane);
 
+// Lines that a page is scrolled by: one stays in sight.
+int view_page(const Pane *pane);
+
 // Puts a line of the screen at the top, as far as there are so many.
 void view_scroll_to(Pane *pane, int top);
 
