@@ -2,6 +2,7 @@
 
 #include "pane/block.h"
 #include "pane/edit.h"
+#include "pane/selection.h"
 #include "pane/utf16.h"
 #include "pane/view.h"
 
@@ -87,10 +88,12 @@ void clipboard_copy(Pane *pane) {
 }
 
 void clipboard_cut(Pane *pane) {
-    if (!selection_empty(pane)) {
-        clipboard_copy(pane);
-        edit_clear_selection(pane);
+    const bool empty = selection_empty(pane);
+    clipboard_copy(pane);
+    edit_clear_selection(pane);
+    if (!empty) {
         view_show_caret(pane);
+        keep_x(pane);
     }
 }
 

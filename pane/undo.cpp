@@ -30,7 +30,7 @@ bool removals_join(const UndoAction &last, uint32_t position, uint32_t length) {
 }
 
 bool goes_on(const Undo *undo, uint32_t position, uint32_t length, bool removal) {
-    if (undo->done.count == 0 || undo_at_save_point(undo) || undo->group_depth > 0) {
+    if (undo->done.count == 0 || undo_at_save_point(undo) || undo->done.count == undo->group_end) {
         return false;
     }
     const UndoAction last = undo_last(&undo->done);
@@ -47,7 +47,9 @@ bool begins_step(Undo *undo, uint32_t position, uint32_t length, bool removal) {
         undo->group_empty = false;
         return first;
     }
-    return !goes_on(undo, position, length, removal);
+    const bool first = !goes_on(undo, position, length, removal);
+    undo->group_end = k_no_group;
+    return first;
 }
 
 }  // namespace
@@ -55,12 +57,14 @@ bool begins_step(Undo *undo, uint32_t position, uint32_t length, bool removal) {
 void undo_init(Undo *undo) {
     *undo = {};
     undo->done.keeps_removed = true;
+    undo->group_end = k_no_group;
 }
 
 void undo_forget(Undo *undo) {
     stack_free(&undo->done);
     stack_free(&undo->undone);
     undo->save_point = 0;
+    undo->group_end = k_no_group;
     undo->group_empty = true;
 }
 
@@ -71,8 +75,8 @@ void undo_begin_group(Undo *undo) {
 }
 
 void undo_end_group(Undo *undo) {
-    if (undo->group_depth > 0) {
-        --undo->group_depth;
+    if (undo->group_depth > 0 && --undo->group_depth == 0) {
+        undo->group_end = undo->done.count;
     }
 }
 

@@ -25,8 +25,7 @@ struct Trace {
     HWND frame;
     HWND pane;
     uint64_t random;
-    POINT clicked;  // last
-    bool styling;
+    POINT clicked;     // last
     std::string told;  // notifications of the step
 };
 
@@ -128,10 +127,30 @@ LRESULT CALLBACK frame_proc(HWND window, UINT message, WPARAM wparam, LPARAM lpa
     return DefWindowProcW(window, message, wparam, lparam);
 }
 
+// Draws, has all lines broken and all text styled, so that no answer depends on when that happens.
+void pump() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        DispatchMessageW(&message);
+    }
+}
+
+void settle() {
+    UpdateWindow(trace.pane);
+    pump();
+    if (sci(SCI_GETENDSTYLED) < length()) {
+        style_up_to(length());
+    }
+    sci(SCI_ENSUREVISIBLE, sci(SCI_GETLINECOUNT) - 1);
+    UpdateWindow(trace.pane);
+}
+
 // ---- What is done -------------------------------------------------------------------------------
 
+// In front of a character, as the program has them too.
 LRESULT position() {
-    return draw(static_cast<uint32_t>(length()) + 1);
+    const LRESULT drawn = draw(static_cast<uint32_t>(length()) + 1);
+    return drawn > 0 ? sci(SCI_POSITIONAFTER, drawn - 1) : 0;
 }
 
 std::string random_text(uint32_t pieces) {
@@ -157,6 +176,7 @@ std::string random_text(uint32_t pieces) {
         "anotherverylongwordthatdoesnotfitonalineatall",
         "i",
         "\xF0\x9F\x98\x80",
+        "\xFF",
         "e ",
         "\n",
         "\xCC\x81",
@@ -258,7 +278,11 @@ void set_policy() {
 }
 
 void set_wrap() {
-    sci(SCI_SETWRAPMODE, draw(4) == 0 ? SC_WRAP_NONE : SC_WRAP_WORD);
+    const LRESULT line = sci(SCI_DOCLINEFROMVISIBLE, sci(SCI_GETFIRSTVISIBLELINE));
+    sci(SCI_SETWRAPMODE, SC_WRAP_NONE);
+    settle();
+    sci(SCI_SETFIRSTVISIBLELINE, sci(SCI_VISIBLEFROMDOCLINE, line));
+    sci(SCI_SETWRAPMODE, SC_WRAP_WORD);
 }
 
 void zoom() {
@@ -274,7 +298,7 @@ void hide_selection() {
 }
 
 void find() {
-    static const char *const k_targets[] = {"word",     "PLAN",         "e ",
+    static const char *const k_targets[] = {"word",     "PLAN",         "\xFF", "e ",
                                             "\xC3\x89", "\xE2\x82\xAC", "some"};
     Sci_TextToFind range = {};
     range.chrg.cpMin = static_cast<Sci_PositionCR>(position());
@@ -339,8 +363,22 @@ void press_letter() {
     press(static_cast<WPARAM>(k_letters[draw(8)]), SCMOD_CTRL);
 }
 
+POINT client_size() {
+    RECT client = {};
+    GetClientRect(trace.pane, &client);
+    return {client.right, client.bottom};
+}
+
 LPARAM at(POINT point) {
     return MAKELPARAM(point.x, point.y);
+}
+
+LONG random_x() {
+    return static_cast<LONG>(draw(static_cast<uint32_t>(client_size().x) - 20));
+}
+
+LONG random_y() {
+    return static_cast<LONG>(draw(static_cast<uint32_t>(client_size().y)));
 }
 
 // A point that is far from the last press, so that it does not depend on the clock whether the two
@@ -348,7 +386,7 @@ LPARAM at(POINT point) {
 POINT new_point() {
     POINT point;
     do {
-        point = {static_cast<LONG>(draw(k_width - 20)), static_cast<LONG>(draw(k_height))};
+        point = {random_x(), random_y()};
     } while (labs(point.x - trace.clicked.x) < 20);
     trace.clicked = point;
     return point;
@@ -360,13 +398,21 @@ bool on_selection(POINT point) {
            sci(SCI_GETSELECTIONSTART) != sci(SCI_GETSELECTIONEND);
 }
 
+// The program leaves a pane where it is while the mouse is used: a second press would meet other
+// words.
+void send_button(UINT message, WPARAM keys, POINT point) {
+    const LRESULT top = sci(SCI_GETFIRSTVISIBLELINE);
+    SendMessageW(trace.pane, message, keys, at(point));
+    sci(SCI_SETFIRSTVISIBLELINE, top);
+}
+
 void button_down(POINT point, bool shift) {
     trace.told += " press " + std::to_string(point.x) + "," + std::to_string(point.y);
-    SendMessageW(trace.pane, WM_LBUTTONDOWN, MK_LBUTTON | (shift ? MK_SHIFT : 0), at(point));
+    send_button(WM_LBUTTONDOWN, MK_LBUTTON | (shift ? WPARAM{MK_SHIFT} : 0), point);
 }
 
 void button_up(POINT point, bool shift) {
-    SendMessageW(trace.pane, WM_LBUTTONUP, shift ? MK_SHIFT : 0, at(point));
+    send_button(WM_LBUTTONUP, shift ? MK_SHIFT : 0, point);
 }
 
 void click() {
@@ -394,7 +440,7 @@ void sweep() {
     }
     button_down(point, false);
     for (uint32_t n = 1 + draw(4); n > 0; --n) {
-        point = {static_cast<LONG>(draw(k_width - 20)), static_cast<LONG>(draw(k_height))};
+        point = {random_x(), random_y()};
         trace.told += " move " + std::to_string(point.x) + "," + std::to_string(point.y);
         SendMessageW(trace.pane, WM_MOUSEMOVE, MK_LBUTTON, at(point));
     }
@@ -454,29 +500,12 @@ constexpr struct {
 
 // ---- What is seen -------------------------------------------------------------------------------
 
-void pump() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
-        DispatchMessageW(&message);
-    }
-}
-
-// Draws, has all lines broken and all text styled, so that no answer depends on when that happens.
-void settle() {
-    UpdateWindow(trace.pane);
-    pump();
-    if (sci(SCI_GETENDSTYLED) < length()) {
-        style_up_to(length());
-    }
-    sci(SCI_ENSUREVISIBLE, sci(SCI_GETLINECOUNT) - 1);
-    UpdateWindow(trace.pane);
-}
-
 void print_step(uint32_t step, const char *name) {
     const std::string bytes = text();
     const LRESULT caret = sci(SCI_GETCURRENTPOS);
+    const POINT client = client_size();
     printf("%u %s: len %lld %08x caret %lld anchor %lld top %lld modified %lld undo %lld redo %lld "
-           "x %lld y %lld lines %lld style %lld%s\n",
+           "x %lld y %lld lines %lld style %lld window %ldx%ld%s\n",
            step, name, static_cast<long long>(bytes.size()), hash(bytes.data(), bytes.size()),
            static_cast<long long>(caret), static_cast<long long>(sci(SCI_GETANCHOR)),
            static_cast<long long>(sci(SCI_GETFIRSTVISIBLELINE)),
@@ -485,7 +514,8 @@ void print_step(uint32_t step, const char *name) {
            static_cast<long long>(sci(SCI_POINTXFROMPOSITION, 0, caret)),
            static_cast<long long>(sci(SCI_POINTYFROMPOSITION, 0, caret)),
            static_cast<long long>(sci(SCI_VISIBLEFROMDOCLINE, sci(SCI_GETLINECOUNT))),
-           static_cast<long long>(sci(SCI_GETSTYLEAT, caret)), trace.told.c_str());
+           static_cast<long long>(sci(SCI_GETSTYLEAT, caret)), client.x, client.y,
+           trace.told.c_str());
     trace.told.clear();
 }
 
@@ -496,10 +526,12 @@ void print_undo() {
     uint32_t seen = 0;
     while (sci(SCI_CANREDO) != 0) {
         sci(SCI_REDO);
+        settle();
         ++redone;
     }
     while (sci(SCI_CANUNDO) != 0 && depth < 200) {
         sci(SCI_UNDO);
+        settle();
         const std::string bytes = text();
         seen = seen * 31 + hash(bytes.data(), bytes.size());
         seen = seen * 31 + static_cast<uint32_t>(sci(SCI_GETCURRENTPOS));
@@ -507,7 +539,12 @@ void print_undo() {
     }
     for (uint32_t i = redone; i < depth; ++i) {
         sci(SCI_REDO);
+        settle();
     }
+    sci(SCI_CHOOSECARETX);
+    sci(SCI_SETFIRSTVISIBLELINE, 0);
+    sci(SCI_SCROLLCARET);
+    settle();
     const LRESULT caret = sci(SCI_GETCURRENTPOS);
     printf("  undo %u redo %u %08x caret %lld y %lld\n", depth, redone, seen,
            static_cast<long long>(caret),
@@ -556,8 +593,14 @@ void take_step(uint32_t step) {
     while (drawn >= row->weight) {
         drawn -= row++->weight;
     }
+    const std::string before = text();
     row->take();
     settle();
+    if (before != text()) {
+        sci(SCI_SETFIRSTVISIBLELINE, 0);
+        sci(SCI_SCROLLCARET);
+        settle();
+    }
     print_step(step, row->name);
     if (length() > k_text_most) {
         sci_text(SCI_SETTEXT, 0, "");
@@ -568,12 +611,20 @@ void take_step(uint32_t step) {
 
 // ---- Beginning ----------------------------------------------------------------------------------
 
-void configure() {
+// Where a text just fits without a scroll bar and not beside it, it depends on what was there
+// before whether there is one. So there is none, or as in a console, which can be scrolled further,
+// always.
+void configure(bool console) {
     sci(SCI_SETCODEPAGE, SC_CP_UTF8);
     sci(SCI_SETMODEVENTMASK, SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT);
     sci(SCI_SETWRAPMODE, SC_WRAP_WORD);
     sci(SCI_SETMARGINWIDTHN, 1, 2);
     sci(SCI_SETYCARETPOLICY, CARET_SLOP, 1);
+    if (console) {
+        sci(SCI_SETENDATLASTLINE, 0);
+    } else {
+        sci(SCI_SETVSCROLLBAR, 0);
+    }
     sci_text(SCI_STYLESETFONT, STYLE_DEFAULT, "Tahoma");
     sci(SCI_STYLESETSIZE, STYLE_DEFAULT, 9);
     sci(SCI_STYLECLEARALL);
@@ -595,13 +646,6 @@ bool open_window() {
     return trace.pane != nullptr;
 }
 
-void empty_clipboard() {
-    if (OpenClipboard(trace.frame) != 0) {
-        EmptyClipboard();
-        CloseClipboard();
-    }
-}
-
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -611,8 +655,8 @@ int main(int argc, char **argv) {
     }
     trace.random = strtoull(argv[2], nullptr, 10) * 2 + 1;
     const uint32_t steps = static_cast<uint32_t>(strtoul(argv[3], nullptr, 10));
-    configure();
-    empty_clipboard();
+    configure((trace.random & 2) != 0);
+    sci_text(SCI_COPYTEXT, 4, "clip");
     SetFocus(trace.pane);
     settle();
     trace.told.clear();
