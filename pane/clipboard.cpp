@@ -93,8 +93,8 @@ void clipboard_cut(Pane *pane) {
     edit_clear_selection(pane);
     if (!empty) {
         view_show_caret(pane);
-        keep_x(pane);
     }
+    keep_x(pane);
 }
 
 void clipboard_paste(Pane *pane) {

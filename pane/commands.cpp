@@ -129,6 +129,9 @@ bool run_command(Pane *pane, UINT command) {
 }
 
 void set_zoom(Pane *pane, int zoom) {
+    if (zoom == pane->look.zoom) {
+        return;
+    }
     pane->look.zoom = zoom;
     styles_changed(&pane->look);
     layout_all_changed(pane);

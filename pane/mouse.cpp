@@ -122,7 +122,7 @@ void select_words_to(Pane *pane, uint32_t position) {
 
 // From what was pressed on to what the mouse is on now.
 void select_to(Pane *pane, uint32_t position) {
-    if (pane->mouse.by != SelectBy::character && position == pane->mouse.pressed_on) {
+    if (pane->mouse.by == SelectBy::word && position == pane->mouse.pressed_on) {
         return;
     }
     if (pane->mouse.by == SelectBy::line) {
@@ -182,19 +182,17 @@ void press_again(Pane *pane, POINT at, uint32_t position) {
 }
 
 void press_link(Pane *pane, POINT at, int modifiers) {
-    Mouse *mouse = &pane->mouse;
-    mouse->on_link = on_hot_spot(pane, at);
-    if (mouse->on_link) {
-        mouse->link = layout_position_at(pane, at, Near::character);
-        notify_at(pane, SCN_HOTSPOTCLICK, mouse->link, modifiers);
+    pane->mouse.on_link = on_hot_spot(pane, at);
+    if (pane->mouse.on_link) {
+        notify_at(pane, SCN_HOTSPOTCLICK, layout_position_at(pane, at, Near::character), modifiers);
     }
 }
 
 // In the margin a press takes the whole line.
 void press_margin(Pane *pane, POINT at, uint32_t position) {
+    const bool extend = (key_modifiers() & SCMOD_SHIFT) != 0;
     pane->mouse.by = SelectBy::line;
-    pane->mouse.pressed_on = position;
-    pane->mouse.on_link = false;
+    pane->mouse.pressed_on = extend ? pane->anchor : position;
     pane->mouse.on_selected = false;
     begin_press(pane, at);
     select_lines_to(pane, position);
@@ -265,10 +263,10 @@ void mouse_down(Pane *pane, POINT at) {
     SetFocus(pane->window);
     const uint32_t position = layout_position_at(pane, at, Near::edge);
     const bool extend = (key_modifiers() & SCMOD_SHIFT) != 0;
-    if (!extend && is_double_click(pane, at)) {
-        press_again(pane, at, position);
-    } else if (!extend && at.x < layout_text_left(pane) - 1) {
+    if (at.x < layout_text_left(pane) - 1) {
         press_margin(pane, at, position);
+    } else if (!extend && is_double_click(pane, at)) {
+        press_again(pane, at, position);
     } else {
         press_once(pane, at, position);
     }
@@ -282,10 +280,6 @@ void mouse_moved(Pane *pane, POINT at) {
     pane->mouse.now = at;
     if (!near_press(pane, at)) {
         KillTimer(pane->window, k_timer_hold);
-    }
-    if (!layout_hits_character(pane, at) ||
-        layout_position_at(pane, at, Near::character) != pane->mouse.link) {
-        pane->mouse.on_link = false;
     }
     if (pane->mouse.on_selected) {
         drag_to(pane, at);
@@ -307,10 +301,6 @@ void mouse_up(Pane *pane, POINT at) {
         return;
     }
     const uint32_t position = layout_position_at(pane, at, Near::edge);
-    if (mouse->on_link && on_hot_spot(pane, at)) {
-        notify_at(pane, SCN_HOTSPOTRELEASECLICK, layout_position_at(pane, at, Near::character),
-                  key_modifiers() & SCMOD_CTRL);
-    }
     end_press(pane);
     if (mouse->dragging) {
         drop(pane, position);
@@ -319,7 +309,6 @@ void mouse_up(Pane *pane, POINT at) {
     } else if (mouse->by == SelectBy::character) {
         select_to(pane, position);
     }
-    mouse->on_link = false;
     view_show_caret(pane);
     keep_x(pane);
 }

@@ -94,14 +94,13 @@ struct Mouse {
     bool pressed;      // and the mouse captured
     bool on_selected;  // pressed on the selection, which may be dragged
     bool dragging;
-    bool on_link;      // pressed on a hot spot, and not moved away from there
+    bool on_link;      // pressed on a hot spot
     bool clicked;  // there was a press, which the next one may make a double click of
     SelectBy by;
     POINT at;          // of the last press
     DWORD pressed_at;  // its tick
     POINT now;
     uint32_t pressed_on;
-    uint32_t link;  // position of the hot spot
     uint32_t from;  // the word there, or the line
     uint32_t to;
 };

@@ -28,19 +28,17 @@ struct Undo {
     uint32_t save_point;   // how many actions were done then; or k_no_save_point
     uint32_t group_depth;  // what happens in a group is one step
     bool group_empty;
-    uint32_t group_end;  // how many actions were done when a group ended, or k_no_group
 };
 
 constexpr uint32_t k_no_save_point = 0xFFFFFFFF;  // it cannot be come to any more
-
-constexpr uint32_t k_no_group = 0xFFFFFFFF;
 
 void undo_init(Undo *undo);
 
 // Forgets everything; the text is then at its save point. A group that is open stays open.
 void undo_forget(Undo *undo);
 
-// What comes behind a group begins a step, even if nothing happened in the group.
+// What comes behind a group begins a step, even if nothing happened in the group, or what did was
+// undone.
 void undo_begin_group(Undo *undo);
 void undo_end_group(Undo *undo);
 

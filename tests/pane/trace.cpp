@@ -101,7 +101,6 @@ bool is_of_interest(UINT code) {
     case SCN_ZOOM:
     case SCN_HOTSPOTCLICK:
     case SCN_HOTSPOTDOUBLECLICK:
-    case SCN_HOTSPOTRELEASECLICK:
         return true;
     default:
         return false;
