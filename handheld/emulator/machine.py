@@ -69,6 +69,7 @@ class Machine:
         self.levels = []
         self.stack_limit = STACK_TOP
         self.system_code = {}  # functions of the system that are code: {name: address}
+        self.charged = 0       # of the instructions so far
         self._traps = []
         self._serial = 0
         self._accessed = None
@@ -136,6 +137,7 @@ class Machine:
     def charge(self, instructions):
         """Counts work that the device's own system would do."""
         self._watch.instructions += instructions
+        self.charged += instructions
 
     def set_clock(self, address, instructions_per_tick):
         """From now on the word at `address` counts ticks of so many instructions."""
