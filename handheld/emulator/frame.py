@@ -2,8 +2,8 @@
 dialog that does not fill the screen.
 
 The system draws these itself and sends no messages about them. Windows that fill the screen have
-their title in the bar along its top (screen.py) and no border: whether a device leaves a main window
-the border of its WS_BORDER is not known. A dialog that the shell sizes by its content has a border,
+their title in the bar along its top (screen.py) and no border: whether a main window keeps that of
+its WS_BORDER on a device is not known. A dialog that the shell sizes by its content has a border,
 and its title in the bar.
 """
 

@@ -177,8 +177,8 @@ class Machine:
     # ---- Calls ----
 
     def set_stack(self, reserve):
-        """Makes the stack: `reserve` bytes, nothing below. Each page must be touched before the next
-        one lower, or the device takes it for an access to nothing (watch.c)."""
+        """Makes the stack: `reserve` bytes, nothing below. Each page must be touched before the
+        next one lower, or the device takes it for an access to nothing (watch.c)."""
         reserve = (reserve + PAGE - 1) & -PAGE
         self.stack_limit = STACK_TOP - PAGE - reserve
         self.memory.map(self.stack_limit, reserve)

@@ -1,4 +1,5 @@
-"""The device's shell (AYGSHELL): the menu bar along the bottom, the size of dialogs, the input panel, and what a window asks it on activation.
+"""The device's shell (AYGSHELL): the menu bar along the bottom, the size of dialogs, the
+input panel, and what a window asks it on activation.
 
 The menu bar is a window of its own, which belongs to the program's window. Its buttons come from a
 resource under the tool bar's number (16-bit words: menu, count, then seven for each button).

@@ -1,4 +1,4 @@
-"""The emulator's files and streams, without a program: what goes wrong is an error of the system."""
+"""The emulator's files and streams, without a program: what fails is the system's error."""
 
 import os
 import pathlib
