@@ -11,7 +11,7 @@ struct Watch {
     int (*stop)(void *processor);
     uint64_t next_tick; /* instructions at which the clock's next millisecond begins */
     uint64_t per_tick;
-    uint32_t *ticks; /* the clock, where the program can read it */
+    uint32_t *ticks;       /* the clock, where the program can read it */
     uint64_t stack_limit;  /* of what is reserved; nothing there is memory until it is touched */
     uint64_t stack_lowest; /* first byte of the lowest page that has been */
     uint64_t skipped;      /* address of an access below the page that may come next; 0: none yet */
