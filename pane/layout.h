@@ -18,12 +18,12 @@ void layout_all_changed(Pane *pane);
 // The document has changed.
 void layout_follow(Pane *pane, const Change &change);
 
-// Breaks what has to be broken, with the styles as they are. The line of the text that is at the top
-// stays there.
+// Breaks what has to be broken, with the styles as they are. The line of the text that is at the
+// top stays there.
 void layout_prepare(Pane *pane);
 
-// The same with the right styles up to a position. Styles are asked for only where text is drawn, or
-// somebody wants to know exactly: styling a long text takes the parent longer than breaking it.
+// The same with the right styles up to a position. Styles are asked for only where text is drawn,
+// or somebody wants to know exactly: styling a long text takes the parent longer than breaking it.
 void layout_prepare_styled(Pane *pane, uint32_t end);
 
 // The top has moved.

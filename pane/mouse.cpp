@@ -34,7 +34,7 @@ bool near_press(const Pane *pane, POINT at) {
 
 bool is_double_click(const Pane *pane, POINT at) {
     return pane->mouse.clicked && near_press(pane, at) &&
-           GetTickCount() - pane->mouse.pressed_at < GetDoubleClickTime();
+           GetTickCount() - pane->mouse.used_at < GetDoubleClickTime();
 }
 
 bool is_hot(const Pane *pane, uint32_t position) {
@@ -139,7 +139,7 @@ void begin_press(Pane *pane, POINT at) {
     pane->mouse.dragging = false;
     pane->mouse.at = at;
     pane->mouse.now = at;
-    pane->mouse.pressed_at = GetTickCount();
+    pane->mouse.used_at = GetTickCount();
     pane->mouse.clicked = true;
     SetCapture(pane->window);
 }
@@ -302,6 +302,8 @@ void mouse_up(Pane *pane, POINT at) {
     }
     const uint32_t position = layout_position_at(pane, at, Near::edge);
     end_press(pane);
+    mouse->at = at;
+    mouse->used_at = GetTickCount();
     if (mouse->dragging) {
         drop(pane, position);
     } else if (mouse->on_selected) {

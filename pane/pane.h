@@ -85,7 +85,7 @@ struct View {
     CaretPolicy policy;
     bool end_at_last_line;
     bool bar_hidden;  // the vertical one
-    int wheel;  // turned, and not scrolled yet
+    int wheel;        // turned, and not scrolled yet
 };
 
 enum class SelectBy : uint8_t { character, word, line };
@@ -94,11 +94,11 @@ struct Mouse {
     bool pressed;      // and the mouse captured
     bool on_selected;  // pressed on the selection, which may be dragged
     bool dragging;
-    bool on_link;      // pressed on a hot spot
+    bool on_link;  // pressed on a hot spot
     bool clicked;  // there was a press, which the next one may make a double click of
     SelectBy by;
-    POINT at;          // of the last press
-    DWORD pressed_at;  // its tick
+    POINT at;       // where the button was used last
+    DWORD used_at;  // the tick then
     POINT now;
     uint32_t pressed_on;
     uint32_t from;  // the word there, or the line

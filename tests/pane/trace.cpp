@@ -19,6 +19,8 @@ constexpr int k_width = 240;
 constexpr int k_height = 200;
 constexpr uint32_t k_burst = 25;       // steps between looks at everything
 constexpr LRESULT k_text_most = 3000;  // bytes, about
+constexpr LONG k_text_left = 3;
+constexpr LRESULT k_far = 10000;  // beyond the end of any row
 constexpr UINT k_pane_id = 85;
 
 struct Trace {
@@ -142,6 +144,18 @@ void settle() {
     }
     sci(SCI_ENSUREVISIBLE, sci(SCI_GETLINECOUNT) - 1);
     UpdateWindow(trace.pane);
+}
+
+POINT client_size() {
+    RECT client = {};
+    GetClientRect(trace.pane, &client);
+    return {client.right, client.bottom};
+}
+
+POINT pane_size() {
+    RECT window = {};
+    GetWindowRect(trace.pane, &window);
+    return {window.right - window.left, window.bottom - window.top};
 }
 
 // ---- What is done -------------------------------------------------------------------------------
@@ -276,10 +290,14 @@ void set_policy() {
     sci(SCI_SETYCARETPOLICY, row.policy, row.slop);
 }
 
-void set_wrap() {
+// The program takes a pane out of sight and brings it back: without a size it does not wrap.
+void collapse() {
+    const POINT size = pane_size();
     const LRESULT line = sci(SCI_DOCLINEFROMVISIBLE, sci(SCI_GETFIRSTVISIBLELINE));
     sci(SCI_SETWRAPMODE, SC_WRAP_NONE);
+    MoveWindow(trace.pane, 0, 0, 0, 0, TRUE);
     settle();
+    MoveWindow(trace.pane, 0, 0, size.x, size.y, TRUE);
     sci(SCI_SETFIRSTVISIBLELINE, sci(SCI_VISIBLEFROMDOCLINE, line));
     sci(SCI_SETWRAPMODE, SC_WRAP_WORD);
 }
@@ -337,6 +355,27 @@ void type_pair() {
     SendMessageW(trace.pane, WM_CHAR, 0xDE00, 0);
 }
 
+// Where a component may go down a row when the key goes up, if the row is broken and the caret has
+// been further to the right.
+bool on_first_row() {
+    const LRESULT caret = sci(SCI_GETCURRENTPOS);
+    return sci(SCI_POINTYFROMPOSITION, 0, caret) == sci(SCI_POINTYFROMPOSITION, 0, 0);
+}
+
+// Where a component may go down two rows: the next one is broken, and ends in front of the caret.
+bool may_skip_row() {
+    const LRESULT caret = sci(SCI_GETCURRENTPOS);
+    const LRESULT x = sci(SCI_POINTXFROMPOSITION, 0, caret);
+    const LRESULT below = sci(SCI_POINTYFROMPOSITION, 0, caret) + sci(SCI_TEXTHEIGHT);
+    const auto row_at = [&](LRESULT at) {
+        return sci(SCI_POINTYFROMPOSITION, 0, sci(SCI_POSITIONFROMPOINT, at, below));
+    };
+    if (row_at(k_far) > below) {
+        sci(SCI_CHOOSECARETX);
+    }
+    return row_at(x) > below;
+}
+
 void press_key() {
     static const struct {
         WPARAM key;
@@ -353,6 +392,9 @@ void press_key() {
     const uint32_t modifiers = row.with_modifiers ? k_modifiers[draw(6)] : 0;
     const uint32_t upright = modifiers & SCMOD_CTRL;
     // Shift with the page keys extends; paragraphs are nobody's keys here.
+    if ((row.key == VK_UP && on_first_row()) || (row.key == VK_DOWN && may_skip_row())) {
+        return;
+    }
     const bool vertical = row.key == VK_UP || row.key == VK_DOWN;
     press(row.key, vertical && upright != 0 ? SCMOD_CTRL : modifiers);
 }
@@ -360,12 +402,6 @@ void press_key() {
 void press_letter() {
     static const char k_letters[] = "ZYZYACXV";
     press(static_cast<WPARAM>(k_letters[draw(8)]), SCMOD_CTRL);
-}
-
-POINT client_size() {
-    RECT client = {};
-    GetClientRect(trace.pane, &client);
-    return {client.right, client.bottom};
 }
 
 LPARAM at(POINT point) {
@@ -431,10 +467,11 @@ void click_more() {
     }
 }
 
-// A press on the selection would begin to drag it, which one component leaves to the system.
+// A press on the selection would begin to drag it, which one component leaves to the system; one in
+// the margin takes lines.
 void sweep() {
     POINT point = new_point();
-    if (on_selection(point)) {
+    if (on_selection(point) || point.x < k_text_left) {
         return;
     }
     button_down(point, false);
@@ -479,7 +516,7 @@ constexpr struct {
     {"clear", clear, 1},
     {"scroll", scroll, 3},
     {"caret policy", set_policy, 1},
-    {"wrap", set_wrap, 1},
+    {"collapse", collapse, 1},
     {"zoom", zoom, 1},
     {"hide selection", hide_selection, 1},
     {"find", find, 3},
@@ -672,6 +709,7 @@ int main(int argc, char **argv) {
             print_text();
         }
     }
+    print_places();
     puts("end");
     return 0;
 }
