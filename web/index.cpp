@@ -76,6 +76,18 @@ CellHandle index_find(CellHandle root, const char *name) {
     return node;
 }
 
+CellHandle index_find_text(CellHandle root, BlockHandle name) {
+    CellHandle node = root;
+    while (node != 0) {
+        const int comparison = text_compare(name, cell_name(node));
+        if (comparison == 0) {
+            break;
+        }
+        node = comparison < 0 ? node_left(node) : node_right(node);
+    }
+    return node;
+}
+
 CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind) {
     chain_park(name);
     const CellHandle node = block_alloc(k_block_node);

@@ -8,6 +8,7 @@
 
 // The node of that name, of any kind, or 0.
 CellHandle index_find(CellHandle root, const char *name);
+CellHandle index_find_text(CellHandle root, BlockHandle name);
 
 // Adds a node for the name, which it takes over. An equal name goes to the right.
 CellHandle index_insert(BlockHandle name, CellHandle *root, uint16_t kind);
