@@ -203,8 +203,8 @@ std::string random_text(uint32_t pieces) {
 
 void hold(uint32_t modifiers) {
     BYTE keys[256] = {};
-    keys[VK_SHIFT] = (modifiers & SCMOD_SHIFT) != 0 ? 0x80 : 0;
-    keys[VK_CONTROL] = (modifiers & SCMOD_CTRL) != 0 ? 0x80 : 0;
+    keys[VK_SHIFT] = static_cast<BYTE>((modifiers & SCMOD_SHIFT) != 0 ? 0x80 : 0);
+    keys[VK_CONTROL] = static_cast<BYTE>((modifiers & SCMOD_CTRL) != 0 ? 0x80 : 0);
     SetKeyboardState(keys);
 }
 
