@@ -98,6 +98,17 @@ run_windows() {
             [ ! -f "$script" ] || one "$(basename "$script" .sh)" timeout 300 bash "$script"
         done
     done
+    place_small_pane
+    suite small_pane bash -c 'run_in_wine small_pane'
+    one pane_traces timeout 300 bash tests/pane/compare_traces.sh 4 1500
+}
+
+# The window's tests once more, beside the handheld's editing component.
+place_small_pane() {
+    local folder=$build/windows/tests/small_pane
+    mkdir -p "$folder"
+    cp "$build/windows/tests/shell/shell_tests.exe" "$folder/small_pane_tests.exe"
+    cp "$build/windows/pane/SciLexer.dll" "$folder/"
 }
 
 # The handheld's files, what makes them, and the program in the emulator: every *_test.py of

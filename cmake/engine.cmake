@@ -64,3 +64,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING
     target_compile_options(quorvane_whole_program INTERFACE -flto)
     target_link_options(quorvane_whole_program INTERFACE -flto=auto)
 endif()
+# The handheld's program is small first; what takes the time there is fast.
+if(QUORVANE_HANDHELD)
+    set_source_files_properties(
+        core/block_arena.cpp core/byte_stream.cpp core/text.cpp file/save.cpp file/web_tokens.cpp
+        report/output.cpp web/link_list.cpp web/links.cpp web/words.cpp
+        PROPERTIES COMPILE_OPTIONS -O2)
+endif()

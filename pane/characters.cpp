@@ -64,19 +64,11 @@ bool parts_line_end(const Gap *text, uint32_t position) {
 }
 
 uint32_t position_after(const Gap *text, uint32_t position) {
-    if (position >= text->length) {
-        return text->length;
-    }
-    return parts_line_end(text, position + 1) ? position + 2
-                                              : position + character_at(text, position).size;
+    return position_outside(text, position + 1, true);
 }
 
 uint32_t position_before(const Gap *text, uint32_t position) {
-    if (position == 0) {
-        return 0;
-    }
-    return parts_line_end(text, position - 1) ? position - 2
-                                              : position - character_before(text, position).size;
+    return position > 0 ? position_outside(text, position - 1, false) : 0;
 }
 
 uint32_t position_outside(const Gap *text, uint32_t position, bool forward) {

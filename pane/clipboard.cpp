@@ -64,7 +64,6 @@ void paste_bytes(Pane *pane, const char *bytes, uint32_t length) {
     if (converted != nullptr) {
         copy_with_line_ends(bytes, length, converted);
         edit_replace_selection(pane, converted, size);
-        keep_x(pane);
     }
     free(converted);
 }
@@ -89,11 +88,13 @@ void clipboard_copy(Pane *pane) {
 }
 
 void clipboard_cut(Pane *pane) {
-    if (!selection_empty(pane)) {
-        clipboard_copy(pane);
-        edit_clear_selection(pane);
+    const bool empty = selection_empty(pane);
+    clipboard_copy(pane);
+    edit_clear_selection(pane);
+    if (!empty) {
         view_show_caret(pane);
     }
+    keep_x(pane);
 }
 
 void clipboard_paste(Pane *pane) {

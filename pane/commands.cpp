@@ -7,6 +7,7 @@
 #include "pane/selection.h"
 #include "pane/styles.h"
 #include "pane/view.h"
+#include "pane/words.h"
 
 namespace {
 
@@ -32,6 +33,26 @@ void scroll_rows(Pane *pane, int rows) {
     }
 }
 
+void delete_word_left(Pane *pane) {
+    edit_delete_back_to(pane, previous_word(pane_text(pane), pane->caret));
+}
+
+void delete_word_right(Pane *pane) {
+    edit_delete_up_to(pane, next_word(pane_text(pane), pane->caret));
+}
+
+void delete_line_left(Pane *pane) {
+    const Document *document = &pane->document;
+    const uint32_t line = line_of(&document->lines, pane->caret);
+    edit_delete_back_to(pane, document_line_start(document, line));
+}
+
+void delete_line_right(Pane *pane) {
+    const Document *document = &pane->document;
+    const uint32_t line = line_of(&document->lines, pane->caret);
+    edit_delete_up_to(pane, document_line_end(document, line));
+}
+
 void zoom_in(Pane *pane) {
     if (pane->look.zoom < k_zoom_most) {
         set_zoom(pane, pane->look.zoom + 1);
@@ -48,10 +69,10 @@ constexpr struct {
     UINT command;
     void (*run)(Pane *pane);
 } k_commands[] = {
-    {SCI_LINEDOWN, [](Pane *pane) { move_by_rows(pane, 1, false); }},
-    {SCI_LINEDOWNEXTEND, [](Pane *pane) { move_by_rows(pane, 1, true); }},
-    {SCI_LINEUP, [](Pane *pane) { move_by_rows(pane, -1, false); }},
-    {SCI_LINEUPEXTEND, [](Pane *pane) { move_by_rows(pane, -1, true); }},
+    {SCI_LINEDOWN, [](Pane *pane) { move_by_row(pane, true, false); }},
+    {SCI_LINEDOWNEXTEND, [](Pane *pane) { move_by_row(pane, true, true); }},
+    {SCI_LINEUP, [](Pane *pane) { move_by_row(pane, false, false); }},
+    {SCI_LINEUPEXTEND, [](Pane *pane) { move_by_row(pane, false, true); }},
     {SCI_LINESCROLLDOWN, [](Pane *pane) { scroll_rows(pane, 1); }},
     {SCI_LINESCROLLUP, [](Pane *pane) { scroll_rows(pane, -1); }},
     {SCI_CHARLEFT, [](Pane *pane) { move_by_character(pane, false, false); }},
@@ -70,16 +91,16 @@ constexpr struct {
     {SCI_DOCUMENTSTARTEXTEND, [](Pane *pane) { to_position(pane, 0, true); }},
     {SCI_DOCUMENTEND, [](Pane *pane) { to_position(pane, pane_length(pane), false); }},
     {SCI_DOCUMENTENDEXTEND, [](Pane *pane) { to_position(pane, pane_length(pane), true); }},
-    {SCI_PAGEUP, [](Pane *pane) { move_by_page(pane, -1, false); }},
-    {SCI_PAGEUPEXTEND, [](Pane *pane) { move_by_page(pane, -1, true); }},
-    {SCI_PAGEDOWN, [](Pane *pane) { move_by_page(pane, 1, false); }},
-    {SCI_PAGEDOWNEXTEND, [](Pane *pane) { move_by_page(pane, 1, true); }},
+    {SCI_PAGEUP, [](Pane *pane) { move_by_page(pane, false, false); }},
+    {SCI_PAGEUPEXTEND, [](Pane *pane) { move_by_page(pane, false, true); }},
+    {SCI_PAGEDOWN, [](Pane *pane) { move_by_page(pane, true, false); }},
+    {SCI_PAGEDOWNEXTEND, [](Pane *pane) { move_by_page(pane, true, true); }},
     {SCI_CLEAR, edit_delete},
     {SCI_DELETEBACK, edit_backspace},
-    {SCI_DELWORDLEFT, [](Pane *pane) { edit_delete_word(pane, false); }},
-    {SCI_DELWORDRIGHT, [](Pane *pane) { edit_delete_word(pane, true); }},
-    {SCI_DELLINELEFT, [](Pane *pane) { edit_delete_line_part(pane, false); }},
-    {SCI_DELLINERIGHT, [](Pane *pane) { edit_delete_line_part(pane, true); }},
+    {SCI_DELWORDLEFT, delete_word_left},
+    {SCI_DELWORDRIGHT, delete_word_right},
+    {SCI_DELLINELEFT, delete_line_left},
+    {SCI_DELLINERIGHT, delete_line_right},
     {SCI_NEWLINE, edit_new_line},
     {SCI_EDITTOGGLEOVERTYPE, [](Pane *pane) { pane->over_type = !pane->over_type; }},
     {SCI_UNDO, edit_undo},
@@ -87,7 +108,8 @@ constexpr struct {
     {SCI_CUT, clipboard_cut},
     {SCI_COPY, clipboard_copy},
     {SCI_PASTE, clipboard_paste},
-    {SCI_SELECTALL, [](Pane *pane) { select_range(pane, 0, pane_length(pane)); }},
+    {SCI_SELECTALL, [](Pane *pane) { select_range(pane, pane_length(pane), 0); }},
+    {SCI_CHOOSECARETX, keep_x},
     {SCI_CANCEL, [](Pane *) {}},
     {SCI_ZOOMIN, zoom_in},
     {SCI_ZOOMOUT, zoom_out},
@@ -107,6 +129,9 @@ bool run_command(Pane *pane, UINT command) {
 }
 
 void set_zoom(Pane *pane, int zoom) {
+    if (zoom == pane->look.zoom) {
+        return;
+    }
     pane->look.zoom = zoom;
     styles_changed(&pane->look);
     layout_all_changed(pane);

@@ -118,10 +118,27 @@ bool step_ends(const UndoStack *from, const UndoStack *to, bool undoing) {
     return from->count == 0 || (undoing ? undo_last(to).first : undo_last(from).first);
 }
 
+// Where the caret belongs behind a change; behind all that came back to one place.
+struct Restored {
+    uint32_t at;
+    uint32_t length;
+};
+
+uint32_t caret_behind(const Change &change, Restored *restored) {
+    if ((change.kind & k_change_insert) == 0) {
+        *restored = {k_nowhere, 0};
+        return change.position;
+    }
+    const bool same_place = (change.kind & k_change_undo) != 0 && restored->at == change.position;
+    *restored = {change.position, change.length + (same_place ? restored->length : 0)};
+    return restored->at + restored->length;
+}
+
 uint32_t move_step(Document *document, UndoStack *from, UndoStack *to, uint32_t kind) {
     const bool undoing = (kind & k_change_undo) != 0;
     const bool at_save_point = undo_at_save_point(&document->undo);
     uint32_t caret = k_nowhere;
+    Restored restored = {k_nowhere, 0};
     uint32_t steps = 0;
     bool many_lines = false;
     bool ended = from->count == 0 || document->changing;
@@ -135,7 +152,7 @@ uint32_t move_step(Document *document, UndoStack *from, UndoStack *to, uint32_t 
         change.kind |= ++steps > 1 || !ended ? k_change_many_steps : 0;
         change.kind |= ended ? k_change_last_step : 0;
         change.kind |= ended && many_lines ? k_change_many_lines : 0;
-        caret = change.position + ((change.kind & k_change_insert) != 0 ? change.length : 0);
+        caret = caret_behind(change, &restored);
         tell(document, change);
     }
     tell_save_point(document, at_save_point);

@@ -2,7 +2,6 @@
 
 #include "pane/characters.h"
 #include "pane/layout.h"
-#include "pane/notify.h"
 #include "pane/styles.h"
 #include "pane/utf16.h"
 #include "pane/view.h"
@@ -202,8 +201,7 @@ uint32_t seen_end(Pane *pane) {
 // Whatever voids more of the window comes first, so that it is drawn at once.
 void draw_pane(Pane *pane) {
     layout_prepare(pane);
-    need_styles(pane, seen_end(pane));
-    layout_prepare(pane);
+    layout_prepare_styled(pane, seen_end(pane));
     view_scroll_to(pane, static_cast<int>(pane->view.top));
     PAINTSTRUCT paint;
     HDC window = BeginPaint(pane->window, &paint);

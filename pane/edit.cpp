@@ -5,7 +5,6 @@
 #include "pane/notify.h"
 #include "pane/selection.h"
 #include "pane/view.h"
-#include "pane/words.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -63,19 +62,21 @@ void remove_and_show(Pane *pane, uint32_t start, uint32_t end) {
 }
 
 void after_undo(Pane *pane, uint32_t caret) {
-    if (caret != k_nowhere) {
-        select_range(pane, caret, caret);
-    }
-    show_after_edit(pane);
+    select_range(pane, caret, caret);
+    view_show_caret(pane);
 }
 
-// Lines that come or go above the window leave it where it is.
+// Lines that come or go above the window leave it where it is, as far as there is enough text. In
+// the midst of a step that is undone nothing is seen.
 void keep_top(Pane *pane, const Change &change) {
-    if (change.lines_added != 0 && change.position < pane->view.top_start) {
-        const int top = static_cast<int>(pane->view.top) + change.lines_added;
-        pane->view.top = top > 0 ? static_cast<uint32_t>(top) : 0;
-        layout_note_top(pane);
+    const bool midway =
+        (change.kind & k_change_many_steps) != 0 && (change.kind & k_change_last_step) == 0;
+    if (change.lines_added == 0 || midway) {
+        return;
     }
+    const bool above = change.position < pane->view.top_start;
+    const int top = static_cast<int>(pane->view.top) + (above ? change.lines_added : 0);
+    view_keep_top(pane, top);
 }
 
 }  // namespace
@@ -111,9 +112,11 @@ void edit_set_text(Pane *pane, const char *bytes, uint32_t length) {
 
 void edit_clear_selection(Pane *pane) {
     const uint32_t start = selection_start(pane);
+    begin_step(pane);
     if (edit_remove(pane, start, selection_end(pane))) {
         select_range(pane, start, start);
     }
+    end_step(pane);
 }
 
 void edit_replace_selection(Pane *pane, const char *bytes, uint32_t length) {
@@ -121,7 +124,7 @@ void edit_replace_selection(Pane *pane, const char *bytes, uint32_t length) {
     edit_clear_selection(pane);
     insert_at_caret(pane, bytes, length);
     end_step(pane);
-    view_show_caret(pane);
+    show_after_edit(pane);
 }
 
 void edit_replace_target(Pane *pane, const char *bytes, uint32_t length) {
@@ -132,11 +135,11 @@ void edit_replace_target(Pane *pane, const char *bytes, uint32_t length) {
     end_step(pane);
 }
 
-// Alone it goes on with what was typed before; in place of something it begins a step.
+// It goes on with what was typed before; in place of something it is a step of its own.
 void edit_type(Pane *pane, const char *bytes, uint32_t length) {
     const uint32_t start = selection_start(pane);
     const uint32_t end = selection_empty(pane) ? typed_over(pane) : selection_end(pane);
-    const bool step = start < end;
+    const bool step = pane->over_type || start < end;
     if (step) {
         begin_step(pane);
         edit_remove(pane, start, end);
@@ -168,7 +171,8 @@ void edit_backspace(Pane *pane) {
     if (selection_empty(pane)) {
         remove_and_show(pane, position_before(pane_text(pane), pane->caret), pane->caret);
     } else {
-        remove_and_show(pane, selection_start(pane), selection_end(pane));
+        edit_clear_selection(pane);
+        show_after_edit(pane);
     }
 }
 
@@ -176,35 +180,38 @@ void edit_delete(Pane *pane) {
     if (selection_empty(pane)) {
         remove_and_show(pane, pane->caret, position_after(pane_text(pane), pane->caret));
     } else {
-        remove_and_show(pane, selection_start(pane), selection_end(pane));
+        edit_clear_selection(pane);
+        show_after_edit(pane);
     }
 }
 
-void edit_delete_word(Pane *pane, bool forward) {
-    const Gap *text = pane_text(pane);
-    if (forward) {
-        remove_and_show(pane, pane->caret, next_word(text, pane->caret));
-    } else {
-        remove_and_show(pane, previous_word(text, pane->caret), pane->caret);
-    }
+// What is selected stays so as far as it is left.
+void edit_delete_back_to(Pane *pane, uint32_t start) {
+    edit_remove(pane, start, pane->caret);
+    show_after_edit(pane);
 }
 
-void edit_delete_line_part(Pane *pane, bool forward) {
-    const Document *document = &pane->document;
-    const uint32_t line = line_of(&document->lines, pane->caret);
-    if (forward) {
-        remove_and_show(pane, pane->caret, document_line_end(document, line));
-    } else {
-        remove_and_show(pane, document_line_start(document, line), pane->caret);
-    }
+void edit_delete_up_to(Pane *pane, uint32_t end) {
+    begin_step(pane);
+    select_range(pane, pane->caret, pane->caret);
+    edit_remove(pane, pane->caret, end);
+    end_step(pane);
+    show_after_edit(pane);
 }
 
 void edit_undo(Pane *pane) {
-    after_undo(pane, document_undo(&pane->document));
+    const uint32_t caret = document_undo(&pane->document);
+    if (caret != k_nowhere) {
+        after_undo(pane, caret);
+        keep_x(pane);
+    }
 }
 
 void edit_redo(Pane *pane) {
-    after_undo(pane, document_redo(&pane->document));
+    const uint32_t caret = document_redo(&pane->document);
+    if (caret != k_nowhere) {
+        after_undo(pane, caret);
+    }
 }
 
 void edit_move_selection(Pane *pane, uint32_t to, bool copy) {

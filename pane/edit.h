@@ -24,12 +24,13 @@ void edit_replace_target(Pane *pane, const char *bytes, uint32_t length);
 void edit_type(Pane *pane, const char *bytes, uint32_t length);
 void edit_new_line(Pane *pane);
 
-// The keys that take out: the selection, else the character in front of the caret or behind it;
-// words whatever is selected.
+// The keys that take out: the selection, else the character in front of the caret or behind it.
 void edit_backspace(Pane *pane);
 void edit_delete(Pane *pane);
-void edit_delete_word(Pane *pane, bool forward);
-void edit_delete_line_part(Pane *pane, bool forward);
+
+// From the caret back to a position or up to one, whatever is selected.
+void edit_delete_back_to(Pane *pane, uint32_t start);
+void edit_delete_up_to(Pane *pane, uint32_t end);
 
 // Without the selection nothing happens.
 void edit_clear_selection(Pane *pane);

@@ -44,12 +44,9 @@ void set_clean(Layout *layout) {
     layout->dirty_to = 0;
 }
 
-// The styles come first, because they void lines as well.
 void break_changed_lines(Pane *pane) {
     Layout *layout = &pane->layout;
-    need_styles(pane, document_line_start(&pane->document, layout->dirty_to));
-    const uint32_t to = layout->dirty_to;
-    for (uint32_t line = layout->dirty_from; line < to; ++line) {
+    for (uint32_t line = layout->dirty_from; line < layout->dirty_to; ++line) {
         set_height(pane, line, layout->wrap ? layout_breaks(pane, line)->count : 1);
     }
     set_clean(layout);
@@ -118,10 +115,9 @@ void layout_follow(Pane *pane, const Change &change) {
 void layout_prepare(Pane *pane) {
     Layout *layout = &pane->layout;
     styles_prepare(&pane->look);
-    if (layout->dirty_from >= layout->dirty_to || layout->preparing) {
+    if (layout->dirty_from >= layout->dirty_to) {
         return;
     }
-    layout->preparing = true;
     VisualLines *visual = &pane->document.visual;
     const uint32_t top_line = visual_find(visual, pane->view.top);
     const uint32_t part = pane->view.top - visual_top(visual, top_line);
@@ -129,7 +125,11 @@ void layout_prepare(Pane *pane) {
     const uint32_t parts = visual_height(visual, top_line);
     pane->view.top = visual_top(visual, top_line) + (part < parts ? part : parts - 1);
     layout_note_top(pane);
-    layout->preparing = false;
+}
+
+void layout_prepare_styled(Pane *pane, uint32_t end) {
+    need_styles(pane, end);
+    layout_prepare(pane);
 }
 
 void layout_note_top(Pane *pane) {
@@ -206,7 +206,7 @@ uint32_t layout_position_in_row(Pane *pane, uint32_t row, int x, Near which) {
         uint32_t next = at;
         const int to = static_cast<int>(
             step_width(range, pane->look.widths, &next, static_cast<uint32_t>(from)));
-        if (wanted < (which == Near::edge ? (from + to) / 2 : to)) {
+        if (2 * wanted < (which == Near::edge ? from + to : 2 * to)) {
             break;
         }
         at = next;
@@ -220,20 +220,25 @@ uint32_t layout_position_at(Pane *pane, POINT at, Near which) {
     const int height = pane->look.line_height;
     const int rows = at.y >= 0 ? static_cast<int>(at.y) / height
                                : -((height - 1 - static_cast<int>(at.y)) / height);
-    const int row = static_cast<int>(pane->view.top) + rows;
-    if (row < 0) {
-        return 0;
-    }
+    const int above = static_cast<int>(pane->view.top) + rows;
+    const int row = above > 0 ? above : 0;
     if (row >= static_cast<int>(layout_line_count(pane))) {
         return pane_length(pane);
     }
     return layout_position_in_row(pane, static_cast<uint32_t>(row), static_cast<int>(at.x), which);
 }
 
+uint32_t layout_line_at(Pane *pane, POINT at) {
+    const uint32_t row = pane->view.top + static_cast<uint32_t>(at.y / pane->look.line_height);
+    return row < layout_line_count(pane) ? layout_row(pane, row).line
+                                         : lines_count(&pane->document.lines);
+}
+
 bool layout_hits_character(Pane *pane, POINT at) {
     const uint32_t row = pane->view.top + static_cast<uint32_t>(at.y) /
                                               static_cast<uint32_t>(pane->look.line_height);
-    if (at.y < 0 || at.x < layout_text_left(pane) || row >= layout_line_count(pane)) {
+    if (at.y < 0 || at.y >= pane->view.height || at.x < layout_text_left(pane) ||
+        row >= layout_line_count(pane)) {
         return false;
     }
     const Row place = layout_row(pane, row);

@@ -18,8 +18,13 @@ void layout_all_changed(Pane *pane);
 // The document has changed.
 void layout_follow(Pane *pane, const Change &change);
 
-// Breaks what has to be broken. The line of the text that is at the top stays there.
+// Breaks what has to be broken, with the styles as they are. The line of the text that is at the
+// top stays there.
 void layout_prepare(Pane *pane);
+
+// The same with the right styles up to a position. Styles are asked for only where text is drawn,
+// or somebody wants to know exactly: styling a long text takes the parent longer than breaking it.
+void layout_prepare_styled(Pane *pane, uint32_t end);
 
 // The top has moved.
 void layout_note_top(Pane *pane);
@@ -49,6 +54,9 @@ uint32_t layout_position_in_row(Pane *pane, uint32_t row, int x, Near which);
 
 // The position nearest to a point of the window, the first or the last for a point outside.
 uint32_t layout_position_at(Pane *pane, POINT at, Near which);
+
+// The line of the text that a point is on; how many there are for a point below them.
+uint32_t layout_line_at(Pane *pane, POINT at);
 
 // Whether a point is on a character.
 bool layout_hits_character(Pane *pane, POINT at);

@@ -82,6 +82,7 @@ LRESULT on_set_wrap_mode(Pane *pane, WPARAM wparam, LPARAM lparam);
 LRESULT on_get_wrap_mode(Pane *pane, WPARAM wparam, LPARAM lparam);
 LRESULT on_get_wrap_count(Pane *pane, WPARAM wparam, LPARAM lparam);
 LRESULT on_set_caret_policy(Pane *pane, WPARAM wparam, LPARAM lparam);
+LRESULT on_set_vertical_bar(Pane *pane, WPARAM wparam, LPARAM lparam);
 LRESULT on_set_end_at_last_line(Pane *pane, WPARAM wparam, LPARAM lparam);
 LRESULT on_scroll_caret(Pane *pane, WPARAM wparam, LPARAM lparam);
 LRESULT on_get_first_visible(Pane *pane, WPARAM wparam, LPARAM lparam);

@@ -222,6 +222,12 @@ LRESULT on_set_end_at_last_line(Pane *pane, WPARAM wparam, LPARAM) {
     return 0;
 }
 
+LRESULT on_set_vertical_bar(Pane *pane, WPARAM wparam, LPARAM) {
+    pane->view.bar_hidden = wparam == 0;
+    view_update_bars(pane);
+    return 0;
+}
+
 LRESULT on_scroll_caret(Pane *pane, WPARAM, LPARAM) {
     view_show_caret(pane);
     return 0;
@@ -254,8 +260,9 @@ LRESULT on_get_line_from_visible(Pane *pane, WPARAM wparam, LPARAM) {
     return static_cast<LRESULT>(visual_find(&pane->document.visual, static_cast<uint32_t>(wparam)));
 }
 
+// All lines are seen always; but who asks wants to know where they are.
 LRESULT on_ensure_visible(Pane *pane, WPARAM, LPARAM) {
-    layout_prepare(pane);
+    layout_prepare_styled(pane, pane_length(pane));
     return 0;
 }
 

@@ -58,25 +58,30 @@ uint32_t fold_letter(uint32_t code) {
 
 // ---- Text ---------------------------------------------------------------------------------------
 
+// A selection that it pushes on leaves the caret as far behind.
 LRESULT on_add_text(Pane *pane, WPARAM wparam, LPARAM lparam) {
     const uint32_t length = static_cast<uint32_t>(wparam);
-    const uint32_t at = pane->caret;
-    if (edit_insert(pane, at, bytes_of(lparam), length)) {
-        select_range(pane, at + length, at + length);
+    if (edit_insert(pane, pane->caret, bytes_of(lparam), length)) {
+        const uint32_t caret = in_text(pane, LPARAM{pane->caret} + LPARAM{length});
+        select_range(pane, caret, caret);
     }
     return 0;
 }
 
+// The selection does not outlive it.
 LRESULT on_insert_text(Pane *pane, WPARAM wparam, LPARAM lparam) {
-    const bool at_caret = static_cast<LPARAM>(wparam) == -1;
-    edit_insert(pane, at_caret ? pane->caret : in_text(pane, wparam), bytes_of(lparam),
-                length_of(lparam));
+    const uint32_t caret = pane->caret;
+    const uint32_t at = static_cast<LPARAM>(wparam) == -1 ? caret : in_text(pane, wparam);
+    const uint32_t length = length_of(lparam);
+    if (edit_insert(pane, at, bytes_of(lparam), length)) {
+        const uint32_t behind = caret > at ? caret + length : caret;
+        select_range(pane, behind, behind);
+    }
     return 0;
 }
 
 LRESULT on_clear_all(Pane *pane, WPARAM, LPARAM) {
-    edit_remove(pane, 0, pane_length(pane));
-    select_range(pane, 0, 0);
+    edit_set_text(pane, "", 0);
     view_scroll_to(pane, 0);
     return 0;
 }
@@ -272,7 +277,10 @@ LRESULT on_set_over_type(Pane *pane, WPARAM wparam, LPARAM) {
 // ---- Words, lines and steps ---------------------------------------------------------------------
 
 LRESULT on_get_word_start(Pane *pane, WPARAM wparam, LPARAM lparam) {
-    return static_cast<LRESULT>(word_start(pane_text(pane), in_text(pane, wparam), lparam != 0));
+    const uint32_t length = pane_length(pane);
+    const uint32_t at = in_text(pane, wparam);
+    return static_cast<LRESULT>(wparam > length ? length
+                                                : word_start(pane_text(pane), at, lparam != 0));
 }
 
 LRESULT on_get_word_end(Pane *pane, WPARAM wparam, LPARAM lparam) {

@@ -85,6 +85,7 @@ constexpr MessageRow k_messages[] = {
     {SCI_GETWRAPMODE, on_get_wrap_mode},
     {SCI_SETENDATLASTLINE, on_set_end_at_last_line},
     {SCI_TEXTHEIGHT, on_get_text_height},
+    {SCI_SETVSCROLLBAR, on_set_vertical_bar},
     {SCI_SETMODEVENTMASK, on_set_mask},
     {SCI_LINESONSCREEN, on_get_lines_on_screen},
     {SCI_SETZOOM, on_zoom},

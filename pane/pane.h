@@ -61,7 +61,6 @@ struct BrokenLine {
 
 struct Layout {
     bool wrap;
-    bool preparing;       // lines are being broken
     uint32_t dirty_from;  // lines that have to be broken anew
     uint32_t dirty_to;
     BrokenLine kept[2];  // the line asked for last, and the last one that is long
@@ -85,7 +84,8 @@ struct View {
     int margins[k_margins];
     CaretPolicy policy;
     bool end_at_last_line;
-    int wheel;  // turned, and not scrolled yet
+    bool bar_hidden;  // the vertical one
+    int wheel;        // turned, and not scrolled yet
 };
 
 enum class SelectBy : uint8_t { character, word, line };
@@ -97,10 +97,11 @@ struct Mouse {
     bool on_link;  // pressed on a hot spot
     bool clicked;  // there was a press, which the next one may make a double click of
     SelectBy by;
-    POINT at;          // of the last press
-    DWORD pressed_at;  // its tick
+    POINT at;       // where the button was used last
+    DWORD used_at;  // the tick then
     POINT now;
-    uint32_t from;  // what was pressed on: nothing, a word or a line
+    uint32_t pressed_on;
+    uint32_t from;  // the word there, or the line
     uint32_t to;
 };
 

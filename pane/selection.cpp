@@ -7,10 +7,6 @@
 
 namespace {
 
-uint32_t whole_position(const Pane *pane, uint32_t position, uint32_t from) {
-    return position_outside(pane_text(pane), position, position > from);
-}
-
 // Only what is selected is drawn otherwise than before.
 void draw_selection_anew(Pane *pane) {
     if (!selection_empty(pane)) {
@@ -18,8 +14,9 @@ void draw_selection_anew(Pane *pane) {
     }
 }
 
-uint32_t follow_insertion(uint32_t position, const Change &change) {
-    return position > change.position ? position + change.length : position;
+uint32_t follow_insertion(uint32_t position, const Change &change, bool pushed) {
+    const bool behind = position > change.position || (pushed && position == change.position);
+    return behind ? position + change.length : position;
 }
 
 uint32_t follow_removal(uint32_t position, const Change &change) {
@@ -29,14 +26,18 @@ uint32_t follow_removal(uint32_t position, const Change &change) {
     return position < change.position + change.length ? change.position : position - change.length;
 }
 
-uint32_t follow(uint32_t position, const Change &change) {
-    return (change.kind & k_change_insert) != 0 ? follow_insertion(position, change)
+uint32_t follow(uint32_t position, const Change &change, bool pushed) {
+    return (change.kind & k_change_insert) != 0 ? follow_insertion(position, change, pushed)
                                                 : follow_removal(position, change);
 }
 
 bool is_blank_at(const Pane *pane, uint32_t at) {
     const char c = document_byte(&pane->document, at);
     return c == ' ' || c == '\t';
+}
+
+uint32_t position_in_row(Pane *pane, uint32_t row) {
+    return layout_position_in_row(pane, row, pane->wanted_x - pane->view.x_offset, Near::edge);
 }
 
 uint32_t line_of_caret(const Pane *pane) {
@@ -47,8 +48,8 @@ uint32_t line_of_caret(const Pane *pane) {
 
 void select_range(Pane *pane, uint32_t anchor, uint32_t caret) {
     draw_selection_anew(pane);
-    pane->anchor = whole_position(pane, anchor, pane->anchor);
-    pane->caret = whole_position(pane, caret, pane->caret);
+    pane->anchor = anchor;
+    pane->caret = caret;
     draw_selection_anew(pane);
     view_caret_moved(pane);
 }
@@ -62,24 +63,30 @@ void keep_x(Pane *pane) {
     pane->wanted_x = layout_x_of(pane, pane->caret) + pane->view.x_offset;
 }
 
-void move_by_rows(Pane *pane, int rows, bool extend) {
-    const int row = static_cast<int>(layout_row_of(pane, pane->caret)) + rows;
-    const int last = static_cast<int>(layout_line_count(pane)) - 1;
-    if (row < 0 || row > last) {
-        move_caret(pane, row < 0 ? 0 : pane_length(pane), extend);
+// The end of a broken line is the beginning of the next, which is a row too far.
+void move_by_row(Pane *pane, bool down, bool extend) {
+    const uint32_t row = layout_row_of(pane, pane->caret);
+    if (down ? row + 1 >= layout_line_count(pane) : row == 0) {
+        move_caret(pane, down ? pane_length(pane) : 0, extend);
         return;
     }
-    const int x = pane->wanted_x - pane->view.x_offset;
-    move_caret(pane, layout_position_in_row(pane, static_cast<uint32_t>(row), x, Near::edge),
-               extend);
+    const uint32_t to = down ? row + 1 : row - 1;
+    uint32_t position = position_in_row(pane, to);
+    while (layout_row_of(pane, position) > to) {
+        position = position_before(pane_text(pane), position);
+    }
+    move_caret(pane, position, extend);
 }
 
-void move_by_page(Pane *pane, int direction, bool extend) {
-    const int lines = static_cast<int>(view_lines(pane));
-    const int by = direction * (lines > 1 ? lines - 1 : 1);
-    const int top = static_cast<int>(pane->view.top) + by;
-    move_by_rows(pane, by, extend);
-    view_scroll_to(pane, top);
+// Above the text the first line counts.
+void move_by_page(Pane *pane, bool down, bool extend) {
+    const int by = down ? view_page(pane) : -view_page(pane);
+    const int row = static_cast<int>(layout_row_of(pane, pane->caret)) + by;
+    const bool below = row >= static_cast<int>(layout_line_count(pane));
+    const uint32_t position =
+        below ? pane_length(pane) : position_in_row(pane, static_cast<uint32_t>(row > 0 ? row : 0));
+    view_scroll_to(pane, static_cast<int>(pane->view.top) + by);
+    move_caret(pane, position, extend);
 }
 
 void move_by_character(Pane *pane, bool forward, bool extend) {
@@ -115,9 +122,13 @@ void move_to_line_end(Pane *pane, bool extend) {
     keep_x(pane);
 }
 
+// What comes in where the selection begins does not become part of it.
 void selection_follow(Pane *pane, const Change &change) {
-    pane->anchor = follow(pane->anchor, change);
-    pane->caret = follow(pane->caret, change);
-    pane->mouse.from = follow(pane->mouse.from, change);
-    pane->mouse.to = follow(pane->mouse.to, change);
+    const bool anchor_first = pane->anchor < pane->caret;
+    const bool caret_first = pane->caret < pane->anchor;
+    pane->anchor = follow(pane->anchor, change, anchor_first);
+    pane->caret = follow(pane->caret, change, caret_first);
+    pane->mouse.pressed_on = follow(pane->mouse.pressed_on, change, false);
+    pane->mouse.from = follow(pane->mouse.from, change, false);
+    pane->mouse.to = follow(pane->mouse.to, change, false);
 }

@@ -3,7 +3,7 @@
 
 #include "pane/pane.h"
 
-// Sets both and has what changed drawn. Positions are held to the text and moved out of characters.
+// Sets both, to positions of the text, and has what changed drawn.
 void select_range(Pane *pane, uint32_t anchor, uint32_t caret);
 
 // Moves the caret as a key does: with the selection or without, and into view.
@@ -13,8 +13,8 @@ void move_caret(Pane *pane, uint32_t position, bool extend);
 void keep_x(Pane *pane);
 
 // Up and down by lines of the screen; a page scrolls as well.
-void move_by_rows(Pane *pane, int rows, bool extend);
-void move_by_page(Pane *pane, int direction, bool extend);
+void move_by_row(Pane *pane, bool down, bool extend);
+void move_by_page(Pane *pane, bool down, bool extend);
 
 void move_by_character(Pane *pane, bool forward, bool extend);
 void move_by_word(Pane *pane, bool forward, bool extend);

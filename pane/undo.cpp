@@ -30,7 +30,7 @@ bool removals_join(const UndoAction &last, uint32_t position, uint32_t length) {
 }
 
 bool goes_on(const Undo *undo, uint32_t position, uint32_t length, bool removal) {
-    if (undo->done.count == 0 || undo_at_save_point(undo) || undo->group_depth > 0) {
+    if (undo->done.count == 0 || undo_at_save_point(undo)) {
         return false;
     }
     const UndoAction last = undo_last(&undo->done);
@@ -50,6 +50,15 @@ bool begins_step(Undo *undo, uint32_t position, uint32_t length, bool removal) {
     return !goes_on(undo, position, length, removal);
 }
 
+void close_last(UndoStack *stack) {
+    if (stack->count == 0) {
+        return;
+    }
+    UndoAction action = undo_last(stack);
+    action.closed = true;
+    memcpy(stack->memory + stack->used - sizeof action, &action, sizeof action);
+}
+
 }  // namespace
 
 void undo_init(Undo *undo) {
@@ -67,12 +76,13 @@ void undo_forget(Undo *undo) {
 void undo_begin_group(Undo *undo) {
     if (undo->group_depth++ == 0) {
         undo->group_empty = true;
+        close_last(&undo->done);
     }
 }
 
 void undo_end_group(Undo *undo) {
-    if (undo->group_depth > 0) {
-        --undo->group_depth;
+    if (undo->group_depth > 0 && --undo->group_depth == 0) {
+        close_last(&undo->done);
     }
 }
 
@@ -101,7 +111,7 @@ bool undo_reserve(UndoStack *stack, uint32_t length) {
 char *undo_note(Undo *undo, uint32_t position, uint32_t length, bool removal, bool *first) {
     forget_undone(undo);
     *first = begins_step(undo, position, length, removal);
-    return undo_push(&undo->done, {position, length, removal, *first, undo->group_depth > 0});
+    return undo_push(&undo->done, {position, length, removal, *first, false});
 }
 
 UndoAction undo_last(const UndoStack *stack) {

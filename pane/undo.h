@@ -37,6 +37,8 @@ void undo_init(Undo *undo);
 // Forgets everything; the text is then at its save point. A group that is open stays open.
 void undo_forget(Undo *undo);
 
+// What comes behind a group begins a step, even if nothing happened in the group, or what did was
+// undone.
 void undo_begin_group(Undo *undo);
 void undo_end_group(Undo *undo);
 

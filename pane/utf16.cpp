@@ -26,17 +26,12 @@ uint32_t next_code(const wchar_t *units, uint32_t count, uint32_t *at) {
 }  // namespace
 
 uint32_t utf16_encode(wchar_t *units, uint32_t code) {
-    if (code < 0x10000) {
-        units[0] = static_cast<wchar_t>(code);
+    if (code < 0x10000 || code >= k_bad_byte) {
+        units[0] = static_cast<wchar_t>(code & 0xFFFF);
         return 1;
     }
-    const uint32_t shown = code >= k_bad_byte ? k_replacement : code;
-    if (shown < 0x10000) {
-        units[0] = static_cast<wchar_t>(shown);
-        return 1;
-    }
-    units[0] = static_cast<wchar_t>(0xD7C0 + (shown >> 10));
-    units[1] = static_cast<wchar_t>(0xDC00 + (shown & 0x3FF));
+    units[0] = static_cast<wchar_t>(0xD7C0 + (code >> 10));
+    units[1] = static_cast<wchar_t>(0xDC00 + (code & 0x3FF));
     return 2;
 }
 

@@ -1,4 +1,4 @@
-// UTF-16, which the system speaks. Bytes that are no UTF-8 become U+FFFD.
+// UTF-16, which the system speaks. Bytes that are no UTF-8 are taken for Latin-1.
 #pragma once
 
 #include <cstddef>

@@ -85,6 +85,12 @@ void set_bar(const Pane *pane, int bar, int last, int page, int position) {
     }
 }
 
+int last_top_now(const Pane *pane) {
+    const int lines = static_cast<int>(pane->document.visual.total);
+    const int last = lines - (pane->view.end_at_last_line ? static_cast<int>(view_lines(pane)) : 1);
+    return last > 0 ? last : 0;
+}
+
 }  // namespace
 
 uint32_t view_lines(const Pane *pane) {
@@ -94,9 +100,21 @@ uint32_t view_lines(const Pane *pane) {
 }
 
 int view_last_top(Pane *pane) {
-    const int lines = static_cast<int>(layout_line_count(pane));
-    const int last = lines - (pane->view.end_at_last_line ? static_cast<int>(view_lines(pane)) : 1);
-    return last > 0 ? last : 0;
+    layout_prepare(pane);
+    return last_top_now(pane);
+}
+
+void view_keep_top(Pane *pane, int top) {
+    const uint32_t wanted = static_cast<uint32_t>(limit(top, 0, last_top_now(pane)));
+    if (wanted != pane->view.top) {
+        pane->view.top = wanted;
+        layout_note_top(pane);
+    }
+}
+
+int view_page(const Pane *pane) {
+    const int lines = static_cast<int>(view_lines(pane));
+    return lines > 1 ? lines - 1 : 1;
 }
 
 void view_scroll_to(Pane *pane, int top) {
@@ -123,15 +141,21 @@ void view_show_caret(Pane *pane) {
 void view_update_bars(Pane *pane) {
     const int page = static_cast<int>(view_lines(pane));
     const int last = view_last_top(pane) + page - 1;
-    set_bar(pane, SB_VERT, last, page, static_cast<int>(pane->view.top));
-    if (!pane->layout.wrap && pane->view.width > 0) {
+    if (pane->view.bar_hidden) {
+        set_bar(pane, SB_VERT, 0, 0, 0);
+    } else {
+        set_bar(pane, SB_VERT, last, page, static_cast<int>(pane->view.top));
+    }
+    if (pane->layout.wrap) {
+        set_bar(pane, SB_HORZ, 0, 0, 0);
+    } else if (pane->view.width > 0) {
         set_bar(pane, SB_HORZ, k_scroll_width, pane->view.width, pane->view.x_offset);
     }
 }
 
 void view_on_vertical_bar(Pane *pane, int code) {
     const int top = static_cast<int>(pane->view.top);
-    const int page = static_cast<int>(view_lines(pane));
+    const int page = view_page(pane);
     switch (code) {
     case SB_LINEUP:
         view_scroll_to(pane, top - 1);
@@ -198,6 +222,7 @@ void view_on_size(Pane *pane, int width, int height) {
     const bool wider = pane->view.width != width;
     pane->view.width = width;
     pane->view.height = height;
+    view_keep_top(pane, static_cast<int>(pane->view.top));
     if (wider && pane->layout.wrap) {
         layout_all_changed(pane);
     }

@@ -6,8 +6,14 @@
 // Lines of the screen that are seen whole; at least one.
 uint32_t view_lines(const Pane *pane);
 
+// Lines that a page is scrolled by: one stays in sight.
+int view_page(const Pane *pane);
+
 // Puts a line of the screen at the top, as far as there are so many.
 void view_scroll_to(Pane *pane, int top);
+
+// The same in the midst of a change, when lines are not broken anew yet.
+void view_keep_top(Pane *pane, int top);
 
 // As far down as can be scrolled.
 int view_last_top(Pane *pane);

@@ -20,14 +20,17 @@ uint32_t skip_back(const Gap *text, uint32_t position, CharacterClass kind) {
 
 }  // namespace
 
+// A position within a character is in no word, and comes out of it.
 uint32_t word_end(const Gap *text, uint32_t position, bool only_words) {
     const bool by_text = !only_words && position < text->length;
-    return skip_forward(text, position, by_text ? class_at(text, position) : CharacterClass::word);
+    const CharacterClass kind = by_text ? class_at(text, position) : CharacterClass::word;
+    return position_outside(text, skip_forward(text, position, kind), true);
 }
 
 uint32_t word_start(const Gap *text, uint32_t position, bool only_words) {
     const bool by_text = !only_words && position > 0;
-    return skip_back(text, position, by_text ? class_before(text, position) : CharacterClass::word);
+    const CharacterClass kind = by_text ? class_before(text, position) : CharacterClass::word;
+    return position_outside(text, skip_back(text, position, kind), false);
 }
 
 uint32_t next_word(const Gap *text, uint32_t position) {

@@ -3,13 +3,12 @@
     python3 -m handheld.emulator --exe FILE [--dll FILE] [--folder FOLDER] [--script FILE]
                                  [--picture FILE.png] [--log FILE] [--count] [WEB]
 
-WEB is copied into the folder, which is the device's \\My Documents, and opened. Without a script
-the steps come from the keyboard; without a keyboard the picture is taken and that is all.
+WEB is opened; its folder, or FOLDER, is the device's \\My Documents. Without a script
+the steps are typed, unless there is only a picture to take.
 """
 
 import argparse
 import pathlib
-import shutil
 import sys
 import tempfile
 
@@ -39,7 +38,7 @@ def steps_of(arguments):
     """The lines of the script, or what is typed."""
     if arguments.script is not None:
         return arguments.script.read_text(encoding="utf-8").splitlines()
-    if arguments.picture is not None or not sys.stdin.isatty():
+    if arguments.picture is not None:
         return []
     return typed_steps()
 
@@ -54,12 +53,7 @@ def typed_steps():
 
 def run(arguments, folder, log):
     """Exit code 1 when a step did not find what it expected, 2 when the program failed."""
-    opened = ""
-    if arguments.web is not None:
-        target = folder / arguments.web.name
-        if not target.exists() or not target.samefile(arguments.web):
-            shutil.copy(arguments.web, target)
-        opened = f"\\My Documents\\{arguments.web.name}"
+    opened = f"\\My Documents\\{arguments.web.name}" if arguments.web is not None else ""
     try:
         device = Device(arguments.exe, arguments.dll, folder, opened, log)
         for step in steps_of(arguments):
@@ -93,8 +87,9 @@ def do_step(device, step, arguments):
 def main():
     arguments = read_arguments()
     log = arguments.log.open("w", encoding="utf-8") if arguments.log is not None else None
-    if arguments.folder is not None:
-        return run(arguments, arguments.folder, log)
+    folder = arguments.folder or arguments.web and arguments.web.resolve().parent
+    if folder:
+        return run(arguments, folder, log)
     with tempfile.TemporaryDirectory() as folder:
         return run(arguments, pathlib.Path(folder), log)
 

@@ -9,7 +9,7 @@ import os
 
 from handheld.emulator.calls import export
 from handheld.emulator.files import (
-    CREATE_ALWAYS, GENERIC_READ, GENERIC_WRITE, OPEN_ALWAYS, OPEN_EXISTING, FileError)
+    CREATE_ALWAYS, GENERIC_READ, GENERIC_WRITE, OPEN_ALWAYS, OPEN_EXISTING, FileError, attempt)
 
 EOF = -1
 BUFFER_SIZE = 4096
@@ -146,8 +146,7 @@ def fflush(system, file):
 
 @export("COREDLL", "fseek", "file int whence", cost=100)
 def fseek(system, file, offset, whence):
-    stream(system, file).seek(offset, whence)
-    return 0
+    return attempt(system, EOF, lambda: stream(system, file).seek(offset, whence) and 0)
 
 
 @export("COREDLL", "ftell", "file", cost=50)

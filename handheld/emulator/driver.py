@@ -28,10 +28,11 @@ class Driver:
         self.next_step = next_step
         self.say = say
         self.step_instructions = 0   # of the last step, from its input on
+        self.step_charged = 0        # of these, what the system was charged with
         self.problem = None          # what the last step did not find
         self._step = None
         self._until = None
-        self._began_at = 0
+        self._began_at = (0, 0)
         self._later = []             # (time, text)
 
     # ---- Called by the message queue ----
@@ -53,10 +54,10 @@ class Driver:
                 continue
             except StopIteration:
                 self._step = None
-                self.step_instructions = self.system.machine.instructions - self._began_at
+                self._count()
                 continue
-            self._began_at = self.system.machine.instructions if pause == PAUSE \
-                else self._began_at
+            if pause == PAUSE:
+                self._mark()
             if pause is None:
                 return None if self.system.input.waiting else clock.now
             self._until = clock.now + pause
@@ -66,8 +67,18 @@ class Driver:
         text = self.next_step()
         if text is None:
             raise Stop
-        self._began_at = self.system.machine.instructions
+        self._mark()
         self._step = self.make(text)
+
+    def _mark(self):
+        """The step's work begins here."""
+        machine = self.system.machine
+        self._began_at = (machine.instructions, machine.charged)
+
+    def _count(self):
+        machine = self.system.machine
+        self.step_instructions = machine.instructions - self._began_at[0]
+        self.step_charged = machine.charged - self._began_at[1]
 
     def make(self, text):
         """The generator of one step."""

@@ -21,7 +21,7 @@ GENERIC_READ, GENERIC_WRITE = 0x80000000, 0x40000000
 CREATE_NEW, CREATE_ALWAYS, OPEN_EXISTING, OPEN_ALWAYS, TRUNCATE_EXISTING = 1, 2, 3, 4, 5
 READONLY, DIRECTORY, NORMAL = 1, 0x10, 0x80
 (FILE_NOT_FOUND, PATH_NOT_FOUND, ACCESS_DENIED, INVALID_HANDLE_ERROR, SHARING_VIOLATION,
- FILE_EXISTS, DISK_FULL, ALREADY_EXISTS) = 2, 3, 5, 6, 32, 80, 112, 183
+ FILE_EXISTS, DISK_FULL, NEGATIVE_SEEK, ALREADY_EXISTS) = 2, 3, 5, 6, 32, 80, 112, 131, 183
 NO_MORE_FILES = 18
 FIND_DATA = "<IQQQIII"  # attributes, three times, size, object; the name behind it
 FIRST_HANDLE = 0x2C000000
@@ -155,7 +155,11 @@ class Files:
         return os.write(self.get(handle).descriptor, data)
 
     def seek(self, handle, offset, whence):
-        return os.lseek(self.get(handle).descriptor, offset, whence)
+        descriptor = self.get(handle).descriptor
+        try:
+            return os.lseek(descriptor, offset, whence)
+        except OSError:
+            raise FileError(NEGATIVE_SEEK) from None
 
     # ---- Names ----
 

@@ -2,7 +2,9 @@
 dialog that does not fill the screen.
 
 The system draws these itself and sends no messages about them. Windows that fill the screen have
-their title in the bar along its top (screen.py) and no border.
+their title in the bar along its top (screen.py) and no border: whether a main window keeps that of
+its WS_BORDER on a device is not known. A dialog that the shell sizes by its content has a border,
+and its title in the bar.
 """
 
 from handheld.emulator.controls import scroll_bar
@@ -29,7 +31,7 @@ def fills_screen(window):
 
 def has_caption(window):
     return window.style & WS_CAPTION == WS_CAPTION and not window.style & WS_CHILD \
-        and not fills_screen(window)
+        and not window.sized_by_shell and not fills_screen(window)
 
 
 def border_width(window):

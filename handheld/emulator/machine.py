@@ -9,8 +9,8 @@ longjmp within one such level is a change of registers.
 A device counts one instruction a cycle at 206 MHz here: no cache misses, no memory wait. The work
 that the device's system would do for a call is charged by the function itself, roughly.
 
-Faults: access to what is no memory, below the stack, words that are not aligned (the device traps
-them), instructions that the processor lacks, code that never ends.
+Faults: access to what is no memory, below the stack or past its next page, words that are not
+aligned (the device traps them), instructions that the processor lacks, code that never ends.
 """
 
 import ctypes
@@ -42,7 +42,8 @@ class Watch(ctypes.Structure):
     _fields_ = [("instructions", ctypes.c_uint64), ("limit", ctypes.c_uint64),
                 ("misaligned", ctypes.c_uint64), ("stop", ctypes.c_void_p),
                 ("next_tick", ctypes.c_uint64), ("per_tick", ctypes.c_uint64),
-                ("ticks", ctypes.c_void_p)]
+                ("ticks", ctypes.c_void_p), ("stack_limit", ctypes.c_uint64),
+                ("stack_lowest", ctypes.c_uint64), ("skipped", ctypes.c_uint64)]
 
 
 def watch_library():
@@ -68,6 +69,7 @@ class Machine:
         self.levels = []
         self.stack_limit = STACK_TOP
         self.system_code = {}  # functions of the system that are code: {name: address}
+        self.charged = 0       # of the instructions so far
         self._traps = []
         self._serial = 0
         self._accessed = None
@@ -135,6 +137,7 @@ class Machine:
     def charge(self, instructions):
         """Counts work that the device's own system would do."""
         self._watch.instructions += instructions
+        self.charged += instructions
 
     def set_clock(self, address, instructions_per_tick):
         """From now on the word at `address` counts ticks of so many instructions."""
@@ -174,10 +177,12 @@ class Machine:
     # ---- Calls ----
 
     def set_stack(self, reserve):
-        """Makes the stack: `reserve` bytes, nothing below."""
+        """Makes the stack: `reserve` bytes, nothing below. Each page must be touched before the
+        next one lower, or the device takes it for an access to nothing (watch.c)."""
         reserve = (reserve + PAGE - 1) & -PAGE
         self.stack_limit = STACK_TOP - PAGE - reserve
         self.memory.map(self.stack_limit, reserve)
+        self._watch.stack_limit, self._watch.stack_lowest = self.stack_limit, STACK_TOP - 2 * PAGE
         self.set_registers({SP: STACK_TOP - PAGE - 64})
 
     def call(self, address, *words):
@@ -222,6 +227,9 @@ class Machine:
             raise Fault(self._explain(error)) from error
         if self._watch.misaligned:
             raise Fault(self._report(f"a word at {self._watch.misaligned:08x}, which is not aligned"))
+        if self._watch.skipped:
+            raise Fault(self._report(f"an access to the stack that skips a page, at "
+                                     f"{self._watch.skipped:08x}"))
         if self._watch.instructions > self._watch.limit:
             raise Fault(self._report("no call into the system for too long"))
 

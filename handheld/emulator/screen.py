@@ -86,23 +86,25 @@ class Screen:
             self.system.windows.invalidate(self.caption)
 
     def front(self):
-        """The window whose title the bar shows: the one in front that fills the screen."""
+        """The window whose title the bar shows: the one in front that fills the screen, or that the
+        shell has sized."""
         for window in self.system.windows.top_levels:
             covers = window.right - window.left >= self.WIDTH and window.top <= self.BAR_HEIGHT
-            if window.visible and covers and not window.ex_style & WS_EX_NOACTIVATE:
+            if window.visible and (covers or window.sized_by_shell) \
+                    and not window.ex_style & WS_EX_NOACTIVATE:
                 return window
         return None
 
     def show_panel(self, up):
-        """The input panel comes or goes, and the window in front is told."""
+        """The input panel comes or goes, and every top-level window is told, those behind too."""
         if up == self.panel_up:
             return
         self.panel_up = up
         self.system.windows.show(self.panel, up)
         self.system.windows.invalidate(self.button)
-        front = self.front()
-        if front is not None:
-            self.system.windows.send(front, WM_SETTINGCHANGE, SPI_SETSIPINFO, 0)
+        for window in list(self.system.windows.top_levels):
+            if not window.destroyed:
+                self.system.windows.send(window, WM_SETTINGCHANGE, SPI_SETSIPINFO, 0)
 
     def picture(self, path):
         """Writes what is shown to a file, with the caret."""

@@ -1,4 +1,4 @@
-"""The device's shell (AYGSHELL): the menu bar along the bottom, dialogs that fill the screen, the
+"""The device's shell (AYGSHELL): the menu bar along the bottom, the size of dialogs, the
 input panel, and what a window asks it on activation.
 
 The menu bar is a window of its own, which belongs to the program's window. Its buttons come from a
@@ -9,6 +9,7 @@ Not modelled: menu bars from a menu alone, and the rest of the shell.
 
 import struct
 
+from handheld.emulator import frame
 from handheld.emulator.bitmaps import load_strip
 from handheld.emulator.calls import export
 from handheld.emulator.constants import (
@@ -167,11 +168,33 @@ def init_dialog(system, info):
     if window.style & WS_CHILD:
         return True
     window.has_done_button = bool(flags & SHIDIF_DONEBUTTON)
-    if flags & (SHIDIF_SIZEDLG | SHIDIF_SIZEDLGFULLSCREEN):
-        left, top, right, bottom = system.screen.visible_area
-        system.windows.move(window, left, top, right - left, bottom - top)
+    area = system.screen.visible_area
+    if flags & SHIDIF_SIZEDLGFULLSCREEN:
+        size_window(system, window, area)
+    elif flags & SHIDIF_SIZEDLG:
+        window.sized_by_shell = True
+        size_window(system, window, content_area(window, area))
     system.screen.changed()
     return True
+
+
+def size_window(system, window, rect):
+    left, top, right, bottom = rect
+    system.windows.move(window, left, top, right - left, bottom - top)
+
+
+def content_area(window, area):
+    """What a dialog's controls need, with the margin left and above them on the other sides too, at
+    the corner of the `area`. How exactly a device measures the content is not known."""
+    left, top = window.corner
+    shown = [child.rect for child in window.children if child.visible]
+    if not shown:
+        return area
+    before, _, after, _ = frame.insets(window)
+    width = max(rect[2] for rect in shown) - left + min(rect[0] for rect in shown) - left
+    height = max(rect[3] for rect in shown) - top + min(rect[1] for rect in shown) - top
+    return (area[0], area[1], min(area[2], area[0] + width + before + after),
+            min(area[3], area[1] + height + before + after))
 
 
 @export("AYGSHELL", "SHSipInfo", "action parameter info flags")
@@ -198,7 +221,7 @@ def handle_setting_change(system, window, wparam, _lparam, record):
     left, top, right, bottom = system.screen.visible_area
     if not system.screen.panel_up:
         bottom = system.screen.bar_rect[1]
-    system.windows.move(window, left, top, right - left, bottom - top)
+    size_window(system, window, (left, top, right, bottom))
     return True
 
 

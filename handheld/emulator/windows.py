@@ -68,6 +68,7 @@ class Window:
         self.font = 0
         self.instance = 0
         self.user_data = 0
+        self.sized_by_shell = False  # its title is in the bar along the top, whatever its width
         self.extra = bytearray()
         self.procedure = 0
         self.update = Region()   # of the client area, in screen coordinates

@@ -154,6 +154,7 @@ TEST_F(QvxReports, CheckFindsWhatOpeningLosesOrChanges) {
          "option_changed@1 option_changed@2 option_changed@3"},
         {"<citer>0</citer>\n<ndec>9</ndec>\n<scount>1x</scount>\n<yintrvls>256</yintrvls>" + end,
          "option_changed@1 option_changed@2 option_changed@3 option_changed@4"},
+        {"<xmax>1." + std::string(24, '0') + "</xmax>" + end, "option_changed@1"},
         {"<xmax>7.25</xmax><xmin>x</xmin><scrfont>f</scrfont>" + end,
          "option_changed@1 option_changed@1 option_changed@1"},
         {"<starg>" + n47 + "n</starg>\n<srpl>" + n47 + "nn</srpl>" + end, "option_changed@2"},

@@ -172,6 +172,8 @@ TEST_F(QvxWebs, StandardStreamsStandForFiles) {
     EXPECT_EQ(run_qvx({"list", "-"}, run_qvx({"new", "-"}).out).out, "home\n");
     EXPECT_EQ(run_qvx({"set", "-", "gamma", "--file", "-"}, k_small).status, 2);
     EXPECT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, "1").status, 0);
+    EXPECT_EQ(run_qvx({"set", "w.qvx", "alpha", "--file", "-"}, "2\0"s).err,
+              "qvx: -: a text cannot hold NUL characters\n");
     EXPECT_EQ(run_qvx({"show", "w.qvx", "alpha"}).out, "1");
     write_file("w.qvx", k_small);
     EXPECT_FALSE(fs::exists("-"));

@@ -13,10 +13,11 @@ TEST_F(Parts, ValuesAreTextAndNumberInStep) {
         double number;
         uint8_t flags;
     };
-    for (Row row : {Row{"abc", 0, 1}, Row{"3.50 kg", 3.5, 1}, Row{"{NxN}", 0, 3}, Row{"{NAN", 0, 1},
-                    Row{"{nan}", 0, 1}, Row{" -1e999", -DBL_MAX, 1}, Row{"\t\r+2e1", 20, 1},
-                    Row{".5E-1x", 0.05, 1}, Row{"3.e1", 30, 1}, Row{"0x9", 0, 1},
-                    Row{"                         5", 0, 1}}) {  // 24 characters count
+    for (Row row :
+         {Row{"abc", 0, 1}, Row{"3.50 kg", 3.5, 1}, Row{"{NxN}", 0, 3}, Row{"{NAN", 0, 1},
+          Row{"{nan}", 0, 1}, Row{" -1e999", -DBL_MAX, 1}, Row{"1e999", DBL_MAX, 1},
+          Row{"\t\r+2e1", 20, 1}, Row{".5E-1x", 0.05, 1}, Row{"3.e1", 30, 1}, Row{"0x9", 0, 1},
+          Row{"                         5", 0, 1}}) {  // 24 characters count
         BlockHandle value = val_from_text(text_from_cstring(row.text));
         EXPECT_EQ(val_number(value), row.number) << row.text;
         EXPECT_EQ(val_flags(value), row.flags) << row.text;
@@ -106,4 +107,9 @@ TEST_F(Parts, ZeroIsNoCell) {
     index_walk(0, cell_release_fields);
     EXPECT_STREQ(cell_name_string(0), "BAD_CELL_HANDLE");
     EXPECT_EQ(cell_create(index_root_address(), "HOME"), 0) << "which is there";
+    for (const char *name : {"zoo", "home"}) {
+        web_reset(name);
+        EXPECT_EQ(cell_names(), Names{name});
+    }
+    refresh_views();
 }

@@ -5,7 +5,7 @@ import tempfile
 import unittest
 
 from handheld.emulator import constants as c
-from handheld.emulator import dialogs, menus
+from handheld.emulator import dialogs, menus, screen, shell
 from handheld.emulator.controls import buttons, combo_box, scroll_bar, tabs, tree_view
 from handheld.emulator.device import System
 from handheld.emulator.messages import Msg
@@ -21,6 +21,9 @@ class Parent(dialogs.Dialog):
 
     def ask_procedure(self, message, wparam, lparam):
         self.heard = getattr(self, "heard", [])
+        if message == c.WM_SETTINGCHANGE:
+            self.heard.append((message, wparam))
+            return 1
         if message == c.WM_COMMAND:
             self.heard.append((wparam & 0xFFFF, wparam >> 16))
             return 1
@@ -140,6 +143,27 @@ class Controls(unittest.TestCase):
         self.system.input.character("x")
         self.handle_waiting()
         self.assertEqual(field.text, "x")
+
+    # ---- The shell ----
+
+    def test_every_window_hears_of_the_panel(self):
+        other = self.windows.create("TestParent", "", c.WS_POPUP, 0, 0, 26, 100, 100)
+        self.system.screen.show_panel(True)
+        wanted = [(c.WM_SETTINGCHANGE, screen.SPI_SETSIPINFO)]
+        self.assertEqual((self.heard(), other.heard), (wanted, wanted))
+
+    def test_how_the_shell_sizes_dialogs(self):
+        """DONEBUTTON puts OK into the bar along the top, whatever the size."""
+        self.make("BUTTON", "Go", place=(7, 9, 50, 20))
+        self.make("BUTTON", "Stop", place=(70, 30, 60, 25))
+        for flags, right, bottom in ((1, 240, 226), (2, 137, 90), (3, 137, 90), (4, 240, 320),
+                                     (5, 240, 320)):
+            self.windows.move(self.parent, 0, 26, 240, 200)
+            with self.system.memory.scratch(12) as info:
+                self.system.memory.put(info, "<III", 1, self.parent.handle, flags)
+                shell.init_dialog(self.system, info)
+            self.assertEqual(self.parent.rect, (0, 26, right, bottom), flags)
+            self.assertEqual(self.system.screen.caption.shows_ok(), bool(flags & 1), flags)
 
     # ---- Lists ----
 

@@ -1,16 +1,19 @@
-"""The handheld's finished files, read by another's reader: what the handheld's loader looks at.
+"""The handheld's finished files, read by another's reader: what the handheld's loader looks at; and
+the package of them that scripts/package_handheld.sh leaves beside their folder.
 
-QUORVANE_HANDHELD_BUILD names the folder of the build.
+QUORVANE_HANDHELD names the folder of the build.
 """
 
 import os
 import pathlib
+import re
 import unittest
+import zipfile
 
 import pefile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-BUILD = pathlib.Path(os.environ.get("QUORVANE_HANDHELD_BUILD", ROOT / "build/handheld"))
+BUILD = pathlib.Path(os.environ.get("QUORVANE_HANDHELD", ROOT / "build/handheld"))
 LIMITS = {"Quorvane.exe": 102400, "SciLexer.dll": 40960}
 
 BITMAP, ICON, MENU, DIALOG, STRING, ACCELERATORS, RCDATA, VERSION, MANIFEST = (
@@ -72,6 +75,22 @@ class Images(unittest.TestCase):
         sizes = [int.from_bytes(data[4:8], "little") for data in icons
                  if data[:4] == (40).to_bytes(4, "little")]
         self.assertEqual(sizes, [16, 32])
+
+    def test_package(self):
+        """All that a device needs, of this build; pages to read have lines that end with CR LF."""
+        version = re.search(r"project\(quorvane VERSION ([0-9.]+)", (ROOT / "CMakeLists.txt")
+                            .read_text(encoding="utf-8"))[1]
+        name = f"quorvane-handheld-{version}"
+        wanted = {file: (BUILD / file).read_bytes() for file in LIMITS}
+        wanted["guide.qvx"] = (ROOT / "samples" / "guide.qvx").read_bytes()
+        for file, source in (("install.txt", "handheld/install.txt"), ("licence.txt", "LICENSE")):
+            wanted[file] = (ROOT / source).read_bytes().replace(b"\n", b"\r\n")
+        with zipfile.ZipFile(BUILD.parent / f"{name}.zip") as package:
+            found = {one.filename.removeprefix(f"{name}/"): package.read(one)
+                     for one in package.infolist() if not one.is_dir()}
+        self.assertEqual(sorted(wanted), sorted(found))
+        for file, content in wanted.items():
+            self.assertTrue(content == found[file], f"{file} is not this build's")
 
 
 if __name__ == "__main__":

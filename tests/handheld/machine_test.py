@@ -33,6 +33,7 @@ class MachineTest(unittest.TestCase):
                 ("write to nothing", (0xE3A03010, 0xE5830000), "write to 00000010"),
                 ("jump to nothing", (0xE3A0F000,), "jump to 00000000"),
                 ("stack overflow", (0xE92D43FF, 0xEAFFFFFD), "stack overflow"),
+                ("a frame past the guard page", (0xE24DDA02, 0xE58D4000), "skips a page"),
                 ("no BX before architecture 4T", (0xE12FFF1E,), "does not have"),
                 ("a loop without end", (0xEAFFFFFE,), "for too long")):
             with self.subTest(name):

@@ -20,6 +20,7 @@ PROGRAM, LIBRARY = BUILT / "Quorvane.exe", BUILT / "SciLexer.dll"
 
 CELLNAME_BOX, NEW_CELLNAME, SEARCH_TEXT, REPLACE_TEXT, OUTPUT_NAME = 82, 1000, 1105, 1099, 1213
 REPORT = 19
+LOW_BLOCKS = 100  # of the arena, from which on the program offers to save and exit
 BOX_APPEARS = 600 + 550  # milliseconds: the user's pause, and what the program lets go by first
 
 
@@ -53,7 +54,8 @@ class ProgramTest(unittest.TestCase):
             return pathlib.Path(copy).read_bytes()
 
     def text_of(self, cell):
-        return qvx("show", self.folder / "guide.qvx", cell).decode()
+        """With the file's line ends, which qvx shows as LF."""
+        return qvx("show", self.folder / "guide.qvx", cell).decode().replace("\n", "\r\n")
 
     # ---- Cells ----
 
@@ -86,6 +88,27 @@ class ProgramTest(unittest.TestCase):
                   "menu File Save")
         self.assertEqual(expected, web.read_bytes())
         self.assertEqual(["guide.qvx"], os.listdir(self.folder))
+
+    def test_files_by_their_dialogs(self):
+        """Another name, another web, and one whose name has a blank; a change is dropped."""
+        before = self.guide().read_bytes()
+        shutil.copy(self.folder / "guide.qvx", self.folder / "a web.qvx")
+        device = self.device('"\\My Documents\\a web.qvx"')
+        device.do("expect caption Quorvane - a web", "menu File Save As", "answer second",
+                  "expect caption Quorvane - second", "expect file second.qvx",
+                  "menu File Save As", "answer GUIDE.qvx", "expect dialog already exists",
+                  "button No", "key Escape", "expect caption Quorvane - second",
+                  "menu Cell New", f"fill {NEW_CELLNAME} basil", "ok", "key Ctrl+S",
+                  "menu File Open...", "tap-text guide.qvx", "ok",
+                  "expect caption Quorvane - guide",
+                  "menu Cell New", f"fill {NEW_CELLNAME} thyme", "ok", "key Ctrl+Q",
+                  "expect dialog Save current changes in guide?", "button No")
+        self.assertEqual(0, device.ended)
+        self.assertEqual(self.expected("guide.qvx", ("set", "basil")),
+                         (self.folder / "second.qvx").read_bytes())
+        for name in ("guide.qvx", "a web.qvx"):
+            self.assertEqual(before, (self.folder / name).read_bytes(), name)
+        self.assertEqual(3, len(os.listdir(self.folder)))
 
     # ---- Reports and settings ----
 
@@ -124,7 +147,8 @@ class ProgramTest(unittest.TestCase):
 
     # ---- Limits and faults ----
 
-    def test_out_of_blocks(self):
+    def full_web(self):
+        """A web with little room for more, in which the user clones the big cell."""
         web = self.folder / "full.qvx"
         (self.folder / "text").write_text("word " * 38_000, encoding="ascii")
         qvx("new", web)
@@ -132,9 +156,42 @@ class ProgramTest(unittest.TestCase):
         before = web.read_bytes()
         device = self.device("full.qvx")
         device.do("tap-text big", "menu Cell Clone", f"fill {NEW_CELLNAME} copy", "ok",
-                  "expect dialog Short On Memory--Save And", "button OK")
+                  "expect dialog Short On Memory--Save And")
+        return web, before, device
+
+    def test_out_of_blocks(self):
+        web, before, device = self.full_web()
+        device.do("button OK")
         self.assertEqual(0, device.ended)
         self.assertEqual(before, web.read_bytes())
+
+    def test_going_on_until_no_block_is_left(self):
+        """The offer comes with each of the last blocks; then the clone is given up, not the web."""
+        web, _, device = self.full_web()
+        expected = self.expected("full.qvx", ("set", "home", "--text", "still here"))
+        for _ in range(LOW_BLOCKS):
+            device.do("expect dialog Short On Memory", "button Cancel")
+        device.do("expect no-dialog", "expect status OUT OF MEMORY", "expect no-text copy",
+                  "tap-text home", "tap-text text", "key Ctrl+A", "type still here", "key Ctrl+S",
+                  "expect no-dialog", "key Ctrl+Q")
+        self.assertEqual(0, device.ended)
+        self.assertEqual(expected, web.read_bytes())
+
+    def test_a_full_disk(self):
+        web = self.guide()
+        before = web.read_bytes()
+        expected = self.expected("guide.qvx", ("set", "first_steps", "--text",
+                                               "Zwei " + self.text_of("first_steps")))
+        device = self.device()
+        device.do("tap-text first_steps", "tap-text text", "key Ctrl+Home", "type Zwei ")
+        for room in (0, 1000, len(before) - 1):
+            device.system.files.room = room
+            device.do("key Ctrl+S", "expect no-dialog", "expect status UNABLE TO WRITE TO WEB FILE")
+            self.assertEqual((before, ["guide.qvx"]), (web.read_bytes(), os.listdir(self.folder)))
+        device.system.files.room = None
+        device.do("key Ctrl+S", "key Ctrl+Q")
+        self.assertEqual(0, device.ended)
+        self.assertEqual(expected, web.read_bytes())
 
     def test_files_that_cannot_be_opened(self):
         (self.folder / "bad.qvx").write_bytes(b"no web at all\n<cell><cname>x")

@@ -1,6 +1,9 @@
 """msctls_statusbar32: the status bar, one text in one part.
 
 Modelled: the text (WM_SETTEXT, SB_SETTEXTW of the first part). Not modelled: parts, the grip.
+
+Nor is InitCommonControlsEx: this module's controls and the tree, the tabs and the tool bar exist
+from the start, so that nobody notices here when one is made before its class is asked for.
 """
 
 from handheld.emulator.calls import export
@@ -40,5 +43,4 @@ def create_status_window(system, style, text, parent, number):
 
 @export("COMMCTRL", "InitCommonControlsEx", "classes")
 def init_common_controls(_system, _classes):
-    """They are there from the start."""
     return True
