@@ -647,20 +647,16 @@ void take_step(uint32_t step) {
 
 // ---- Beginning ----------------------------------------------------------------------------------
 
-// Where a text just fits without a scroll bar and not beside it, it depends on what was there
-// before whether there is one. So there is none, or as in a console, which can be scrolled further,
-// always.
+// Where a text just fits without a scroll bar and not beside it, it depends on what was there before
+// whether there is one. So there is none.
 void configure(bool console) {
     sci(SCI_SETCODEPAGE, SC_CP_UTF8);
     sci(SCI_SETMODEVENTMASK, SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT);
     sci(SCI_SETWRAPMODE, SC_WRAP_WORD);
     sci(SCI_SETMARGINWIDTHN, 1, 2);
     sci(SCI_SETYCARETPOLICY, CARET_SLOP, 1);
-    if (console) {
-        sci(SCI_SETENDATLASTLINE, 0);
-    } else {
-        sci(SCI_SETVSCROLLBAR, 0);
-    }
+    sci(SCI_SETENDATLASTLINE, console ? 0 : 1);
+    sci(SCI_SETVSCROLLBAR, 0);
     sci_text(SCI_STYLESETFONT, STYLE_DEFAULT, "Tahoma");
     sci(SCI_STYLESETSIZE, STYLE_DEFAULT, 9);
     sci(SCI_STYLECLEARALL);
