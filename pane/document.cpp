@@ -48,10 +48,10 @@ void tell_save_point(Document *document, bool before) {
 void put_in(Document *document, Change *change) {
     const uint32_t at = change->position;
     const uint32_t before = lines_count(&document->lines);
+    change->line = line_of(&document->lines, at);  // an LF may go to the CR before
     memcpy(gap_open(&document->text, at, change->length), change->bytes, change->length);
     memset(gap_open(&document->styles, at, change->length), 0, change->length);
     lines_inserted(&document->lines, &document->text, at, change->length);
-    change->line = line_of(&document->lines, at);
     change->lines_added = follow_lines(document, change->line, before);
     void_styles(document, at);
 }
