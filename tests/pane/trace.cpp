@@ -647,8 +647,8 @@ void take_step(uint32_t step) {
 
 // ---- Beginning ----------------------------------------------------------------------------------
 
-// Where a text just fits without a scroll bar and not beside it, it depends on what was there before
-// whether there is one. So there is none.
+// Where a text just fits without a scroll bar and not beside it, it depends on what was there
+// before whether there is one. So there is none.
 void configure(bool console) {
     sci(SCI_SETCODEPAGE, SC_CP_UTF8);
     sci(SCI_SETMODEVENTMASK, SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT);
