@@ -62,7 +62,8 @@ uint32_t fold_letter(uint32_t code) {
 LRESULT on_add_text(Pane *pane, WPARAM wparam, LPARAM lparam) {
     const uint32_t length = static_cast<uint32_t>(wparam);
     if (edit_insert(pane, pane->caret, bytes_of(lparam), length)) {
-        const uint32_t caret = in_text(pane, LPARAM{pane->caret} + LPARAM{length});
+        const uint32_t caret =
+            in_text(pane, static_cast<LPARAM>(pane->caret) + static_cast<LPARAM>(length));
         select_range(pane, caret, caret);
     }
     return 0;
