@@ -209,6 +209,9 @@ TEST(Document, StylesFollowTheTextAndAreVoidBehindAChange) {
     watched.insert(0, "a ");
     EXPECT_EQ(document->end_styled, 0U);
     EXPECT_EQ(document_style(document, 6) * 10 + document_style(document, 9), 20);
+    document_style_next(document, 100, 0, &from, &to);
+    watched.remove(14, 1);  // the last word is another one now
+    EXPECT_EQ(document->end_styled, 13U);
 }
 
 // A long text may cost little more than itself and its styles.
