@@ -1,7 +1,5 @@
 #include "pane/characters.h"
 
-#include "pane/class_runs.h"
-
 namespace {
 
 uint8_t byte_at(const Gap *text, uint32_t at) {

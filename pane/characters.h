@@ -3,6 +3,7 @@
 // A byte that belongs to no well-formed character is a character of its own; CR LF is one step.
 #pragma once
 
+#include "pane/class_runs.h"
 #include "pane/gap.h"
 
 constexpr uint32_t k_bad_byte = 0x80000000;  // and the byte
@@ -27,8 +28,6 @@ uint32_t position_outside(const Gap *text, uint32_t position, bool forward);
 
 // Between CR and LF.
 bool parts_line_end(const Gap *text, uint32_t position);
-
-enum class CharacterClass : uint8_t { space, newline, word, punctuation };
 
 CharacterClass class_of(uint32_t code);
 

@@ -1,5 +1,7 @@
 #include "pane/document.h"
 
+#include "pane/characters.h"
+
 #include <cstring>
 
 namespace {
@@ -56,6 +58,7 @@ void put_in(Document *document, Change *change) {
     void_styles(document, at);
 }
 
+// At the end nothing is left to be styled anew but the last word.
 void take_out(Document *document, Change *change) {
     const uint32_t at = change->position;
     const uint32_t before = lines_count(&document->lines);
@@ -64,7 +67,8 @@ void take_out(Document *document, Change *change) {
     lines_removed(&document->lines, &document->text, at, change->length);
     change->line = line_of(&document->lines, at);
     change->lines_added = follow_lines(document, change->line, before);
-    void_styles(document, at);
+    void_styles(document,
+                at < document_length(document) ? at : position_before(&document->text, at));
 }
 
 // What the user does. Returns where the bytes that go are kept.

@@ -5,6 +5,9 @@
 #include <Scintilla.h>
 #include <cstring>
 
+// The name of a control character that was asked for last.
+static struct CharacterName { wchar_t text[5]; } name;
+
 namespace {
 
 constexpr int k_points_per_inch = 72;
@@ -20,8 +23,6 @@ constexpr char k_names_from_80[] =
     "DCS PU1 PU2 STS CCH MW  SPA EPA SOS SGCISCI CSI ST  OSC PM  APC ";
 
 constexpr char k_hex[] = "0123456789ABCDEF";
-
-static struct NameBuffer { wchar_t text[5]; } name;
 
 void copy_name(const char *names, uint32_t index) {
     uint32_t n = 0;

@@ -18,8 +18,8 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 NATIVE = ("core", "web", "report", "file", "program", "cli", "platform")
-WINDOWS = ("desktop", "shell", "platform/windows")
-HANDHELD = ("handheld",)
+WINDOWS = ("desktop", "shell", "platform/windows", "pane")
+HANDHELD = ("handheld", "pane/handheld")
 HANDHELD_TARGET = ["--extra-arg=--target=armv4-unknown-linux-gnueabi", "--extra-arg=-fms-extensions"]
 COMPILER = "x86_64-w64-mingw32-g++-posix"
 
@@ -55,7 +55,8 @@ def jobs(stamps):
                 yield path, native
     for folder in WINDOWS:
         for path in sorted((ROOT / folder).rglob("*.cpp")):
-            yield path, windows
+            if not path.is_relative_to(ROOT / "pane/handheld"):
+                yield path, windows
     handheld = ["-p", compile_commands(stamps, "handheld"), *HANDHELD_TARGET]
     for folder in HANDHELD:
         for path in sorted((ROOT / folder).rglob("*.cpp")):

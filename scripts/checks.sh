@@ -11,7 +11,7 @@ source_files() {
     for pattern in "$@"; do
         names+=(-o -name "$pattern")
     done
-    find core web report file program platform cli shell desktop handheld resources tests bench \
+    find core web report file program platform cli shell desktop handheld pane resources tests bench \
         -type f \( "${names[@]:1}" \) 2>/dev/null | LC_ALL=C sort
 }
 
@@ -54,7 +54,7 @@ compile_header() {
     local options=(-std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Wconversion
         -Wsign-conversion -Werror -I. -x c++ -include "$1" /dev/null)
     case $1 in
-    shell/* | desktop/* | handheld/* | resources/* | platform/windows/*)
+    shell/* | desktop/* | handheld/* | pane/* | resources/* | platform/windows/*)
         "$mingw-g++-posix" -DUNICODE -D_UNICODE -Idesktop/include \
             -isystem "$build/scintilla/include" "${options[@]}"
         ;;

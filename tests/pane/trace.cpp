@@ -65,9 +65,10 @@ std::string text() {
 
 // ---- What the parent hears ----------------------------------------------------------------------
 
-// As the program styles: whole words, some of them links.
+// As the program styles: whole words, some of them links. Not from within a character, where a word
+// would be taken to begin.
 void style_up_to(LRESULT end) {
-    const LRESULT styled = sci(SCI_GETENDSTYLED);
+    const LRESULT styled = sci(SCI_POSITIONBEFORE, sci(SCI_POSITIONAFTER, sci(SCI_GETENDSTYLED)));
     LRESULT at = sci(SCI_WORDSTARTPOSITION, styled, 1);
     sci(SCI_STARTSTYLING, at);
     const std::string bytes = text();
