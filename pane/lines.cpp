@@ -93,6 +93,7 @@ void lines_inserted(Lines *lines, const Gap *text, uint32_t position, uint32_t c
             add_start(lines, line++, at);
         }
     }
+    gap_give_back(&lines->starts);  // room was made for CR and LF apart
 }
 
 void lines_removed(Lines *lines, const Gap *text, uint32_t position, uint32_t count) {

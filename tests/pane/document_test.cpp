@@ -356,4 +356,25 @@ TEST(Document, WithoutMemoryTheTextStaysAsItWas) {
     }
 }
 
+// A long text may cost little more than itself and its styles.
+TEST(Document, MemoryOfALongText) {
+    const std::string row = "a line of words\r\n";
+    Watched watched = {};
+    ASSERT_TRUE(init(&watched));
+    Document *document = &watched.document;
+    std::string text;
+    while (text.size() < 345000) {
+        text += row;
+    }
+    document_insert(document, 0, text.data(), static_cast<uint32_t>(text.size()));
+    for (uint32_t i = 0; i < 100; ++i) {
+        document_insert(document, i * 3000, "typed", 5);
+    }
+    const size_t all = document->text.capacity + document->styles.capacity +
+                       document->lines.starts.capacity * 4 + document->visual.heights.capacity * 2 +
+                       document->undo.done.size + document->undo.undone.size;
+    EXPECT_LT(all, text.size() * 5 / 2 + 65536);
+    document_free(document);
+}
+
 }  // namespace
