@@ -142,6 +142,7 @@ one own_header_first check_own_header_first
 one circles check_circles
 one sources check_sources
 one seam check_seam
+one messages check_messages
 run_native native
 run_native sanitize
 run_native arm

@@ -50,10 +50,10 @@ void tell_save_point(Document *document, bool before) {
 void put_in(Document *document, Change *change) {
     const uint32_t at = change->position;
     const uint32_t before = lines_count(&document->lines);
+    change->line = line_of(&document->lines, at);  // an LF may go to the CR before
     memcpy(gap_open(&document->text, at, change->length), change->bytes, change->length);
     memset(gap_open(&document->styles, at, change->length), 0, change->length);
     lines_inserted(&document->lines, &document->text, at, change->length);
-    change->line = line_of(&document->lines, at);
     change->lines_added = follow_lines(document, change->line, before);
     void_styles(document, at);
 }
@@ -257,10 +257,11 @@ void document_set_save_point(Document *document) {
 
 bool document_style_next(Document *document, uint32_t length, uint8_t style, uint32_t *from,
                          uint32_t *to) {
-    const uint32_t left = document_length(document) - document->styling_at;
-    const uint32_t end = document->styling_at + (length < left ? length : left);
+    const uint32_t all = document_length(document);
+    const uint32_t start = document->styling_at < all ? document->styling_at : all;  // text may go
+    const uint32_t end = start + (length < all - start ? length : all - start);
     bool changed = false;
-    for (uint32_t at = document->styling_at; at < end; ++at) {
+    for (uint32_t at = start; at < end; ++at) {
         char *item = gap_item(&document->styles, at);
         if (static_cast<uint8_t>(*item) != style) {
             *item = static_cast<char>(style);

@@ -23,7 +23,7 @@ struct Change {
     uint32_t kind;  // of the bits above
     uint32_t position;
     uint32_t length;
-    uint32_t line;        // that the position is in
+    uint32_t line;        // of the position: before what came in, after what went out
     int32_t lines_added;  // negative when lines have gone
     const char *bytes;    // that came in or went out, if they are known
 };

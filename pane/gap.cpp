@@ -20,21 +20,6 @@ void spread(Gap *gap, uint32_t capacity) {
     gap->capacity = capacity;
 }
 
-// Gives most of a large hole back.
-void shrink(Gap *gap) {
-    const uint32_t keep = gap->length / 8 + 4 * k_smallest_growth / gap->width;
-    if (hole_size(gap) <= keep) {
-        return;
-    }
-    const uint32_t capacity = gap->length + keep / 2;
-    const uint32_t behind = gap->length - gap->hole;
-    memmove(gap->memory + gap_bytes(gap, capacity - behind),
-            gap->memory + gap_bytes(gap, gap->capacity - behind), gap_bytes(gap, behind));
-    gap->capacity = capacity;
-    char *less = static_cast<char *>(realloc(gap->memory, gap_bytes(gap, capacity)));
-    gap->memory = less != nullptr ? less : gap->memory;
-}
-
 }  // namespace
 
 void gap_init(Gap *gap, uint32_t width) {
@@ -86,14 +71,32 @@ char *gap_open(Gap *gap, uint32_t at, uint32_t count) {
     return gap->memory + gap_bytes(gap, at);
 }
 
-void gap_remove(Gap *gap, uint32_t at, uint32_t count) {
+void gap_give_back(Gap *gap) {
+    const uint32_t keep = gap->length / 8 + 4 * k_smallest_growth / gap->width;
+    if (hole_size(gap) <= keep) {
+        return;
+    }
+    const uint32_t capacity = gap->length + keep / 2;
+    const uint32_t behind = gap->length - gap->hole;
+    memmove(gap->memory + gap_bytes(gap, capacity - behind),
+            gap->memory + gap_bytes(gap, gap->capacity - behind), gap_bytes(gap, behind));
+    gap->capacity = capacity;
+    char *less = static_cast<char *>(realloc(gap->memory, gap_bytes(gap, capacity)));
+    gap->memory = less != nullptr ? less : gap->memory;
+}
+
+void gap_cut(Gap *gap, uint32_t at, uint32_t count) {
     if (at + count == gap->hole) {
         gap->hole = at;
     } else {
         gap_move_hole(gap, at);
     }
     gap->length -= count;
-    shrink(gap);
+}
+
+void gap_remove(Gap *gap, uint32_t at, uint32_t count) {
+    gap_cut(gap, at, count);
+    gap_give_back(gap);
 }
 
 const char *gap_piece(const Gap *gap, uint32_t at, uint32_t *count) {

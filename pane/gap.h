@@ -35,6 +35,11 @@ bool gap_reserve(Gap *gap, uint32_t count);
 // bytes are what was there. The room must have been reserved.
 char *gap_open(Gap *gap, uint32_t at, uint32_t count);
 
+// Takes items out; their room stays reserved until most of a large hole is given back.
+void gap_cut(Gap *gap, uint32_t at, uint32_t count);
+void gap_give_back(Gap *gap);
+
+// Both.
 void gap_remove(Gap *gap, uint32_t at, uint32_t count);
 
 // The items from `at` that stand in one piece, `count` at most; says how many.

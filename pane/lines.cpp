@@ -23,14 +23,15 @@ void add_start(Lines *lines, uint32_t line, uint32_t start) {
     lines->step_line = line + 1;
 }
 
-// Takes out the lines behind `line` that begin in front of `end`.
+// Takes out the lines behind `line` that begin in front of `end`. Room that was made for others
+// stays.
 void drop_starts(Lines *lines, uint32_t line, uint32_t end) {
     uint32_t gone = 0;
     while (line + gone + 1 < lines_count(lines) && line_start(lines, line + gone + 1) < end) {
         ++gone;
     }
     if (gone > 0) {
-        gap_remove(&lines->starts, line + 1, gone);
+        gap_cut(&lines->starts, line + 1, gone);
     }
 }
 
@@ -102,4 +103,5 @@ void lines_removed(Lines *lines, const Gap *text, uint32_t position, uint32_t co
     if (position > 0 && begins_line(text, position)) {
         add_start(lines, line, position);
     }
+    gap_give_back(&lines->starts);
 }

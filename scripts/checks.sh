@@ -46,6 +46,8 @@ check_sources() { python3 scripts/check_tree.py sources; }
 
 check_seam() { python3 scripts/check_tree.py seam; }
 
+check_messages() { python3 scripts/check_messages.py; }
+
 # ---- Headers that compile alone -----------------------------------------------------------------
 
 compile_header() {

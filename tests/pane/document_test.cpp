@@ -1,235 +1,359 @@
-// The document against a plain string with a list of what it has been.
+// Random changes of a text and of a naive model of it, which keeps every state that can be come
+// back to; and changes that there is no memory for.
 #include "pane/document.h"
-
-#include <random>
-#include <string>
-#include <vector>
+#include "tests/pane/random_text.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+// Counts down to the request for memory that is refused, and all behind it; negative: none is.
+static long requests_left = -1;
+
+extern "C" void *__real_realloc(void *memory, size_t size);
+extern "C" void *__wrap_realloc(void *memory, size_t size) {
+    requests_left -= requests_left > 0 ? 1 : 0;
+    return requests_left == 0 ? nullptr : __real_realloc(memory, size);
+}
+
 namespace {
 
+// A document, and what its owner knows of it from the events alone.
 struct Watched {
     Document document;
-    uint32_t changes = 0;
-    uint32_t last_kind = 0;
-    std::string save_points;
-
-    Watched() {
-        const auto changed = [](void *owner, const Change &change) {
-            Watched *self = static_cast<Watched *>(owner);
-            ++self->changes;
-            self->last_kind = change.kind;
-        };
-        const auto save_point = [](void *owner, bool reached) {
-            static_cast<Watched *>(owner)->save_points += reached ? "+" : "-";
-        };
-        EXPECT_TRUE(document_init(&document, {this, changed, save_point}));
-    }
-    ~Watched() { document_free(&document); }
-    Watched(const Watched &) = delete;
-    Watched &operator=(const Watched &) = delete;
-
-    std::string text() { return {document_bytes(&document), document_length(&document)}; }
-    void insert(size_t at, const std::string &bytes) {
-        EXPECT_TRUE(document_insert(&document, static_cast<uint32_t>(at), bytes.data(),
-                                    static_cast<uint32_t>(bytes.size())));
-    }
-    void remove(size_t at, size_t length) {
-        EXPECT_TRUE(
-            document_remove(&document, static_cast<uint32_t>(at), static_cast<uint32_t>(length)));
-    }
-    // Texts that undoing everything comes through, the present one first.
-    std::vector<std::string> history() {
-        std::vector<std::string> texts = {text()};
-        while (document_undo(&document) != k_nowhere) {
-            texts.push_back(text());
-        }
-        for (size_t i = 1; i < texts.size(); ++i) {
-            document_redo(&document);
-        }
-        return texts;
-    }
+    std::string text;
+    std::string styles;
+    int32_t lines = 1;
+    bool modified = false;
 };
 
-std::vector<uint32_t> lines_of(const std::string &text) {
+void on_changed(void *owner, const Change &change) {
+    Watched *watched = static_cast<Watched *>(owner);
+    EXPECT_FALSE(document_insert(&watched->document, 0, "x", 1));
+    EXPECT_FALSE(document_remove(&watched->document, 0, 0));
+    EXPECT_EQ(document_undo(&watched->document), k_nowhere);
+    watched->lines += change.lines_added;
+    if ((change.kind & k_change_insert) != 0) {
+        watched->text.insert(change.position, change.bytes, change.length);
+        watched->styles.insert(change.position, change.length, '\0');
+        return;
+    }
+    if (change.bytes != nullptr) {
+        EXPECT_EQ(
+            watched->text.compare(change.position, change.length, change.bytes, change.length), 0);
+    }
+    watched->text.erase(change.position, change.length);
+    watched->styles.erase(change.position, change.length);
+}
+
+void on_save_point(void *owner, bool reached) {
+    static_cast<Watched *>(owner)->modified = !reached;
+}
+
+bool init(Watched *watched) {
+    return document_init(&watched->document, {watched, on_changed, on_save_point});
+}
+
+std::string bytes_of(const Gap *gap) {
+    std::string bytes(gap->length, '\0');
+    gap_copy(gap, 0, gap->length, bytes.data());
+    return bytes;
+}
+
+std::vector<uint32_t> starts_of(const std::string &text) {
     std::vector<uint32_t> starts = {0};
-    for (size_t i = 0; i < text.size(); ++i) {
-        const bool pair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
-        if ((text[i] == '\r' && !pair) || text[i] == '\n') {
-            starts.push_back(static_cast<uint32_t>(i + 1));
+    for (uint32_t at = 1; at <= text.size(); ++at) {
+        const bool parted = text[at - 1] == '\r' && text[at] == '\n';
+        if ((text[at - 1] == '\r' || text[at - 1] == '\n') && !parted) {
+            starts.push_back(at);
         }
     }
     return starts;
 }
 
-void expect_whole(Watched *watched, const std::string &text) {
-    Document *document = &watched->document;
-    ASSERT_EQ(watched->text(), text);
-    ASSERT_EQ(document->styles.length, text.size());
-    const std::vector<uint32_t> starts = lines_of(text);
+void expect_sound(const Watched &watched, const std::string &text) {
+    const Document *document = &watched.document;
+    ASSERT_EQ(bytes_of(&document->text), text);
+    ASSERT_EQ(watched.text, text);
+    ASSERT_EQ(bytes_of(&document->styles), watched.styles);
+    ASSERT_LE(document->end_styled, text.size());
+    std::vector<uint32_t> starts = starts_of(text);
     ASSERT_EQ(lines_count(&document->lines), starts.size());
-    uint32_t rows = 0;
-    for (uint32_t line = 0; line < starts.size(); ++line) {
-        ASSERT_EQ(line_start(&document->lines, line), starts[line]);
+    ASSERT_EQ(watched.lines, static_cast<int32_t>(starts.size()));
+    ASSERT_EQ(document->visual.heights.length, starts.size());
+    starts.push_back(static_cast<uint32_t>(text.size()));
+    for (uint32_t line = 0; line + 1 < starts.size(); ++line) {
+        ASSERT_EQ(document_line_start(document, line), starts[line]);
+        const std::string inside = text.substr(starts[line], starts[line + 1] - starts[line]);
+        const size_t end = std::min(inside.find_first_of("\r\n"), inside.size());
+        ASSERT_EQ(document_line_end(document, line), starts[line] + end);
         ASSERT_EQ(line_of(&document->lines, starts[line]), line);
-        ASSERT_EQ(visual_top(&document->visual, line), rows);
-        ASSERT_EQ(visual_find(&document->visual, rows), line);
-        rows += visual_height(&document->visual, line);
-    }
-    ASSERT_EQ(document->visual.total, rows);
-}
-
-// Steps of several changes each, as groups, and everything that can be undone.
-TEST(Document, RandomStepsAreUndoneAndRedone) {
-    std::mt19937 random(1);
-    const auto draw = [&](size_t limit) { return static_cast<size_t>(random()) % limit; };
-    const std::vector<std::string> pieces = {
-        "a", "some words", "\r\n", "\r", "\n", "\n\r\n\n", std::string(5000, 'x') + "\r\n"};
-    Watched watched;
-    std::vector<std::string> past = {""};
-    std::vector<std::string> future;
-    for (int step = 0; step < 4000; ++step) {
-        std::string now = past.back();
-        const size_t what = draw(10);
-        if (what == 0 && past.size() > 1) {
-            document_undo(&watched.document);
-            future.push_back(now);
-            past.pop_back();
-        } else if (what == 1 && !future.empty()) {
-            document_redo(&watched.document);
-            past.push_back(future.back());
-            future.pop_back();
-        } else if (what > 1) {
-            undo_begin_group(&watched.document.undo);
-            for (size_t changes = 1 + draw(3); changes > 0; --changes) {
-                const size_t at = draw(now.size() + 1);
-                if (draw(2) == 0 || now.size() > 30000) {
-                    const size_t length = draw(now.size() - at + 1);
-                    watched.remove(at, length);
-                    now.erase(at, length);
-                } else {
-                    const std::string &piece = pieces[draw(pieces.size())];
-                    watched.insert(at, piece);
-                    now.insert(at, piece);
-                }
-            }
-            undo_end_group(&watched.document.undo);
-            past.push_back(now);
-            future.clear();
-        }
-        visual_set_height(&watched.document.visual,
-                          static_cast<uint32_t>(draw(lines_count(&watched.document.lines))),
-                          static_cast<uint32_t>(1 + draw(4)));
-        ASSERT_NO_FATAL_FAILURE(expect_whole(&watched, past.back())) << "step " << step;
     }
 }
 
-TEST(Document, TypingAndDeletingAreStepsOfAUsersLength) {
-    const std::vector<std::pair<std::string, std::vector<std::string>>> rows = {
-        // +at text inserts, -at length removes, s is a save point, ( and ) a group
-        {"+0a +1b +2cde", {"abcde", ""}},
-        {"+0a +0b", {"ba", "a", ""}},
-        {"+0abcdef -5 1 -4 1 -4 0", {"abcd", "abcdef", ""}},
-        {"+0abcdef -2 1 -2 2", {"abf", "abcdef", ""}},
-        {"+0abcdef -3 3 -2 1", {"ab", "abcdef", ""}},
-        {"+0abcdef -2 1 -2 3", {"ab", "abdef", "abcdef", ""}},
-        {"+0a s +1b", {"ab", "a", ""}},
-        {"+0a ( ) +1b", {"ab", "a", ""}},
-        {"+0a ( +1b +2c ) +3d", {"abcd", "abc", "a", ""}},
-    };
-    for (const auto &[steps, texts] : rows) {
-        Watched watched;
-        for (size_t i = 0; i < steps.size(); ++i) {
-            const auto at = static_cast<size_t>(i + 1 < steps.size() ? steps[i + 1] - '0' : 0);
-            if (steps[i] == '+') {
-                watched.insert(at, steps.substr(i + 2, steps.find(' ', i) - i - 2));
-            } else if (steps[i] == '-' && steps[i + 3] != '0') {
-                watched.remove(at, static_cast<size_t>(steps[i + 3] - '0'));
-            } else if (steps[i] == 's' && steps[i - 1] == ' ') {
-                document_set_save_point(&watched.document);
-            } else if (steps[i] == '(') {
-                undo_begin_group(&watched.document.undo);
-            } else if (steps[i] == ')') {
-                undo_end_group(&watched.document.undo);
-            }
-        }
-        EXPECT_EQ(watched.history(), texts) << steps;
+// ---- The model ----------------------------------------------------------------------------------
+
+// The text behind a step, and the step's last change.
+struct State {
+    std::string text;
+    bool removal;
+    uint32_t position;
+    uint32_t length;
+    bool closed;
+};
+
+struct Model {
+    std::vector<State> states = {{}};
+    size_t now = 0;
+    long saved = 0;  // the state that is saved; -1: none that can be come back to
+    int depth = 0;
+    bool group_empty = true;
+};
+
+bool at_save_point(const Model &model) {
+    return model.saved == static_cast<long>(model.now);
+}
+
+bool joins(const Model &model, const State &next) {
+    const State &last = model.states[model.now];
+    if (model.now == 0 || at_save_point(model) || last.closed || last.removal != next.removal) {
+        return false;
     }
-}
-
-TEST(Document, SaysWhenItsSavePointIsLeftAndReached) {
-    Watched watched;
-    watched.insert(0, "a");
-    watched.insert(0, "b");
-    document_set_save_point(&watched.document);
-    document_undo(&watched.document);
-    document_redo(&watched.document);
-    document_undo(&watched.document);
-    watched.insert(0, "c");  // the save point cannot be come to any more
-    document_undo(&watched.document);
-    EXPECT_EQ(watched.save_points, "-+-+-");
-    undo_forget(&watched.document.undo);
-    EXPECT_TRUE(undo_at_save_point(&watched.document.undo));
-    EXPECT_EQ(document_undo(&watched.document), k_nowhere);
-}
-
-// What is not noted may be undone around: nothing is done that does not fit the text.
-TEST(Document, ChangesThatAreNotNoted) {
-    Watched watched;
-    watched.insert(0, "words");
-    watched.document.collecting = false;
-    watched.remove(1, 4);
-    watched.document.collecting = true;
-    EXPECT_EQ(document_undo(&watched.document), k_nowhere);
-    EXPECT_EQ(watched.text(), "w");
-}
-
-TEST(Document, ACaretGoesBehindWhatComesBack) {
-    Watched watched;
-    watched.insert(0, "abcdef");
-    for (int i = 0; i < 3; ++i) {
-        watched.remove(2, 1);  // as the Delete key does
+    if (!next.removal) {
+        return next.position == last.position + last.length;
     }
-    EXPECT_EQ(document_undo(&watched.document), 5U);
-    EXPECT_EQ(document_redo(&watched.document), 2U);
+    return next.length <= 2 &&
+           (next.position == last.position || next.position + next.length == last.position);
 }
 
-TEST(Document, StylesFollowTheTextAndAreVoidBehindAChange) {
+void note(Model *model, const State &next) {
+    const bool grouped = model->depth > 0;
+    const bool joined = grouped ? !model->group_empty && model->now > 0 : joins(*model, next);
+    model->group_empty = model->group_empty && !grouped;
+    model->saved = model->saved > static_cast<long>(model->now) ? -1 : model->saved;
+    if (joined && at_save_point(*model)) {
+        model->saved = -1;  // within a step
+    }
+    model->now += joined ? 0 : 1;
+    model->states.resize(model->now);
+    model->states.push_back(next);
+}
+
+void close_step(Model *model) {
+    model->states[model->now].closed = model->now > 0;
+}
+
+void forget(Model *model, const std::string &text) {
+    const int depth = model->depth;
+    *model = {};
+    model->states[0].text = text;
+    model->depth = depth;
+}
+
+// ---- Steps --------------------------------------------------------------------------------------
+
+struct Session {
+    Random random;
     Watched watched;
-    Document *document = &watched.document;
-    watched.insert(0, "one two three");
+    Model model;
+};
+
+std::string now_text(const Session &session) {
+    return session.model.states[session.model.now].text;
+}
+
+// As often as not where the last change was.
+uint32_t pick_position(Session *session, size_t length) {
+    const State &last = session->model.states[session->model.now];
+    const uint32_t near = last.position + (last.removal ? 0 : last.length);
+    return session->random(2) == 0 && near <= length ? near : session->random(length + 1);
+}
+
+void insert(Session *session) {
+    std::string text = now_text(*session);
+    const uint32_t at = pick_position(session, text.size());
+    const bool large = session->random(300) == 0;
+    const std::string bytes = random_text(&session->random, large ? 6000 : session->random(4));
+    text.insert(at, bytes);
+    const uint32_t length = static_cast<uint32_t>(bytes.size());
+    ASSERT_TRUE(document_insert(&session->watched.document, at, bytes.data(), length));
+    note(&session->model, {text, false, at, length, false});
+}
+
+void remove(Session *session) {
+    std::string text = now_text(*session);
+    uint32_t at = pick_position(session, text.size());
+    uint32_t length = session->random(3);
+    if (text.size() > 800 || session->random(8) == 0) {
+        length = session->random(text.size() + 1);
+    }
+    at -= session->random(2) == 0 ? std::min(at, length) : 0;
+    length = std::min(length, static_cast<uint32_t>(text.size()) - at);
+    text.erase(at, length);
+    ASSERT_TRUE(document_remove(&session->watched.document, at, length));
+    note(&session->model, {text, true, at, length, false});
+}
+
+void undo_or_redo(Session *session, bool undo) {
+    Model *model = &session->model;
+    Document *document = &session->watched.document;
+    const bool possible = undo ? model->now > 0 : model->now + 1 < model->states.size();
+    const uint32_t caret = undo ? document_undo(document) : document_redo(document);
+    ASSERT_EQ(caret != k_nowhere, possible);
+    model->now = !possible ? model->now : undo ? model->now - 1 : model->now + 1;
+    ASSERT_TRUE(!possible || caret <= now_text(*session).size());
+}
+
+void group(Session *session) {
+    Model *model = &session->model;
+    const bool begin = model->depth == 0 || (model->depth == 1 && session->random(3) == 0);
+    if (begin ? model->depth++ == 0 : --model->depth == 0) {
+        model->group_empty = model->group_empty || begin;
+        close_step(model);
+    }
+    Undo *undo = &session->watched.document.undo;
+    begin ? undo_begin_group(undo) : undo_end_group(undo);
+}
+
+// What is done without being collected cannot be undone, so the owner forgets the rest as well; if
+// an undo comes before that, it may do anything that leaves the text whole.
+void change_uncollected(Session *session) {
+    Document *document = &session->watched.document;
+    document->collecting = false;
+    insert(session);
+    remove(session);
+    document->collecting = true;
+    if (session->random(2) == 0) {
+        document_undo(document);
+        document_redo(document);
+        expect_sound(session->watched, session->watched.text);
+    }
+    undo_forget(&document->undo);
+    on_save_point(&session->watched, true);
+    forget(&session->model, session->watched.text);
+}
+
+// From where the last ones ended, or from anywhere in the text.
+void style(Session *session) {
+    Document *document = &session->watched.document;
+    std::string *styles = &session->watched.styles;
+    if (session->random(2) == 0) {
+        document->styling_at = session->random(styles->size() + 1);
+    }
+    const size_t at = std::min<size_t>(document->styling_at, styles->size());
+    const size_t count = std::min<size_t>(session->random(60), styles->size() - at);
+    const std::string before = *styles;
+    const char value = static_cast<char>(session->random(4));
+    styles->replace(at, count, count, value);
     uint32_t from = 0;
     uint32_t to = 0;
-    EXPECT_FALSE(document_style_next(document, 4, 0, &from, &to));
-    EXPECT_TRUE(document_style_next(document, 3, 2, &from, &to));
-    EXPECT_EQ(from * 100 + to, 407U);
-    EXPECT_FALSE(document_style_next(document, 100, 0, &from, &to)) << "held to the text";
-    EXPECT_EQ(document->end_styled, 13U);
-    watched.insert(0, "a ");
-    EXPECT_EQ(document->end_styled, 0U);
-    EXPECT_EQ(document_style(document, 6) * 10 + document_style(document, 9), 20);
-    document_style_next(document, 100, 0, &from, &to);
-    watched.remove(14, 1);  // the last word is another one now
-    EXPECT_EQ(document->end_styled, 13U);
+    const uint32_t asked = static_cast<uint32_t>(count) + (at + count == before.size() ? 9 : 0);
+    ASSERT_EQ(document_style_next(document, asked, static_cast<uint8_t>(value), &from, &to),
+              before != *styles);
+    ASSERT_EQ(before.substr(0, from) + styles->substr(from, to - from) + before.substr(to),
+              *styles);
+    ASSERT_EQ(document->end_styled, at + count);
 }
 
-// A long text may cost little more than itself and its styles.
-TEST(Document, MemoryOfALongText) {
-    std::string text;
-    while (text.size() < 345000) {
-        text += "a line of words\r\n";
+void save(Session *session) {
+    document_set_save_point(&session->watched.document);
+    session->model.saved = static_cast<long>(session->model.now);
+}
+
+void step(Session *session) {
+    const uint32_t kind = session->random(100);
+    if (kind < 64) {
+        kind < 34 || now_text(*session).empty() ? insert(session) : remove(session);
+    } else if (kind < 85) {
+        undo_or_redo(session, kind < 76);
+    } else if (kind < 91) {
+        group(session);
+    } else if (kind < 97) {
+        style(session);
+    } else if (kind < 99) {
+        save(session);
+    } else {
+        change_uncollected(session);
     }
-    Watched watched;
-    watched.insert(0, text);
-    for (size_t i = 0; i < 100; ++i) {
-        watched.insert(i * 3000, "typed");
+}
+
+void expect_as_model(Session *session) {
+    Watched *watched = &session->watched;
+    const Model &model = session->model;
+    const std::string text = now_text(*session);
+    expect_sound(*watched, text);
+    ASSERT_EQ(undo_at_save_point(&watched->document.undo), at_save_point(model));
+    ASSERT_EQ(watched->modified, !at_save_point(model));
+    ASSERT_EQ(watched->document.undo.done.count > 0, model.now > 0);
+    ASSERT_EQ(watched->document.undo.undone.count > 0, model.now + 1 < model.states.size());
+    if (session->random(50) == 0) {
+        ASSERT_STREQ(document_bytes(&watched->document), text.c_str());
     }
-    const Document &document = watched.document;
-    const size_t all = document.text.capacity + document.styles.capacity +
-                       document.lines.starts.capacity * 4 + document.visual.heights.capacity * 2 +
-                       document.undo.done.size + document.undo.undone.size;
-    EXPECT_LT(all, text.size() * 5 / 2 + 65536);
+}
+
+TEST(Document, IsAsItsModelAfterEveryStep) {
+    for (uint32_t seed = 1; seed <= 5; ++seed) {
+        Session session = {};
+        session.random.engine.seed(seed);
+        ASSERT_TRUE(init(&session.watched));
+        for (uint32_t i = 0; i < 6000; ++i) {
+            step(&session);
+            expect_as_model(&session);
+            ASSERT_FALSE(testing::Test::HasFailure()) << "seed " << seed << ", step " << i;
+        }
+        document_free(&session.watched.document);
+    }
+}
+
+// ---- Without memory -----------------------------------------------------------------------------
+
+// Undoes (redoes) all there is. A step that finds no memory on its way stays where it is.
+void go_through_history(Watched *watched, bool undo) {
+    uint32_t (*go)(Document *) = undo ? document_undo : document_redo;
+    while (go(&watched->document) != k_nowhere) {
+        expect_sound(*watched, watched->text);
+    }
+}
+
+// Changes that together ask for memory for everything a document has. Those that are refused leave
+// the text as it was.
+void change_much(Watched *watched) {
+    Document *document = &watched->document;
+    for (const std::string &bytes : {std::string(3000, 'a'), std::string(3000, '\n')}) {
+        const std::string before = watched->text;
+        const bool came = document_insert(document, 0, bytes.data(), 3000);
+        expect_sound(*watched, came ? bytes + before : before);
+    }
+    const std::string before = watched->text;
+    const uint32_t length = std::min(5000U, document_length(document));
+    const bool went = document_remove(document, 0, length);
+    expect_sound(*watched, went ? before.substr(length) : before);
+    document_bytes(document);
+    go_through_history(watched, true);
+    go_through_history(watched, false);
+}
+
+TEST(Document, WithoutMemoryTheTextStaysAsItWas) {
+    bool passed = false;
+    for (long refused = 1; !passed; ++refused) {
+        ASSERT_LT(refused, 100);
+        Watched watched = {};
+        requests_left = refused;
+        if (init(&watched)) {
+            change_much(&watched);
+        }
+        passed = requests_left > 0;
+        requests_left = -1;
+        if (watched.document.text.memory == nullptr) {
+            continue;
+        }
+        go_through_history(&watched, true);  // now there is memory, and nothing was lost
+        EXPECT_EQ(watched.text, "") << refused;
+        EXPECT_FALSE(watched.modified);
+        document_free(&watched.document);
+    }
 }
 
 }  // namespace
