@@ -203,8 +203,8 @@ void edit_undo(Pane *pane) {
     const uint32_t caret = document_undo(&pane->document);
     if (caret != k_nowhere) {
         after_undo(pane, caret);
-        keep_x(pane);
     }
+    keep_x(pane);
 }
 
 void edit_redo(Pane *pane) {

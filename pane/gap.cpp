@@ -15,8 +15,8 @@ uint32_t hole_size(const Gap *gap) {
 // What stands behind the hole goes to the end of the larger memory.
 void spread(Gap *gap, uint32_t capacity) {
     const uint32_t behind = gap->length - gap->hole;
-    memmove(gap->memory + (capacity - behind) * gap->width,
-            gap->memory + (gap->capacity - behind) * gap->width, behind * gap->width);
+    memmove(gap->memory + gap_bytes(gap, capacity - behind),
+            gap->memory + gap_bytes(gap, gap->capacity - behind), gap_bytes(gap, behind));
     gap->capacity = capacity;
 }
 
@@ -42,7 +42,7 @@ bool gap_reserve(Gap *gap, uint32_t count) {
     }
     const uint32_t needed = gap->length + count;
     const uint32_t capacity = needed + needed / 32 + k_smallest_growth / gap->width;
-    char *memory = static_cast<char *>(realloc(gap->memory, capacity * gap->width));
+    char *memory = static_cast<char *>(realloc(gap->memory, gap_bytes(gap, capacity)));
     if (memory == nullptr) {
         return false;
     }
@@ -54,12 +54,12 @@ bool gap_reserve(Gap *gap, uint32_t count) {
 void gap_move_hole(Gap *gap, uint32_t at) {
     const uint32_t size = hole_size(gap);
     char *memory = gap->memory;
-    const uint32_t width = gap->width;
     if (at < gap->hole) {
-        memmove(memory + (at + size) * width, memory + at * width, (gap->hole - at) * width);
+        memmove(memory + gap_bytes(gap, at + size), memory + gap_bytes(gap, at),
+                gap_bytes(gap, gap->hole - at));
     } else {
-        memmove(memory + gap->hole * width, memory + (gap->hole + size) * width,
-                (at - gap->hole) * width);
+        memmove(memory + gap_bytes(gap, gap->hole), memory + gap_bytes(gap, gap->hole + size),
+                gap_bytes(gap, at - gap->hole));
     }
     gap->hole = at;
 }
@@ -68,7 +68,7 @@ char *gap_open(Gap *gap, uint32_t at, uint32_t count) {
     gap_move_hole(gap, at);
     gap->hole += count;
     gap->length += count;
-    return gap->memory + at * gap->width;
+    return gap->memory + gap_bytes(gap, at);
 }
 
 void gap_give_back(Gap *gap) {
@@ -78,10 +78,10 @@ void gap_give_back(Gap *gap) {
     }
     const uint32_t capacity = gap->length + keep / 2;
     const uint32_t behind = gap->length - gap->hole;
-    memmove(gap->memory + (capacity - behind) * gap->width,
-            gap->memory + (gap->capacity - behind) * gap->width, behind * gap->width);
+    memmove(gap->memory + gap_bytes(gap, capacity - behind),
+            gap->memory + gap_bytes(gap, gap->capacity - behind), gap_bytes(gap, behind));
     gap->capacity = capacity;
-    char *less = static_cast<char *>(realloc(gap->memory, capacity * gap->width));
+    char *less = static_cast<char *>(realloc(gap->memory, gap_bytes(gap, capacity)));
     gap->memory = less != nullptr ? less : gap->memory;
 }
 
@@ -110,8 +110,8 @@ void gap_copy(const Gap *gap, uint32_t at, uint32_t count, char *to) {
     while (count > 0) {
         uint32_t here = count;
         const char *piece = gap_piece(gap, at, &here);
-        memcpy(to, piece, here * gap->width);
-        to += here * gap->width;
+        memcpy(to, piece, gap_bytes(gap, here));
+        to += gap_bytes(gap, here);
         at += here;
         count -= here;
     }

@@ -5,6 +5,7 @@
 // the array and 4 KB, but for gap_keep_hole().
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 struct Gap {
@@ -18,9 +19,13 @@ struct Gap {
 void gap_init(Gap *gap, uint32_t width);
 void gap_free(Gap *gap);
 
+inline size_t gap_bytes(const Gap *gap, uint32_t items) {
+    return size_t{items} * gap->width;
+}
+
 inline char *gap_item(const Gap *gap, uint32_t at) {
     const uint32_t place = at < gap->hole ? at : at + (gap->capacity - gap->length);
-    return gap->memory + place * gap->width;
+    return gap->memory + gap_bytes(gap, place);
 }
 
 // Makes room for so many items more. False when there is no memory; the array is then as before.

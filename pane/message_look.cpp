@@ -272,7 +272,8 @@ LRESULT on_get_point_x(Pane *pane, WPARAM, LPARAM lparam) {
 
 LRESULT on_get_point_y(Pane *pane, WPARAM, LPARAM lparam) {
     const int row = static_cast<int>(layout_row_of(pane, in_text(pane, lparam)));
-    return (row - static_cast<int>(pane->view.top)) * pane->look.line_height;
+    const int y = (row - static_cast<int>(pane->view.top)) * pane->look.line_height;
+    return y;
 }
 
 LRESULT on_get_position_at(Pane *pane, WPARAM wparam, LPARAM lparam) {

@@ -81,9 +81,10 @@ void undo_begin_group(Undo *undo) {
 }
 
 void undo_end_group(Undo *undo) {
-    if (undo->group_depth > 0 && --undo->group_depth == 0) {
+    if (undo->group_depth == 1) {
         close_last(&undo->done);
     }
+    undo->group_depth -= undo->group_depth > 0 ? 1 : 0;
 }
 
 void undo_set_save_point(Undo *undo) {
