@@ -99,9 +99,7 @@ run_windows() {
         done
     done
     place_small_pane
-    # Two faults of the small component in the console are open: where its rows stand, and a click there.
-    suite small_pane env GTEST_FILTER='-Views.OutputEnds*:HotSpots.ClickInTheConsole*' \
-        bash -c 'run_in_wine small_pane'
+    suite small_pane bash -c 'run_in_wine small_pane'
     one pane_traces timeout 300 bash tests/pane/compare_traces.sh 4 1500
 }
 

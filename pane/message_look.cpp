@@ -197,6 +197,7 @@ LRESULT on_clear_key(Pane *pane, WPARAM wparam, LPARAM) {
 
 LRESULT on_set_wrap_mode(Pane *pane, WPARAM wparam, LPARAM) {
     layout_set_wrap(pane, wparam != SC_WRAP_NONE);
+    view_update_side_bar(pane);
     return 0;
 }
 

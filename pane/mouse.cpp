@@ -37,7 +37,9 @@ bool is_double_click(const Pane *pane, POINT at) {
            GetTickCount() - pane->mouse.used_at < GetDoubleClickTime();
 }
 
-bool is_hot(const Pane *pane, uint32_t position) {
+// A press can arrive before the text that it is on has been drawn.
+bool is_hot(Pane *pane, uint32_t position) {
+    need_styles(pane, position + 1);
     return pane->look.styles[style_slot(document_style(&pane->document, position))].hot_spot;
 }
 

@@ -138,6 +138,14 @@ void view_show_caret(Pane *pane) {
     view_caret_moved(pane);
 }
 
+void view_update_side_bar(const Pane *pane) {
+    if (pane->layout.wrap) {
+        set_bar(pane, SB_HORZ, 0, 0, 0);
+    } else if (pane->view.width > 0) {
+        set_bar(pane, SB_HORZ, k_scroll_width, pane->view.width, pane->view.x_offset);
+    }
+}
+
 void view_update_bars(Pane *pane) {
     const int page = static_cast<int>(view_lines(pane));
     const int last = view_last_top(pane) + page - 1;
@@ -146,11 +154,7 @@ void view_update_bars(Pane *pane) {
     } else {
         set_bar(pane, SB_VERT, last, page, static_cast<int>(pane->view.top));
     }
-    if (pane->layout.wrap) {
-        set_bar(pane, SB_HORZ, 0, 0, 0);
-    } else if (pane->view.width > 0) {
-        set_bar(pane, SB_HORZ, k_scroll_width, pane->view.width, pane->view.x_offset);
-    }
+    view_update_side_bar(pane);
 }
 
 void view_on_vertical_bar(Pane *pane, int code) {

@@ -24,6 +24,10 @@ void view_show_caret(Pane *pane);
 // The scroll bars follow what they stand for.
 void view_update_bars(Pane *pane);
 
+// The horizontal one alone, without breaking any line: it goes as soon as lines are broken, so that
+// the rows that are on the screen are counted without it.
+void view_update_side_bar(const Pane *pane);
+
 // WM_VSCROLL, WM_HSCROLL; WM_MOUSEWHEEL with what it turned.
 void view_on_vertical_bar(Pane *pane, int code);
 void view_on_horizontal_bar(Pane *pane, int code);
