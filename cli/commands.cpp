@@ -5,10 +5,10 @@
 #include "cli/new_text.h"
 #include "cli/shown.h"
 #include "cli/web_file.h"
+#include "cli/webs.h"
 #include "core/errors.h"
 #include "core/names.h"
 #include "core/text.h"
-#include "file/web_reader.h"
 #include "platform/program.h"
 #include "report/output.h"
 #include "report/reports.h"
@@ -46,33 +46,6 @@ int refuse(const char *message) {
 int misuse(const char *message) {
     host_message(message);
     return k_exit_failed;
-}
-
-// Loads a web that is only looked at: what of it can be read is good enough, unless reading failed.
-int load_to_read(const std::string &name) {
-    const int status = web_load(name.c_str());
-    if (status != k_exit_done || web_read_was_whole()) {
-        return status;
-    }
-    if (web_read_failed()) {
-        return k_exit_failed;
-    }
-    host_message(("cannot be read whole: see qvx check " + name).c_str());
-    return k_exit_done;
-}
-
-// Loads a web that is going to be written to `target`, which would lose what was not read.
-int load_to_write(const CommandLine &line, const std::string &target) {
-    int status = web_lock(target.c_str(), target == line.file);
-    if (status == k_exit_done) {
-        status = web_load(line.file.c_str());
-    }
-    if (status != k_exit_done || web_read_was_whole() || line.force) {
-        return status;
-    }
-    return refuse(("cannot be read whole, and writing would lose the rest: see qvx check " +
-                   line.file + ", or use --force")
-                      .c_str());
 }
 
 // `escaped` for a terminal, which must not take a name for orders.
@@ -115,18 +88,18 @@ int store_text(CellHandle cell) {
 // The report goes to the path that was asked for, or to the console: a web may come from anybody,
 // and is not to name the file that is written over.
 int direct_report(const CommandLine &line) {
-    if (!line.has_output || is_standard_stream(line.output.c_str())) {
+    if (!line.output || is_standard_stream(line.output->c_str())) {
         set_option_odest(k_output_console);
         return k_exit_done;
     }
-    if (line.output.empty()) {
+    if (line.output->empty()) {
         return misuse("--output is empty");
     }
-    host_name_file(line.output.c_str());
-    if (same_file(line.file.c_str(), line.output.c_str())) {
+    host_name_file(line.output->c_str());
+    if (same_file(line.file.c_str(), line.output->c_str())) {
         return refuse("is the web's own file");
     }
-    output_set_path(line.output.c_str());
+    output_set_path(line.output->c_str());
     set_option_odest(k_output_file);
     return k_exit_done;
 }
@@ -136,20 +109,20 @@ int apply_report_options(const CommandLine &line) {
     if (line.type != 0) {
         set_option_rtype(line.type);
     }
-    if (line.has_format) {
-        if (line.format.size() > k_rfmt_max) {
+    if (line.format) {
+        if (line.format->size() > k_rfmt_max) {
             return misuse(
                 ("a report format has at most " + std::to_string(k_rfmt_max) + " characters")
                     .c_str());
         }
-        set_option_rfmt(line.format.c_str());
+        set_option_rfmt(line.format->c_str());
     }
     if (line.all) {
         set_option_rall(1);
-    } else if (line.has_selection || line.has_cell) {
+    } else if (line.selection || line.report_cell) {
         set_option_rall(0);
     }
-    host_select(line.selection.c_str());
+    host_select(line.selection ? line.selection->c_str() : "");
     if (line.newline != 0) {
         set_option_onewl(line.newline);
         host_console_newline(line.newline);
@@ -157,8 +130,8 @@ int apply_report_options(const CommandLine &line) {
     return direct_report(line);
 }
 
-CellHandle find_cell(const CommandLine &line) {
-    const CellHandle cell = cell_lookup(line.cell.c_str());
+CellHandle find_cell(const std::string &name) {
+    const CellHandle cell = cell_lookup(name.c_str());
     if (cell == 0) {
         host_message("no such cell");
     }
@@ -167,7 +140,7 @@ CellHandle find_cell(const CommandLine &line) {
 
 // The file has all that there is to set; standard output has not.
 bool changes_nothing(const CommandLine &line, CellHandle cell) {
-    const bool has_new_text = line.has_text || line.has_text_file;
+    const bool has_new_text = line.text || line.text_file;
     return !is_standard_stream(line.file.c_str()) &&
            (!has_new_text || new_text_equals(cell_text(cell)));
 }
@@ -209,7 +182,7 @@ int command_show(const CommandLine &line) {
     if (status != k_exit_done) {
         return status;
     }
-    const CellHandle cell = find_cell(line);
+    const CellHandle cell = find_cell(line.cell);
     if (cell == 0) {
         return k_exit_refused;
     }
@@ -236,7 +209,7 @@ int command_set(const CommandLine &line) {
         }
         cell = cell_create(index_root_address(), line.cell.c_str());
     }
-    if (line.has_text || line.has_text_file) {
+    if (line.text || line.text_file) {
         status = store_text(cell);
     }
     return status == k_exit_done ? web_save(line.file.c_str()) : status;
@@ -247,7 +220,7 @@ int command_rm(const CommandLine &line) {
     if (status != k_exit_done) {
         return status;
     }
-    const CellHandle cell = find_cell(line);
+    const CellHandle cell = find_cell(line.cell);
     if (cell == 0) {
         return k_exit_refused;
     }
@@ -268,8 +241,8 @@ int command_report(const CommandLine &line) {
     if (status != k_exit_done) {
         return status;
     }
-    if (line.has_cell) {
-        const CellHandle cell = find_cell(line);
+    if (line.report_cell) {
+        const CellHandle cell = find_cell(*line.report_cell);
         if (cell == 0) {
             return k_exit_refused;
         }

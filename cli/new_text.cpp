@@ -46,11 +46,11 @@ int read_from(FILE *file) {
 }  // namespace
 
 int new_text_take(const CommandLine &line) {
-    if (!line.has_text_file) {
-        text.bytes = line.text;
+    if (!line.text_file) {
+        text.bytes = line.text.value_or("");
         return k_exit_done;
     }
-    const char *name = line.text_file.c_str();
+    const char *name = line.text_file->c_str();
     host_name_file(name);
     if (is_standard_stream(name)) {
         if (is_standard_stream(line.file.c_str())) {

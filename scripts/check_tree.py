@@ -28,7 +28,7 @@ BELOW = {
     "report": {"core", "web"},
     "file": {"core", "web"},
     "program": {"core", "web", "report", "file"},
-    "cli": {"core", "web", "report", "file", "program", "platform"},
+    "cli": {"core", "web", "report", "file", "program", "platform", "pane"},
     "shell": {"core", "web", "report", "file", "program", "platform", "resources", "desktop"},
     "desktop": {"resources"},
     "handheld": {"desktop"},
@@ -38,8 +38,10 @@ BELOW = {
 ENGINE = {"core", "web", "report", "file", "program"}
 
 # All that a folder may include of another one, where that is not everything. Of desktop/, a shell
-# source may know only what the handheld can have too.
+# source may know only what the handheld can have too; of the small component, qvx knows what makes
+# words.
 ONLY = {
+    ("cli", "pane"): {"pane/characters.h"},
     ("cli", "platform"): {"platform/lock.h", "platform/program.h"},
     ("platform", "core"): {"core/host_files.h"},
     ("shell", "desktop"): {"desktop/frame.h"},

@@ -1,0 +1,41 @@
+// Webs loaded as notes, and notes brought back into a web: what most commands stand on. What
+// returns an int is an exit status (cli/exit_status.h), and has said on standard error what went
+// wrong.
+#pragma once
+
+#include "cli/command_line.h"
+#include "cli/note.h"
+
+#include <functional>
+
+// Loads a web that is only looked at: what of it can be read is good enough, unless reading failed.
+int load_to_read(const std::string &name);
+
+// Loads a web (`line.file`) that is going to be written to `target`, which nobody else changes
+// until this program ends. Refused when it cannot be read whole, unless --force is given.
+int load_to_write(const CommandLine &line, const std::string &target);
+
+// Runs a command that only reads on each of `line.files`. The worst of what happened is the status:
+// a body's k_exit_done beats its k_exit_refused (found in one, not in another), anything else beats
+// both.
+using ReadingBody = std::function<int(const std::string &file, const Notes &notes)>;
+int read_webs(const CommandLine &line, const ReadingBody &body);
+
+// The same for a command that takes one web, `line.file`.
+int read_web(const CommandLine &line, const ReadingBody &body);
+
+// Runs a command that changes the web `line.file`: all of what the body does to the notes, or, when
+// it returns anything but k_exit_done, nothing. Notes that are as before are not written, except to
+// standard output. With --dry-run the differences are printed and nothing is written.
+using ChangingBody = std::function<int(Notes *notes)>;
+int change_web(const CommandLine &line, const ChangingBody &body);
+
+// Makes the web at hand hold these notes, whose line ends become CR LF; its options stay. Home must
+// be among them. k_exit_memory when they do not fit, or could not be read again.
+int take_notes(const Notes &notes);
+
+// Says on standard error "qvx: FILE: CELL: MESSAGE"; returns k_exit_refused.
+int refuse_cell(const std::string &cell, const char *message);
+
+// "no such cell", for a name that find_note() does not find.
+int no_such_cell(const std::string &cell);
