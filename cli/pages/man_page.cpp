@@ -46,8 +46,7 @@ A web that could not be read whole is not written again, unless
 .B \-\-force
 is given.
 .PP
-Words that are not options come in the order in which they are shown below; options may stand
-anywhere behind the command.
+Options may stand anywhere behind the command.
 Behind
 .B \-\-
 everything is an argument.
