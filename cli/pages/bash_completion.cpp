@@ -61,7 +61,7 @@ _qvx_fold() {
 
 _qvx_cells() {
     local name folded beginning written plain
-    [[ -n $web ]] || return
+    [[ -f $web ]] || return
     _qvx_plain "$current"
     _qvx_fold "$plain"
     beginning=$folded
@@ -70,7 +70,7 @@ _qvx_cells() {
         [[ $folded == "$beginning"* ]] || continue
         _qvx_written "$name"
         COMPREPLY+=("${written#"$_qvx_begun"}")
-    done < <("$program" list -0 "$web" 2>/dev/null)
+    done < <("$program" list -0 -- "$web" </dev/null 2>/dev/null)
 }
 
 # Files of this ending and folders, or, where there are none, what bash finds by itself.

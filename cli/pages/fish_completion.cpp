@@ -46,7 +46,8 @@ function __qvx_cells
     set -q arguments[$place]; or return
     set -l program (commandline -opc)[1]
     set -l web (string replace -r '^~/' $HOME/ -- $arguments[$place])
-    $program list -0 -- $web 2>/dev/null | string split0
+    test -f "$web"; or return
+    $program list -0 -- $web </dev/null 2>/dev/null | string split0
 end
 
 # Web files and folders, or, where there are none, any files.

@@ -10,9 +10,9 @@ constexpr const char *k_functions = R"SH(
 _qvx_cells() {
     local web=${(Q)line[$argv[-1]]}
     local -a cells
-    [[ -n $web ]] || return 1
     web=${web/#\~\//$HOME/}
-    cells=("${(@0)$("$_qvx_program" list -0 -- "$web" 2>/dev/null; print -n .)}")
+    [[ -f $web ]] || return 1
+    cells=("${(@0)$("$_qvx_program" list -0 -- "$web" </dev/null 2>/dev/null; print -n .)}")
     cells=("${(@)cells[1,-2]}")
     compadd "${(@)argv[1,-2]}" -M 'm:{a-zA-Z_\ }={A-Za-z\ _}' -a cells
 }
