@@ -131,9 +131,20 @@ run_handheld() {
     report handheld $((ran > bad ? ran - bad : 0)) "$bad"
 }
 
+# The packages, which are made of what stands in build/, and what a user does with them.
+run_packages() {
+    if ! scripts/package.sh --without-handheld; then
+        report packages 0 1
+        return
+    fi
+    one package_debian timeout 300 bash tests/packages/debian_test.sh
+    one package_windows timeout 300 bash tests/packages/windows_test.sh
+}
+
 install_packages "${packages_native[@]}" "${packages_arm[@]}" "${packages_check[@]}"
 [ $with_windows = no ] ||
-    install_packages "${packages_windows[@]}" "${packages_wine[@]}" "${packages_handheld[@]}"
+    install_packages "${packages_windows[@]}" "${packages_wine[@]}" "${packages_handheld[@]}" \
+        "${packages_package[@]}"
 mkdir -p "$results" "$checks"
 
 one format check_format
@@ -144,11 +155,14 @@ one sources check_sources
 one seam check_seam
 one messages check_messages
 run_native native
+one tour python3 tests/packages/tour_test.py "$build/native/cli/qvx" README.md docs/qvx.md
+one completion python3 tests/packages/completion_test.py "$build/native/cli/qvx" "$build/native/cli/pages"
 run_native sanitize
 run_native arm
 if [ $with_windows = yes ]; then
     run_windows
     run_handheld
+    run_packages
     one headers_compile_alone check_headers
     one clang_tidy check_tidy
 fi

@@ -7,9 +7,7 @@ cd "$root"
 install_packages "${packages_native[@]}" "${packages_windows[@]}" "${packages_handheld[@]}"
 build_handheld || exit 1
 
-version=$(sed -n 's/^project(quorvane VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-[ -n "$version" ] || die "CMakeLists.txt does not say which version this is."
-name=quorvane-handheld-$version
+name=quorvane-handheld-$(version)
 rm -rf "$build/$name" "$build/$name.zip"
 mkdir "$build/$name"
 cp build/handheld/Quorvane.exe build/handheld/SciLexer.dll samples/guide.qvx "$build/$name/"
