@@ -44,7 +44,8 @@ void change_text(Note *note, const PieceFinder &finder, const std::string &repla
 
 // The new lines, green as a whole: what came in may hold line ends.
 void print_after(const ChangedLine &changed) {
-    for (const std::string_view line : lines_of(changed.after + "\n")) {
+    const std::string after = changed.after + "\n";
+    for (const std::string_view line : lines_of(after)) {
         print(coloured("+" + shown(changed.cell) + ":" + std::to_string(changed.line) + ":" +
                            shown(line),
                        Colour::green) +
