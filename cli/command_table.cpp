@@ -1,11 +1,13 @@
 #include "cli/command_table.h"
 
+#include "cli/links/link_commands.h"
 #include "cli/web_commands.h"
 
 namespace {
 
 const CommandGroup k_groups[] = {
     {"Webs and cells", k_web_commands},
+    {"Links and searching", k_link_commands},
 };
 
 }  // namespace

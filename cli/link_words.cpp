@@ -4,11 +4,25 @@
 #include "pane/characters.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
+constexpr auto k_plain_word_bytes = [] {
+    std::array<bool, 256> bytes = {};
+    for (const char ch : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                          "abcdefghijklmnopqrstuvwxyz0123456789_")) {
+        bytes[static_cast<uint8_t>(ch)] = true;
+    }
+    return bytes;
+}();
+
+bool is_plain(char ch) {
+    return static_cast<signed char>(ch) >= 0;
+}
+
 bool is_plain_word_byte(char ch) {
-    return is_letter(ch) || is_digit(ch) || ch == '_';
+    return k_plain_word_bytes[static_cast<uint8_t>(ch)];
 }
 
 // The text as the panes' functions take it; nothing is copied and nothing written.
@@ -23,40 +37,49 @@ Gap gap_over(std::string_view text) {
     return gap;
 }
 
-// Where the character behind `at` begins when it belongs to a word, else `at`.
-size_t step_in_word(const Gap &gap, std::string_view text, size_t at) {
-    if (static_cast<signed char>(text[at]) >= 0) {
-        return is_plain_word_byte(text[at]) ? at + 1 : at;
-    }
+// Where the character that stands there ends when it belongs to a word, else `at`. It is no plain
+// one.
+size_t step_in_word(std::string_view text, size_t at) {
+    const Gap gap = gap_over(text);
     const auto position = static_cast<uint32_t>(at);
     return class_at(&gap, position) == CharacterClass::word ? position_after(&gap, position) : at;
 }
 
-size_t end_of_word(const Gap &gap, std::string_view text, size_t at) {
-    while (at < text.size()) {
-        const size_t next = step_in_word(gap, text, at);
+size_t step_over(std::string_view text, size_t at) {
+    const Gap gap = gap_over(text);
+    return position_after(&gap, static_cast<uint32_t>(at));
+}
+
+size_t end_of_plain_word(std::string_view text, size_t at) {
+    while (at < text.size() && is_plain_word_byte(text[at])) {
+        ++at;
+    }
+    return at;
+}
+
+// Where the word that stands there ends; `at` when none does.
+size_t end_of_word(std::string_view text, size_t at) {
+    while (true) {
+        at = end_of_plain_word(text, at);
+        const size_t next = at < text.size() && !is_plain(text[at]) ? step_in_word(text, at) : at;
         if (next == at) {
-            break;
+            return at;
         }
         at = next;
     }
-    return at;
 }
 
 }  // namespace
 
 std::string_view next_link_word(std::string_view text, size_t *at) {
-    const Gap gap = gap_over(text);
     size_t from = *at;
     while (from < text.size()) {
-        const size_t end = end_of_word(gap, text, from);
+        const size_t end = end_of_word(text, from);
         if (end > from) {
             *at = end;
             return text.substr(from, end - from);
         }
-        from = static_cast<signed char>(text[from]) >= 0
-                   ? from + 1
-                   : position_after(&gap, static_cast<uint32_t>(from));
+        from = is_plain(text[from]) ? from + 1 : step_over(text, from);
     }
     *at = text.size();
     return {};

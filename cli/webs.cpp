@@ -1,6 +1,5 @@
 #include "cli/webs.h"
 
-#include "cli/differences.h"
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
 #include "cli/shown.h"
@@ -181,7 +180,7 @@ int take_notes(const Notes &notes) {
     return k_exit_done;
 }
 
-int change_web(const CommandLine &line, const ChangingBody &body) {
+int change_web(const CommandLine &line, const ChangingBody &body, const ShowingBody &show) {
     int status = load_to_write(line, line.file);
     if (status != k_exit_done) {
         return status;
@@ -196,7 +195,7 @@ int change_web(const CommandLine &line, const ChangingBody &body) {
         return status;
     }
     if (line.dry_run) {
-        print_differences(before, notes_of_web());
+        show(before, notes_of_web());
         return k_exit_done;
     }
     if (before == notes_of_web() && !is_standard_stream(line.file.c_str())) {

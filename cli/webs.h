@@ -4,6 +4,7 @@
 #pragma once
 
 #include "cli/command_line.h"
+#include "cli/differences.h"
 #include "cli/note.h"
 
 #include <functional>
@@ -26,9 +27,12 @@ int read_web(const CommandLine &line, const ReadingBody &body);
 
 // Runs a command that changes the web `line.file`: all of what the body does to the notes, or, when
 // it returns anything but k_exit_done, nothing. Notes that are as before are not written, except to
-// standard output. With --dry-run the differences are printed and nothing is written.
+// standard output. With --dry-run the differences are printed, unless the command has another way
+// to show them, and nothing is written.
 using ChangingBody = std::function<int(Notes *notes)>;
-int change_web(const CommandLine &line, const ChangingBody &body);
+using ShowingBody = std::function<void(const Notes &before, const Notes &after)>;
+int change_web(const CommandLine &line, const ChangingBody &body,
+               const ShowingBody &show = print_differences);
 
 // Makes the web at hand hold these notes, whose line ends become CR LF; its options stay. Home must
 // be among them. k_exit_memory when they do not fit, or could not be read again.

@@ -7,7 +7,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=$root/build
 mingw=x86_64-w64-mingw32
 
-packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev nlohmann-json3-dev)
+packages_native=(g++ clang cmake ninja-build python3 libgtest-dev libcli11-dev nlohmann-json3-dev
+    libpcre2-dev)
 packages_arm=(g++-arm-linux-gnueabi qemu-user googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
 packages_handheld=(g++-arm-linux-gnueabi g++-mingw-w64-i686-posix librsvg2-bin
@@ -16,7 +17,7 @@ packages_wine=(wine wine64 fonts-wine fonts-dejavu-extra xvfb xdotool imagemagic
 packages_check=(clang-format clang-tidy-19 zsh fish)
 packages_package=(lowdown nsis # besides those of the native and the windows build
     lintian mandoc man-db desktop-file-utils shared-mime-info) # what looks at the packages
-packages_bench=(libbenchmark-dev libexpat1-dev libxml2-dev libpugixml-dev valgrind x11-utils)
+packages_bench=(libbenchmark-dev libexpat1-dev libxml2-dev libpugixml-dev valgrind x11-utils ripgrep)
 
 say() { printf '%s\n' "$*" >&2; }
 

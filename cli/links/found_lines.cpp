@@ -1,0 +1,58 @@
+#include "cli/links/found_lines.h"
+
+#include "cli/print.h"
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+
+namespace {
+
+void print_field(std::string_view text, Colour colour) {
+    print(coloured(shown(text), colour) + coloured(":", Colour::cyan));
+}
+
+}  // namespace
+
+std::string_view file_shown(const CommandLine &line, std::string_view file) {
+    return line.files.size() > 1 ? file : std::string_view();
+}
+
+void print_file(std::string_view file) {
+    if (!file.empty()) {
+        print_field(file, Colour::magenta);
+    }
+}
+
+void print_found(const FoundLine &found, const Spans &spans) {
+    print_file(found.file);
+    print_field(found.cell, Colour::magenta);
+    print_field(std::to_string(found.line), Colour::green);
+    size_t done = 0;
+    for (const Span &span : spans) {
+        print(shown(found.text.substr(done, span.begin - done)) +
+              coloured(shown(found.text.substr(span.begin, span.size)), Colour::red));
+        done = span.begin + span.size;
+    }
+    print_line(found.text.substr(done));
+}
+
+void print_listed(const CommandLine &line, std::string_view file, std::string_view name) {
+    if (line.json) {
+        print_json({{"file", file}, {"cell", name}});
+        return;
+    }
+    print_file(file_shown(line, file));
+    print_name(name, line.zero);
+}
+
+void print_counted(const CommandLine &line, std::string_view file, const char *key,
+                   std::string_view name, size_t count) {
+    if (line.json) {
+        print_json({{"file", file}, {key, name}, {"count", count}});
+        return;
+    }
+    print_file(file_shown(line, file));
+    print_field(name, Colour::magenta);
+    print(std::to_string(count) + "\n");
+}
