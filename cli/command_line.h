@@ -28,4 +28,11 @@ struct CommandLine {
     uint8_t type = 0;     // ReportType
     uint8_t newline = 0;  // Newline; show, too
     bool all = false;
+
+    // diff and merge: `file` is the one in the middle, ours
+    std::string base_file;
+    std::string other_file;
+    std::optional<std::string> our_label;
+    std::optional<std::string> their_label;
+    std::optional<std::string> shown_name;  // in place of the output's in messages
 };

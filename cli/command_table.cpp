@@ -1,11 +1,13 @@
 #include "cli/command_table.h"
 
+#include "cli/merge/merge_commands.h"
 #include "cli/web_commands.h"
 
 namespace {
 
 const CommandGroup k_groups[] = {
     {"Webs and cells", k_web_commands},
+    {"Versions and repair", k_merge_commands},
 };
 
 }  // namespace

@@ -8,13 +8,26 @@
 
 #include <cstdlib>
 
+// Asked of the system once: 0 until then.
+static struct Print {
+    enum class Asked : uint8_t { not_yet, no, yes };
+    Asked terminal;
+} print_state;
+
 namespace {
 
-std::string shown(std::string_view text) {
-    return output_is_terminal() ? printable(std::string(text)) : std::string(text);
+bool on_terminal() {
+    if (print_state.terminal == Print::Asked::not_yet) {
+        print_state.terminal = output_is_terminal() ? Print::Asked::yes : Print::Asked::no;
+    }
+    return print_state.terminal == Print::Asked::yes;
 }
 
 }  // namespace
+
+std::string shown(std::string_view text) {
+    return on_terminal() ? printable(std::string(text)) : std::string(text);
+}
 
 void print(std::string_view text) {
     host_print(text.data(), static_cast<uint32_t>(text.size()));
@@ -34,7 +47,7 @@ void print_line(std::string_view line) {
 
 bool colours_wanted() {
     const char *unwanted = getenv("NO_COLOR");
-    return output_is_terminal() && (unwanted == nullptr || *unwanted == 0);
+    return on_terminal() && (unwanted == nullptr || *unwanted == 0);
 }
 
 std::string coloured(std::string_view text, Colour colour) {

@@ -11,6 +11,9 @@ void print(std::string_view text);
 // One line of JSON. Bytes that are no UTF-8 come out as the replacement character.
 void print_json(const nlohmann::ordered_json &value);
 
+// The text as standard output takes it: on a terminal its control characters are spelled out.
+std::string shown(std::string_view text);
+
 // A name, and NUL (`zero`) or a line end. On a terminal, which must not take a name for orders, its
 // control characters are spelled out, unless NUL ends it.
 void print_name(std::string_view name, bool zero);
