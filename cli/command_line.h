@@ -43,4 +43,10 @@ struct CommandLine {
     bool in_names = false;
     bool only_cells = false;
     bool only_counts = false;
+    // diff and merge: `file` is the one in the middle, ours
+    std::string base_file;
+    std::string other_file;
+    std::optional<std::string> our_label;
+    std::optional<std::string> their_label;
+    std::optional<std::string> shown_name;  // in place of the output's in messages
 };

@@ -1,6 +1,7 @@
 #include "cli/command_table.h"
 
 #include "cli/links/link_commands.h"
+#include "cli/merge/merge_commands.h"
 #include "cli/web_commands.h"
 
 namespace {
@@ -8,6 +9,7 @@ namespace {
 const CommandGroup k_groups[] = {
     {"Webs and cells", k_web_commands},
     {"Links and searching", k_link_commands},
+    {"Versions and repair", k_merge_commands},
 };
 
 }  // namespace

@@ -141,18 +141,20 @@ int load_to_read(const std::string &name) {
     return k_exit_done;
 }
 
-int load_to_write(const CommandLine &line, const std::string &target) {
-    int status = web_lock(target.c_str(), target == line.file);
-    if (status == k_exit_done) {
-        status = web_load(line.file.c_str());
-    }
-    if (status != k_exit_done || web_read_was_whole() || line.force) {
+int load_whole(const std::string &name, bool force) {
+    const int status = web_load(name.c_str());
+    if (status != k_exit_done || web_read_was_whole() || force) {
         return status;
     }
-    host_message(("cannot be read whole, and writing would lose the rest: see qvx check " +
-                  line.file + ", or use --force")
+    host_message(("cannot be read whole, and writing would lose the rest: see qvx check " + name +
+                  ", or use --force")
                      .c_str());
     return k_exit_refused;
+}
+
+int load_to_write(const CommandLine &line, const std::string &target) {
+    const int status = web_lock(target.c_str(), target == line.file);
+    return status == k_exit_done ? load_whole(line.file, line.force) : status;
 }
 
 int read_webs(const CommandLine &line, const ReadingBody &body) {

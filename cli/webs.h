@@ -16,6 +16,10 @@ int load_to_read(const std::string &name);
 // until this program ends. Refused when it cannot be read whole, unless --force is given.
 int load_to_write(const CommandLine &line, const std::string &target);
 
+// Loads a web as changing it or making another one of it asks for: refused when it cannot be read
+// whole, unless forced.
+int load_whole(const std::string &name, bool force);
+
 // Runs a command that only reads on each of `line.files`. The worst of what happened is the status:
 // a body's k_exit_done beats its k_exit_refused (found in one, not in another), anything else beats
 // both.
