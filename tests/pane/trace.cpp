@@ -229,9 +229,15 @@ void insert_text() {
     sci_text(SCI_INSERTTEXT, position(), random_text(1 + draw(6)));
 }
 
+// A selection that is pushed on may leave the caret between CR and LF, where one component knows no
+// x.
 void add_text() {
     const std::string bytes = random_text(1 + draw(3));
     sci_text(SCI_ADDTEXT, static_cast<LRESULT>(bytes.size()), bytes);
+    const LRESULT caret = sci(SCI_GETCURRENTPOS);
+    if (sci(SCI_GETCHARAT, caret) == '\n' && sci(SCI_GETCHARAT, caret - 1) == '\r') {
+        sci(SCI_GOTOPOS, caret + 1);
+    }
 }
 
 void replace_selection() {
@@ -311,17 +317,26 @@ void zoom() {
     }
 }
 
+// What is undone in a group may be its own, or from before it.
+void change_in_group() {
+    sci(SCI_BEGINUNDOACTION);
+    for (uint32_t n = draw(6); n > 0; --n) {
+        draw(2) == 0 ? insert_text() : void(sci(draw(3) == 0 ? SCI_REDO : SCI_UNDO));
+    }
+    sci(SCI_ENDUNDOACTION);
+}
+
 void hide_selection() {
     sci(SCI_HIDESELECTION, draw(2));
 }
 
 void find() {
     static const char *const k_targets[] = {"word",     "PLAN",         "\xFF", "e ",
-                                            "\xC3\x89", "\xE2\x82\xAC", "some"};
+                                            "\xC3\x89", "\xE2\x82\xAC", "some", ""};
     Sci_TextToFind range = {};
     range.chrg.cpMin = static_cast<Sci_PositionCR>(position());
     range.chrg.cpMax = static_cast<Sci_PositionCR>(length());
-    range.lpstrText = k_targets[draw(6)];
+    range.lpstrText = k_targets[draw(8)];
     const LRESULT at = sci(SCI_FINDTEXT, draw(2) == 0 ? SCFIND_MATCHCASE : SCFIND_NONE,
                            reinterpret_cast<LPARAM>(&range));
     trace.told += " found " + std::to_string(at);
@@ -511,6 +526,7 @@ constexpr struct {
     {"replace selection", replace_selection, 3},
     {"replace target", replace_target, 3},
     {"insert output", insert_output, 1},
+    {"change in a group", change_in_group, 3},
     {"go to", go_to, 6},
     {"select", select_range, 5},
     {"send plain", send_plain, 16},
