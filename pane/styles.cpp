@@ -11,7 +11,7 @@ static struct CharacterName { wchar_t text[5]; } name;
 namespace {
 
 constexpr int k_points_per_inch = 72;
-constexpr int k_smallest_points = 2;
+constexpr int k_smallest_points = 1;
 constexpr int k_first_size = 8;
 constexpr wchar_t k_first_face[] = L"Verdana";
 
