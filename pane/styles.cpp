@@ -151,8 +151,8 @@ void set_widths(Styles *look) {
 }
 
 void set_height(Styles *look) {
-    int descent = 0;
-    look->ascent = 0;
+    int descent = 1;  // pixels, of the smallest fonts too
+    look->ascent = 1;
     for (uint32_t font = 0; font < look->font_count; ++font) {
         const Font &one = look->fonts[font];
         look->ascent = one.ascent > look->ascent ? one.ascent : look->ascent;
