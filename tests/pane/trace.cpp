@@ -622,8 +622,12 @@ void print_styles() {
 }
 
 // Where every position stands, with links in bold. (While steps are taken they are not: a key that
-// goes up or down keeps to where the caret was before the text was styled, or behind.)
+// goes up or down keeps to where the caret was before the text was styled, or behind.) In a font of
+// one pixel a blank has no width, and one component has no stops for its tabs.
 void print_places() {
+    if (sci(SCI_TEXTHEIGHT) <= 2) {
+        return;
+    }
     sci(SCI_STYLESETBOLD, 2, 1);
     settle();
     uint32_t places = 0;
