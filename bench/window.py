@@ -1,6 +1,7 @@
-"""window.py PROGRAM WEB ROUNDS: how soon the window is on the screen, and how much memory it took.
+"""window.py PROGRAM SMALL WEB ROUNDS: how soon the window is on the screen, and its memory.
 
-Starts Quorvane with a web and Wine's own notepad without a file, in turn, on the display at hand.
+Starts Quorvane with a web, as it is and beside the small editing component (SMALL), and Wine's own
+notepad without a file, in turn, on the display at hand.
 The time runs from starting the process to the MapNotify of its window. Prints a table in Markdown.
 """
 
@@ -63,9 +64,12 @@ def one_start(command, name, folder):
 
 
 def main():
-    program, web, rounds = Path(sys.argv[1]).resolve(), Path(sys.argv[2]).resolve(), int(sys.argv[3])
+    program, small, web = (Path(argument).resolve() for argument in sys.argv[1:4])
+    rounds = int(sys.argv[4])
+    opened = f"Quorvane, {web.stat().st_size:,} bytes"
     ways = {
-        f"Quorvane, {web.stat().st_size:,} bytes": (["wine", program, web.name], "Quorvane.exe"),
+        opened: (["wine", program, web.name], "Quorvane.exe"),
+        f"{opened}, small component": (["wine", small, web.name], "Quorvane.exe"),
         "notepad, no file": (["wine", "notepad"], "notepad.exe"),
     }
     found = {way: [] for way in ways}

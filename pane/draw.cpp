@@ -191,17 +191,23 @@ void draw_area(Pane *pane, HDC window, const RECT &area) {
 
 // Where the text that is seen ends.
 uint32_t seen_end(Pane *pane) {
-    const uint32_t last = pane->view.top + view_lines(pane);
-    const Row row = layout_row(pane, last);
-    return document_line_start(&pane->document, row.line + 1);
+    return layout_row_end(pane, pane->view.top + view_lines(pane));
+}
+
+// Styles may be narrower than those before, so that more is seen.
+void style_what_is_seen(Pane *pane) {
+    uint32_t end = 0;
+    do {
+        end = seen_end(pane);
+        layout_prepare_styled(pane, end);
+    } while (seen_end(pane) > end);
 }
 
 }  // namespace
 
 // Whatever voids more of the window comes first, so that it is drawn at once.
 void draw_pane(Pane *pane) {
-    layout_prepare(pane);
-    layout_prepare_styled(pane, seen_end(pane));
+    style_what_is_seen(pane);
     view_scroll_to(pane, static_cast<int>(pane->view.top));
     PAINTSTRUCT paint;
     HDC window = BeginPaint(pane->window, &paint);

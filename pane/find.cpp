@@ -13,6 +13,12 @@ bool same(const Search &search, uint32_t a, uint32_t b) {
     return a == b || (search.fold != nullptr && search.fold(a) == search.fold(b));
 }
 
+// An empty text is found where it is looked for.
+bool find_nothing(uint32_t from, Found *found) {
+    *found = {from, from};
+    return true;
+}
+
 // Where the match ends that begins at a position; 0 when none does.
 uint32_t match_end(const Gap *text, const Search &search, uint32_t at, uint32_t end) {
     const Gap target = target_text(search);
@@ -35,6 +41,9 @@ uint32_t match_end(const Gap *text, const Search &search, uint32_t at, uint32_t 
 }  // namespace
 
 bool find_forward(const Gap *text, const Search &search, uint32_t from, uint32_t to, Found *found) {
+    if (search.length == 0) {
+        return find_nothing(from, found);
+    }
     for (uint32_t at = from; at < to; at += character_at(text, at).size) {
         const uint32_t end = match_end(text, search, at, to);
         if (end != 0) {
@@ -46,6 +55,9 @@ bool find_forward(const Gap *text, const Search &search, uint32_t from, uint32_t
 }
 
 bool find_back(const Gap *text, const Search &search, uint32_t from, uint32_t to, Found *found) {
+    if (search.length == 0) {
+        return find_nothing(from, found);
+    }
     uint32_t at = from;
     while (at > to) {
         at -= character_before(text, at).size;

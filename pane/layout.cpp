@@ -193,6 +193,13 @@ Row layout_row(Pane *pane, uint32_t row) {
     return {line, part < parts ? part : parts - 1};
 }
 
+uint32_t layout_row_end(Pane *pane, uint32_t row) {
+    const Row place = layout_row(pane, row);
+    const Breaks *breaks = row_breaks(pane, place);
+    return place.part + 1 < breaks->count ? breaks->parts[place.part + 1].at
+                                          : document_line_start(&pane->document, place.line + 1);
+}
+
 uint32_t layout_position_in_row(Pane *pane, uint32_t row, int x, Near which) {
     const Row place = layout_row(pane, row);
     const Breaks *breaks = row_breaks(pane, place);

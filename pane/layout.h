@@ -48,6 +48,9 @@ struct Row {
 
 Row layout_row(Pane *pane, uint32_t row);
 
+// Where the next line of the screen begins, or the text ends.
+uint32_t layout_row_end(Pane *pane, uint32_t row);
+
 // The position nearest to an x on a line of the screen; or in front of the character that is there.
 enum class Near : uint8_t { edge, character };
 uint32_t layout_position_in_row(Pane *pane, uint32_t row, int x, Near which);

@@ -35,6 +35,21 @@ void drop_starts(Lines *lines, uint32_t line, uint32_t end) {
     }
 }
 
+// The first position from `at` to `end` that stands behind a CR or an LF; `end` + 1 without one.
+uint32_t behind_line_end(const Gap *text, uint32_t at, uint32_t end) {
+    while (at <= end) {
+        uint32_t count = end - at + 1;
+        const char *bytes = gap_piece(text, at - 1, &count);
+        for (uint32_t i = 0; i < count; ++i) {
+            if (bytes[i] == '\n' || bytes[i] == '\r') {
+                return at + i;
+            }
+        }
+        at += count;
+    }
+    return at;
+}
+
 }  // namespace
 
 bool lines_init(Lines *lines) {
@@ -88,10 +103,13 @@ void lines_inserted(Lines *lines, const Gap *text, uint32_t position, uint32_t c
     move_step(lines, line);
     drop_starts(lines, line, position + 1);
     lines->step += count;
-    for (uint32_t at = position > 0 ? position : 1; at <= position + count; ++at) {
+    const uint32_t end = position + count;
+    uint32_t at = behind_line_end(text, position > 0 ? position : 1, end);
+    while (at <= end) {
         if (begins_line(text, at)) {
             add_start(lines, line++, at);
         }
+        at = behind_line_end(text, at + 1, end);
     }
     gap_give_back(&lines->starts);  // room was made for CR and LF apart
 }

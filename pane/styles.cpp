@@ -11,7 +11,7 @@ static struct CharacterName { wchar_t text[5]; } name;
 namespace {
 
 constexpr int k_points_per_inch = 72;
-constexpr int k_smallest_points = 2;
+constexpr int k_smallest_points = 1;
 constexpr int k_first_size = 8;
 constexpr wchar_t k_first_face[] = L"Verdana";
 
@@ -151,8 +151,8 @@ void set_widths(Styles *look) {
 }
 
 void set_height(Styles *look) {
-    int descent = 0;
-    look->ascent = 0;
+    int descent = 1;  // pixels, of the smallest fonts too
+    look->ascent = 1;
     for (uint32_t font = 0; font < look->font_count; ++font) {
         const Font &one = look->fonts[font];
         look->ascent = one.ascent > look->ascent ? one.ascent : look->ascent;

@@ -41,11 +41,9 @@ bool goes_on(const Undo *undo, uint32_t position, uint32_t length, bool removal)
                    : position == last.position + last.length;
 }
 
-bool begins_step(Undo *undo, uint32_t position, uint32_t length, bool removal) {
+bool begins_step(const Undo *undo, uint32_t position, uint32_t length, bool removal) {
     if (undo->group_depth > 0) {
-        const bool first = undo->group_empty;
-        undo->group_empty = false;
-        return first;
+        return undo->done.count == 0 || undo_last(&undo->done).closed;
     }
     return !goes_on(undo, position, length, removal);
 }
@@ -70,12 +68,10 @@ void undo_forget(Undo *undo) {
     stack_free(&undo->done);
     stack_free(&undo->undone);
     undo->save_point = 0;
-    undo->group_empty = true;
 }
 
 void undo_begin_group(Undo *undo) {
     if (undo->group_depth++ == 0) {
-        undo->group_empty = true;
         close_last(&undo->done);
     }
 }

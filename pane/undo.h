@@ -27,7 +27,6 @@ struct Undo {
     UndoStack undone;
     uint32_t save_point;   // how many actions were done then; or k_no_save_point
     uint32_t group_depth;  // what happens in a group is one step
-    bool group_empty;
 };
 
 constexpr uint32_t k_no_save_point = 0xFFFFFFFF;  // it cannot be come to any more
@@ -38,7 +37,8 @@ void undo_init(Undo *undo);
 void undo_forget(Undo *undo);
 
 // What comes behind a group begins a step, even if nothing happened in the group, or what did was
-// undone.
+// undone; and so does what comes first in it. Where a group takes back a step from before it, what
+// comes next in it goes on with the step before that, unless a group ended there.
 void undo_begin_group(Undo *undo);
 void undo_end_group(Undo *undo);
 

@@ -38,6 +38,35 @@ bool may_break(const LineRange &line, uint32_t at) {
            (is_blank(*gap_item(line.text, at - 1)) && !is_blank(*gap_item(line.text, at)));
 }
 
+// Goes on over what nearly all text is: ASCII without tabs in the style of the character in front
+// of `here`, as far as it ends in front of `limit`. A long text is broken by this loop; it stays a
+// function, so that there are registers for all of it.
+[[gnu::noinline]] Break walk_plain(const LineRange &line, const Widths &widths, uint32_t limit,
+                                   Break here, Break *good) {
+    uint32_t count = line.end - here.at;
+    const char *styles = gap_piece(line.styles, here.at, &count);
+    const char *text = gap_piece(line.text, here.at, &count);
+    const char style = *gap_item(line.styles, here.at - 1);
+    const uint16_t *ascii = widths.ascii[style_at(line, here.at - 1)];
+    bool behind_blank = is_blank(*gap_item(line.text, here.at - 1));
+    uint32_t x = here.x;
+    uint32_t i = 0;
+    while (i < count && styles[i] == style) {
+        const uint8_t byte = static_cast<uint8_t>(text[i]);
+        const uint32_t end = byte < 0x80 && byte != '\t' ? x + ascii[byte] : limit;
+        if (end >= limit) {
+            break;
+        }
+        if (behind_blank && byte != ' ') {
+            *good = {here.at + i, x};
+        }
+        behind_blank = byte == ' ';
+        x = end;
+        ++i;
+    }
+    return {here.at + i, x};
+}
+
 }  // namespace
 
 void breaks_free(Breaks *breaks) {
@@ -81,7 +110,7 @@ void wrap_line(const LineRange &line, const Widths &widths, uint32_t room, Break
                 return;
             }
         }
-        here = {next, end};
+        here = walk_plain(line, widths, part.x + room, {next, end}, &good);
     }
 }
 

@@ -11,31 +11,31 @@ HEAD = '''// Made by scripts/make_class_runs.py from the categories of Unicode %
 
 namespace {
 
-// Where each run begins, times 4, and its CharacterClass.
-constexpr uint32_t k_runs[] = {
+// How long each run is, times 4, and its CharacterClass: seven bits a byte, the highest first, and
+// 0x80 in all but the last. Most runs take one byte.
+constexpr uint8_t k_runs[] = {
 '''
 
 TAIL = '''};
 
-constexpr uint32_t k_run_count = sizeof k_runs / sizeof k_runs[0];
-
 }  // namespace
 
 CharacterClass class_from_runs(uint32_t code) {
-    uint32_t low = 0;
-    uint32_t high = k_run_count;
-    while (high - low > 1) {
-        const uint32_t middle = low + (high - low) / 2;
-        if (k_runs[middle] >> 2 <= code) {
-            low = middle;
-        } else {
-            high = middle;
-        }
-    }
-    return static_cast<CharacterClass>(k_runs[low] & 3);
+    const uint8_t *next = k_runs;
+    uint32_t end = 0x80;
+    uint32_t run = 0;
+    do {
+        run = 0;
+        do {
+            run = run << 7 | (*next & 0x7FU);
+        } while ((*next++ & 0x80) != 0);
+        end += run >> 2;
+    } while (end <= code);
+    return static_cast<CharacterClass>(run & 3);
 }
 '''
 
+END = 0x110000
 SPACE, WORD, PUNCTUATION = 0, 2, 3
 ALIKE = {"Zs": SPACE, "Cc": SPACE, "Cf": SPACE}
 
@@ -48,12 +48,24 @@ def class_of(code):
 
 
 def runs():
-    last = None
-    for code in range(0x80, 0x110000):
+    """(class, length)"""
+    begin, last = 0x80, class_of(0x80)
+    for code in range(0x80, END):
         found = class_of(code)
         if found not in (None, last):
-            yield code << 2 | found
-            last = found
+            yield last, code - begin
+            begin, last = code, found
+    yield last, END - begin
 
 
-print(HEAD % unicodedata.unidata_version + ", ".join(f"0x{run:X}" for run in runs()) + TAIL, end="")
+def encode(run):
+    kind, length = run
+    value = length << 2 | kind
+    encoded = [value & 0x7F]
+    while value := value >> 7:
+        encoded.insert(0, value & 0x7F | 0x80)
+    return encoded
+
+
+encoded = ", ".join(f"0x{byte:02X}" for run in runs() for byte in encode(run))
+print(HEAD % unicodedata.unidata_version + encoded + TAIL, end="")

@@ -22,7 +22,8 @@ BUILT = ROOT / "build" / "handheld"
 QVX = ROOT / "build" / "native" / "cli" / "qvx"
 REPORT = 19
 LIMIT_OF_A_WAIT, LIMIT_OF_A_KEY = 60_000_000, 2_000_000
-PARAGRAPH = "a word of text " * 20 + "\n"
+SENTENCE = "a word of text " * 20
+PARAGRAPH = SENTENCE + "\n"
 
 
 def qvx(*arguments):
@@ -59,19 +60,19 @@ class Costs:
         with_web, without = self.start(name), self.start("")
         return (with_web[0] - without[0], with_web[1] - without[1])
 
-    def web_of_one_text(self, size):
-        """A web whose cell `body` has so many bytes, in paragraphs of 300."""
+    def web_of_one_text(self, size, paragraph=PARAGRAPH):
+        """A web whose cell `body` has so many bytes, in paragraphs of 300 unless others are said."""
         (self.folder / "text").write_text(
-            (PARAGRAPH * (size // len(PARAGRAPH) + 1))[:size], encoding="ascii")
+            (paragraph * (size // len(paragraph) + 1))[:size], encoding="ascii")
         web = self.folder / "one.qvx"
         web.unlink(missing_ok=True)
         qvx("new", web)
         qvx("set", web, "body", "--file", self.folder / "text")
         return web.name
 
-    def key(self, size):
+    def key(self, size, paragraph=PARAGRAPH):
         """One character typed into the text."""
-        return self.step(self.web_of_one_text(size), "tap-text body", "tap-text text",
+        return self.step(self.web_of_one_text(size, paragraph), "tap-text body", "tap-text text",
                          "tap 60 100", "type b", "wait 3000", "type a", check="expect text ba")
 
     def in_pointers(self):
@@ -88,6 +89,7 @@ class Costs:
             self.step("many.qvx", "tap-text text", "wait 1100"), LIMIT_OF_A_KEY
         yield "a key in a text of 4 KB", self.key(4_000), LIMIT_OF_A_KEY
         yield "a key in a text of 300 KB", self.key(300_000), LIMIT_OF_A_KEY
+        yield "a key in 300 KB without a line end", self.key(300_000, SENTENCE), LIMIT_OF_A_KEY
         yield "follow a link of the guide", \
             self.step("guide.qvx", "tap-text text", "tap-text first_steps"), LIMIT_OF_A_WAIT
         yield "show a text of 300 KB", \

@@ -230,4 +230,18 @@ TEST(Find, FirstAndLastMatchWithinItsBounds) {
     });
 }
 
+// As Scintilla has it: wherever it is looked for.
+TEST(Find, AnEmptyTextIsWhereTheSearchBegins) {
+    char bytes[] = "a";
+    const Gap text = {bytes, 1, 1, 1, 1};
+    for (const uint32_t from : {0U, 1U}) {
+        for (const auto find : {find_forward, find_back}) {
+            Found found = {9, 9};
+            ASSERT_TRUE(find(&text, {"", 0, nullptr}, from, 1 - from, &found)) << from;
+            ASSERT_EQ(found.start, from);
+            ASSERT_EQ(found.end, from);
+        }
+    }
+}
+
 }  // namespace

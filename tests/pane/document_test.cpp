@@ -109,7 +109,6 @@ struct Model {
     size_t now = 0;
     long saved = 0;  // the state that is saved; -1: none that can be come back to
     int depth = 0;
-    bool group_empty = true;
 };
 
 bool at_save_point(const Model &model) {
@@ -129,9 +128,8 @@ bool joins(const Model &model, const State &next) {
 }
 
 void note(Model *model, const State &next) {
-    const bool grouped = model->depth > 0;
-    const bool joined = grouped ? !model->group_empty && model->now > 0 : joins(*model, next);
-    model->group_empty = model->group_empty && !grouped;
+    const bool open = model->now > 0 && !model->states[model->now].closed;
+    const bool joined = model->depth > 0 ? open : joins(*model, next);
     model->saved = model->saved > static_cast<long>(model->now) ? -1 : model->saved;
     if (joined && at_save_point(*model)) {
         model->saved = -1;  // within a step
@@ -210,7 +208,6 @@ void group(Session *session) {
     Model *model = &session->model;
     const bool begin = model->depth == 0 || (model->depth == 1 && session->random(3) == 0);
     if (begin ? model->depth++ == 0 : --model->depth == 0) {
-        model->group_empty = model->group_empty || begin;
         close_step(model);
     }
     Undo *undo = &session->watched.document.undo;
