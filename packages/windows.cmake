@@ -25,13 +25,15 @@ foreach(licence IN LISTS licences)
 endforeach()
 add_custom_target(package_files DEPENDS ${texts} Quorvane QuorvaneOpen qvx)
 
-install(TARGETS Quorvane QuorvaneOpen qvx RUNTIME DESTINATION .)
+install(TARGETS qvx RUNTIME DESTINATION .)  # what is installed as a target is stripped
+install(PROGRAMS $<TARGET_FILE:Quorvane> $<TARGET_FILE:QuorvaneOpen> DESTINATION .)
 install(FILES ${scintilla_dll} ${PROJECT_SOURCE_DIR}/samples/guide.qvx
               ${CMAKE_CURRENT_BINARY_DIR}/readme.txt DESTINATION .)
 install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/licences DESTINATION .)
 
 set(CPACK_GENERATOR ZIP NSIS)
 set(CPACK_PACKAGE_FILE_NAME quorvane-${PROJECT_VERSION}-windows)
+set(CPACK_MODULE_PATH ${CMAKE_CURRENT_SOURCE_DIR}/windows)  # NSIS.template.in
 set(QUORVANE_ICON ${PROJECT_BINARY_DIR}/resources/quorvane.ico)
 configure_file(windows/generators.cmake.in generators.cmake @ONLY)
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_BINARY_DIR}/generators.cmake)

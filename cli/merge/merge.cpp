@@ -21,6 +21,7 @@ struct Version {
 
 // Records of options are too big for a frame.
 static struct MergeCommand {
+    std::string out, shown_name;  // messages name them as long as the program runs
     Version base, ours, theirs;
     MergedNotes merged;
     MergedOptions options;
@@ -105,7 +106,8 @@ bool reads_twice(const CommandLine &line) {
 }  // namespace
 
 int command_merge(const CommandLine &line) {
-    const std::string out = line.output.value_or("-");
+    merging.out = line.output.value_or("-");
+    const std::string &out = merging.out;
     if (reads_twice(line)) {
         host_message("standard input can be only one of the three webs");
         return k_exit_failed;
@@ -125,9 +127,7 @@ int command_merge(const CommandLine &line) {
     if (status != k_exit_done) {
         return status;
     }
-    const std::string name = line.shown_name.value_or(out);
-    host_name_file(name.c_str());
-    status = say_conflicts();
-    host_name_file("");
-    return status;
+    merging.shown_name = line.shown_name.value_or(out);
+    host_name_file(merging.shown_name.c_str());
+    return say_conflicts();
 }

@@ -23,6 +23,7 @@
 constexpr size_t k_file_max = 64U << 20;
 
 static struct Repair {
+    std::string out;  // messages name it as long as the program runs
     std::string bytes;
     SalvagedWeb web;
 } repair;
@@ -142,7 +143,8 @@ int claim(const CommandLine &line, const std::string &out) {
 }  // namespace
 
 int command_repair(const CommandLine &line) {
-    const std::string out = line.output.value_or("-");
+    repair.out = line.output.value_or("-");
+    const std::string &out = repair.out;
     int status = claim(line, out);
     if (status != k_exit_done) {
         return status;
@@ -154,7 +156,5 @@ int command_repair(const CommandLine &line) {
         }
         return status;
     }
-    status = say_damages(line, !line.dry_run && is_standard_stream(out.c_str()));
-    host_name_file("");
-    return status;
+    return say_damages(line, !line.dry_run && is_standard_stream(out.c_str()));
 }

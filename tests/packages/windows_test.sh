@@ -44,8 +44,8 @@ keys() {
     "$wine" reg query 'HKCU\Environment' | tr -d '\r'
 }
 disk() { find "$WINEPREFIX/drive_c/users" -not -path '*/Temp/*' | LC_ALL=C sort; }
-"$wine" reg add 'HKCU\Environment' /v Path /t REG_EXPAND_SZ /d 'C:\tools;%USERPROFILE%\bin' /f
-"$wine" reg add 'HKCU\Software\Classes\.qvx' /ve /d Somebody.Else /f
+"$wine" reg add 'HKCU\Environment' >>wine.log /v Path /t REG_EXPAND_SZ /d 'C:\tools;%USERPROFILE%\bin' /f
+"$wine" reg add 'HKCU\Software\Classes\.qvx' >>wine.log /ve /d Somebody.Else /f
 keys >keys.before
 disk >disk.before
 
@@ -69,12 +69,16 @@ in_windows=$(value 'Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvane
 
 # ---- A web opened by its type, from a folder whose path the program could not take --------------
 
-deep="$WINEPREFIX/drive_c/a folder with a rather long name/and in it another one of the kind/so"
-mkdir -p "$deep"
-cp "$root/samples/guide.qvx" "$deep/my web.qvx"
-"$wine" start /unix "$deep/my web.qvx" >>wine.log 2>&1 &
+# Wine's explorer does not look at what is registered for one user, so the command is run as it is.
+deep='a folder with a rather long name/and in it another one of the kind/so'
+mkdir -p "$WINEPREFIX/drive_c/$deep"
+cp "$root/samples/guide.qvx" "$WINEPREFIX/drive_c/$deep/my web.qvx"
+command=$(value 'Software\Classes\Quorvane.Web\shell\open\command' /ve)
+printf '%s\r\n' "${command/'%1'/"C:\\${deep//'/'/'\'}\\my web.qvx"}" >open.bat
+"$wine" cmd /c open.bat >>wine.log 2>&1 &
 is_open() { xdotool search --onlyvisible --name '^Quorvane - my web'; }
 wait_until 40 is_open || die "A web does not open by its type."
+xdotool search --onlyvisible --name '^Quorvane - my web' windowfocus --sync
 xdotool key ctrl+q
 is_gone() { ! is_open; }
 wait_until 20 is_gone || die "The window stays."
