@@ -16,7 +16,7 @@ struct CommandLine {
     bool zero = false;     // NUL behind each name
     bool json = false;
 
-    // set
+    // set, append, script
     std::optional<std::string> text;
     std::optional<std::string> text_file;
 
@@ -28,4 +28,12 @@ struct CommandLine {
     uint8_t type = 0;     // ReportType
     uint8_t newline = 0;  // Newline; show, too
     bool all = false;
+
+    // show, cat, rm
+    std::vector<std::string> cells;
+
+    // append; option and value: what is set
+    std::optional<std::string> more_text;  // "-" for standard input
+    std::optional<std::string> name;       // of an option
+    std::optional<std::string> value;
 };

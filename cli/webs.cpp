@@ -3,6 +3,7 @@
 #include "cli/differences.h"
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/saved_options.h"
 #include "cli/shown.h"
 #include "cli/web_file.h"
 #include "core/errors.h"
@@ -143,10 +144,12 @@ int load_to_read(const std::string &name) {
 }
 
 int load_to_write(const CommandLine &line, const std::string &target) {
-    int status = web_lock(target.c_str(), target == line.file);
-    if (status == k_exit_done) {
-        status = web_load(line.file.c_str());
-    }
+    const int status = web_lock(target.c_str(), target == line.file);
+    return status == k_exit_done ? load_to_change(line) : status;
+}
+
+int load_to_change(const CommandLine &line) {
+    const int status = web_load(line.file.c_str());
     if (status != k_exit_done || web_read_was_whole() || line.force) {
         return status;
     }
@@ -186,6 +189,7 @@ int change_web(const CommandLine &line, const ChangingBody &body) {
     if (status != k_exit_done) {
         return status;
     }
+    const SavedOptions options = saved_options();
     const Notes before = notes_of_web();
     Notes after = before;
     status = body(&after);
@@ -197,9 +201,11 @@ int change_web(const CommandLine &line, const ChangingBody &body) {
     }
     if (line.dry_run) {
         print_differences(before, notes_of_web());
+        print_option_differences(options, saved_options());
         return k_exit_done;
     }
-    if (before == notes_of_web() && !is_standard_stream(line.file.c_str())) {
+    if (before == notes_of_web() && options == saved_options() &&
+        !is_standard_stream(line.file.c_str())) {
         return k_exit_done;
     }
     return web_save(line.file.c_str());

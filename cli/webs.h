@@ -15,6 +15,9 @@ int load_to_read(const std::string &name);
 // until this program ends. Refused when it cannot be read whole, unless --force is given.
 int load_to_write(const CommandLine &line, const std::string &target);
 
+// The same without keeping others from it, for a look at what is going to be changed later.
+int load_to_change(const CommandLine &line);
+
 // Runs a command that only reads on each of `line.files`. The worst of what happened is the status:
 // a body's k_exit_done beats its k_exit_refused (found in one, not in another), anything else beats
 // both.
@@ -24,9 +27,10 @@ int read_webs(const CommandLine &line, const ReadingBody &body);
 // The same for a command that takes one web, `line.file`.
 int read_web(const CommandLine &line, const ReadingBody &body);
 
-// Runs a command that changes the web `line.file`: all of what the body does to the notes, or, when
-// it returns anything but k_exit_done, nothing. Notes that are as before are not written, except to
-// standard output. With --dry-run the differences are printed and nothing is written.
+// Runs a command that changes the web `line.file`: all of what the body does to the notes and to
+// the saved options, or, when it returns anything but k_exit_done, nothing. A web that is as before
+// is not written, except to standard output. With --dry-run the differences are printed and nothing
+// is written.
 using ChangingBody = std::function<int(Notes *notes)>;
 int change_web(const CommandLine &line, const ChangingBody &body);
 
