@@ -25,6 +25,9 @@ void print(std::string_view text) {
 std::string json_text(const nlohmann::ordered_json &value, int indent) {
     const std::string text =
         value.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace);
+    if (text.find_first_of("\x7f\xc2") == std::string::npos) {
+        return text;
+    }
     std::string escaped;
     for (size_t i = 0; i < text.size(); ++i) {
         const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
