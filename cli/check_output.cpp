@@ -3,7 +3,7 @@
 
 #include "cli/commands.h"
 #include "cli/exit_status.h"
-#include "cli/host_qvx.h"
+#include "cli/print.h"
 #include "cli/shown.h"
 
 #include <nlohmann/json.hpp>
@@ -72,10 +72,6 @@ nlohmann::ordered_json as_json(const CheckedFile &file) {
     return document;
 }
 
-void print(const std::string &text) {
-    host_print(text.data(), static_cast<uint32_t>(text.size()));
-}
-
 }  // namespace
 
 // Reading has recovery points of its own and nothing else here takes blocks, so that this command
@@ -94,8 +90,7 @@ int command_check(const CommandLine &line) {
         }
     }
     if (line.json) {
-        // Names are bytes; what is no UTF-8 comes out as the replacement character.
-        print(documents.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
+        print(json_text(documents, 2) + "\n");
     }
     return status;
 }

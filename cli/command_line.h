@@ -16,7 +16,7 @@ struct CommandLine {
     bool zero = false;     // NUL behind each name
     bool json = false;
 
-    // set
+    // set, append, script
     std::optional<std::string> text;
     std::optional<std::string> text_file;
 
@@ -49,4 +49,11 @@ struct CommandLine {
     std::optional<std::string> our_label;
     std::optional<std::string> their_label;
     std::optional<std::string> shown_name;  // in place of the output's in messages
+    // show, cat, rm
+    std::vector<std::string> cells;
+
+    // append; option and value: what is set
+    std::optional<std::string> more_text;  // "-" for standard input
+    std::optional<std::string> name;       // of an option
+    std::optional<std::string> value;
 };

@@ -31,7 +31,8 @@ static struct Host {
     bool holds_messages;
     const char *held_message;
     const char *held_reason;
-} host = {"", "", 0, 0, false, 0, false, "", ""};
+    std::string *kept_console;  // null: goes to standard output
+} host = {"", "", 0, 0, false, 0, false, "", "", nullptr};
 
 namespace {
 
@@ -53,6 +54,14 @@ const char *reason_of(int error) {
 void note_lost_output(bool lost) {
     if (lost && host.output_error == 0) {
         host.output_error = errno != 0 ? errno : EIO;
+    }
+}
+
+void print_on_console(const char *bytes, uint32_t count) {
+    if (host.kept_console != nullptr) {
+        host.kept_console->append(bytes, count);
+    } else {
+        host_print(bytes, count);
     }
 }
 
@@ -109,6 +118,10 @@ void host_select(const char *text) {
 
 void host_console_newline(uint8_t mode) {
     host.newline = mode;
+}
+
+void host_keep_console(std::string *into) {
+    host.kept_console = into;
 }
 
 void host_print(const char *bytes, uint32_t count) {
@@ -175,7 +188,7 @@ void console_clear() {
 // The engine inserts where the last insertion ended, so the position is always that of the output.
 void console_insert(uint32_t, const char *bytes, uint32_t count) {
     if (host.newline == 0) {
-        host_print(bytes, count);
+        print_on_console(bytes, count);
         return;
     }
     for (uint32_t i = 0; i < count; ++i) {
@@ -183,7 +196,7 @@ void console_insert(uint32_t, const char *bytes, uint32_t count) {
         host.last = bytes[i];
         if (!console_drops(bytes[i], before)) {
             const bool turned = host.newline == k_newline_cr && bytes[i] == '\n';
-            host_print(turned ? "\r" : &bytes[i], 1);
+            print_on_console(turned ? "\r" : &bytes[i], 1);
         }
     }
 }

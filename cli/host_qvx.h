@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 // The file that messages name from now on; "" for none. The string is kept, not copied.
 void host_name_file(const char *name);
@@ -26,6 +27,9 @@ void host_select(const char *text);
 
 // Line ends of the console (Newline of web/options.h); 0 leaves the bytes alone.
 void host_console_newline(uint8_t mode);
+
+// From now on the console's bytes are added to the string; null: they go to standard output.
+void host_keep_console(std::string *into);
 
 // Writes bytes to standard output.
 void host_print(const char *bytes, uint32_t count);

@@ -39,7 +39,9 @@ void run_body(void *) {
 int run_command() {
     start_engine();
     if (recovery_run(run_body, nullptr) < 0) {
-        host_name_file(run.line.file.c_str());
+        if (!run.line.file.empty()) {
+            host_name_file(run.line.file.c_str());
+        }
         program_recover();
         run.status = k_exit_memory;
     }

@@ -2,7 +2,6 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
-#include "cli/shown.h"
 #include "cli/web_file.h"
 #include "core/block_arena.h"
 #include "core/errors.h"
@@ -12,8 +11,6 @@
 #include <cstring>
 
 constexpr uint32_t k_arena_chars = k_block_count * k_text_block_chars;
-
-static struct NewText { std::string bytes; } text;
 
 namespace {
 
@@ -28,76 +25,59 @@ int fail_with(const char *message) {
 }
 
 // Reads on while there is a chance that the arena takes what came so far: a file may be endless.
-int read_from(FILE *file) {
+int read_from(FILE *file, std::string *text) {
     char bytes[1024];
     size_t n = 0;
     while ((n = fread(bytes, 1, sizeof bytes, file)) > 0) {
         if (memchr(bytes, 0, n) != nullptr) {
             return refuse_with("a text cannot hold NUL characters", k_exit_refused);
         }
-        text.bytes.append(bytes, n);
-        if (text.bytes.size() > k_arena_chars) {
+        text->append(bytes, n);
+        if (text->size() > k_arena_chars) {
             return refuse_with(error_message(k_out_of_memory), k_exit_memory);
         }
     }
     return ferror(file) == 0 ? k_exit_done : fail_with("cannot be read");
 }
 
+// An argument "-" stands for standard input, the value of --text for itself.
+const std::string *text_file_of(const CommandLine &line) {
+    if (line.more_text == "-") {
+        return &*line.more_text;
+    }
+    return line.text_file ? &*line.text_file : nullptr;
+}
+
 }  // namespace
 
-int new_text_take(const CommandLine &line) {
-    if (!line.text_file) {
-        text.bytes = line.text.value_or("");
+bool has_new_text(const CommandLine &line) {
+    return line.text || line.text_file || line.more_text;
+}
+
+int take_new_text(const CommandLine &line, std::string *text) {
+    const std::string *name = text_file_of(line);
+    if (name == nullptr) {
+        *text = line.text ? *line.text : line.more_text.value_or("");
         return k_exit_done;
     }
-    const char *name = line.text_file->c_str();
-    host_name_file(name);
-    if (is_standard_stream(name)) {
-        if (is_standard_stream(line.file.c_str())) {
-            return refuse_with("the web and the text cannot both be read here", k_exit_failed);
-        }
-        return read_from(stdin);
+    if (is_standard_stream(name->c_str()) && is_standard_stream(line.file.c_str())) {
+        host_name_file(name->c_str());
+        return refuse_with("the web and the text cannot both be read here", k_exit_failed);
     }
-    FILE *file = file_open(name, "rb");
+    return read_text_file(*name, text);
+}
+
+int read_text_file(const std::string &name, std::string *text) {
+    host_name_file(name.c_str());
+    text->clear();
+    if (is_standard_stream(name.c_str())) {
+        return read_from(stdin, text);
+    }
+    FILE *file = file_open(name.c_str(), "rb");
     if (file == nullptr) {
         return fail_with("cannot be opened");
     }
-    const int status = read_from(file);
+    const int status = read_from(file, text);
     fclose(file);
     return status;
-}
-
-const char *new_text_bytes() {
-    return text.bytes.data();
-}
-
-uint32_t new_text_size() {
-    return static_cast<uint32_t>(text.bytes.size());
-}
-
-bool new_text_equals(BlockHandle head) {
-    const std::string there = text_bytes(head);
-    size_t at = 0;
-    char before = 0;
-    for (const char ch : text.bytes) {
-        if (ch == '\n' && before != '\r') {
-            at += at < there.size() && there[at] == '\r' ? 1u : 0u;
-        }
-        if (at >= there.size() || there[at] != ch) {
-            return false;
-        }
-        ++at;
-        before = ch;
-    }
-    return at == there.size();
-}
-
-uint32_t new_text_bare_line_feeds() {
-    uint32_t count = 0;
-    char before = 0;
-    for (const char ch : text.bytes) {
-        count += ch == '\n' && before != '\r' ? 1u : 0u;
-        before = ch;
-    }
-    return count;
 }

@@ -1,20 +1,16 @@
-// The text that `qvx set` is to store, from the command line, a file or standard input.
+// The text that a command is given, on the command line, in a file or on standard input.
 #pragma once
 
 #include "cli/command_line.h"
-#include "core/block_arena.h"
 
-#include <cstdint>
+#include <string>
+
+// True when the command line has a text, or says where one is.
+bool has_new_text(const CommandLine &line);
 
 // Takes the text in; an exit status, after saying what is wrong with it. A text holds no NUL
 // characters and no more than the arena.
-int new_text_take(const CommandLine &line);
+int take_new_text(const CommandLine &line, std::string *text);
 
-const char *new_text_bytes();
-uint32_t new_text_size();
-
-// True when a text is this one already, as it is when it comes back from a file.
-bool new_text_equals(BlockHandle head);
-
-// The line feeds with no carriage return before them: a web file gives them back with one.
-uint32_t new_text_bare_line_feeds();
+// The same for a file or, as "-", standard input.
+int read_text_file(const std::string &name, std::string *text);

@@ -94,12 +94,12 @@ std::string with_crlf(std::string_view bytes) {
 
 std::string with_lf(std::string_view bytes) {
     std::string shorter;
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') {
-            shorter += bytes[i];
-        }
+    shorter.reserve(bytes.size());
+    size_t begin = 0;
+    for (size_t at; (at = bytes.find("\r\n", begin)) != std::string_view::npos; begin = at + 1) {
+        shorter.append(bytes, begin, at - begin);
     }
-    return shorter;
+    return shorter.append(bytes, begin);
 }
 
 std::vector<std::string_view> lines_of(std::string_view text) {

@@ -17,8 +17,8 @@ namespace {
 
 constexpr const char *k_version = "qvx " QUORVANE_VERSION;
 
-// Where several values may come, the library takes "[a,b]" for two. A guard in front of it makes it
-// one; it is taken away again behind the library.
+// Where several values may come, the library takes "[a,b]" for two and "{}" for none. A guard in
+// front of it makes it one; it is taken away again behind the library.
 constexpr char k_guard = '\1';
 
 std::map<std::string, uint8_t> words_of(WordsFunction words) {
@@ -98,7 +98,8 @@ void add_command(CLI::App *app, const CommandGroup &group, const CommandRow &row
 
 void guard_brackets(std::vector<std::string> *arguments) {
     for (std::string &argument : *arguments) {
-        if (argument.starts_with('[') || argument.starts_with(k_guard)) {
+        if (argument.starts_with('[') || argument.starts_with('{') ||
+            argument.starts_with(k_guard)) {
             argument.insert(argument.begin(), k_guard);
         }
     }

@@ -16,6 +16,8 @@ static struct Print {
 
 namespace {
 
+constexpr char k_hex[] = "0123456789abcdef";
+
 bool on_terminal() {
     if (print_state.terminal == Print::Asked::not_yet) {
         print_state.terminal = output_is_terminal() ? Print::Asked::yes : Print::Asked::no;
@@ -33,8 +35,33 @@ void print(std::string_view text) {
     host_print(text.data(), static_cast<uint32_t>(text.size()));
 }
 
+std::string json_text(const nlohmann::ordered_json &value, int indent) {
+    const std::string text =
+        value.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace);
+    if (text.find_first_of("\x7f\xc2") == std::string::npos) {
+        return text;
+    }
+    std::string escaped;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        if (text[i] == '\x7f') {
+            escaped += "\\u007f";
+        } else if (text[i] == '\xc2' && next >= 0x80 && next < 0xa0) {
+            escaped += {'\\', 'u', '0', '0', next < 0x90 ? '8' : '9', k_hex[next & 15]};
+            ++i;
+        } else {
+            escaped += text[i];
+        }
+    }
+    return escaped;
+}
+
 void print_json(const nlohmann::ordered_json &value) {
-    print(value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
+    print(json_text(value, -1) + "\n");
+}
+
+void print_text(const std::string &text) {
+    print(output_is_terminal() ? printable(text, true) : text);
 }
 
 void print_name(std::string_view name, bool zero) {

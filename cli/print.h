@@ -8,11 +8,18 @@
 
 void print(std::string_view text);
 
-// One line of JSON. Bytes that are no UTF-8 come out as the replacement character.
+// JSON on one line, or with `indent` not negative on several. Bytes that are no UTF-8 come out as
+// the replacement character, and control characters as \uNNNN, so that a terminal may have it.
+std::string json_text(const nlohmann::ordered_json &value, int indent);
+
+// One line of JSON.
 void print_json(const nlohmann::ordered_json &value);
 
 // The text as standard output takes it: on a terminal its control characters are spelled out.
 std::string shown(std::string_view text);
+// A text of several lines. On a terminal its control characters are spelled out, line ends and tabs
+// apart.
+void print_text(const std::string &text);
 
 // A name, and NUL (`zero`) or a line end. On a terminal, which must not take a name for orders, its
 // control characters are spelled out, unless NUL ends it.

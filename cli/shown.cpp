@@ -1,7 +1,7 @@
 #include "cli/shown.h"
 
-#include "cli/host_qvx.h"
 #include "core/text.h"
+#include "platform/program.h"
 #include "web/options.h"
 
 namespace {
@@ -16,24 +16,31 @@ size_t control_size(const std::string &bytes, size_t at) {
     return first == 0xC2 && second >= 0x80 && second < 0xA0 ? 2 : 0;
 }
 
+// A tab, or a piece of a line end.
+bool shapes_text(const std::string &bytes, size_t at) {
+    return bytes[at] == '\t' || bytes[at] == '\n' || bytes.compare(at, 2, "\r\n") == 0;
+}
+
 const char *line_end(uint8_t newline) {
     switch (newline) {
     case k_newline_lf:
         return "\n";
     case k_newline_cr:
         return "\r";
-    default:
+    case k_newline_crlf:
         return "\r\n";
+    default:
+        return k_native_crlf ? "\r\n" : "\n";
     }
 }
 
 }  // namespace
 
-std::string printable(const std::string &bytes) {
+std::string printable(const std::string &bytes, bool keeps_lines) {
     constexpr char k_hex[] = "0123456789abcdef";
     std::string shown;
     for (size_t i = 0; i < bytes.size();) {
-        size_t hidden = control_size(bytes, i);
+        size_t hidden = keeps_lines && shapes_text(bytes, i) ? 0 : control_size(bytes, i);
         if (hidden == 0) {
             shown += bytes[i++];
         }
@@ -51,20 +58,16 @@ std::string text_bytes(BlockHandle head) {
     return bytes;
 }
 
-void print_bytes(BlockHandle head) {
-    for (BlockHandle h = head; h != 0; h = block_next(h)) {
-        host_print(text_block_chars(h), block_used(h));
-    }
-}
-
-void print_lines(BlockHandle head, uint8_t newline) {
-    const std::string bytes = text_bytes(head);
+std::string in_line_ends(const std::string &bytes, uint8_t newline) {
     const std::string end = line_end(newline);
     std::string shown;
     size_t begin = 0;
     for (size_t at; (at = bytes.find("\r\n", begin)) != std::string::npos; begin = at + 2) {
         shown.append(bytes, begin, at - begin).append(end);
     }
-    shown.append(bytes, begin);
-    host_print(shown.data(), static_cast<uint32_t>(shown.size()));
+    return shown.append(bytes, begin);
+}
+
+uint8_t json_newline(uint8_t newline) {
+    return newline != 0 ? newline : uint8_t{k_newline_lf};
 }

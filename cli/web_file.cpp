@@ -68,6 +68,12 @@ bool finish_cut_off_save(const char *name) {
     return file != nullptr;
 }
 
+bool has_successor(const char *name) {
+    const char *successor = file_successor(name);
+    std::error_code error;
+    return *successor != 0 && fs::exists(path_of(successor), error);
+}
+
 int lock_status(LockResult result) {
     switch (result) {
     case LockResult::held:
@@ -106,15 +112,18 @@ int web_lock(const char *name, bool must_exist) {
     return result == LockResult::missing && !must_exist ? k_exit_done : lock_status(result);
 }
 
+bool web_is_there(const char *name) {
+    std::error_code error;
+    return !is_standard_stream(name) &&
+           (fs::exists(fs::symlink_status(path_of(name), error)) || has_successor(name));
+}
+
 int web_claim(const char *name) {
     host_name_file(name);
     if (is_standard_stream(name)) {
         return k_exit_done;
     }
-    const char *successor = file_successor(name);
-    std::error_code error;
-    const bool taken = *successor != 0 && fs::exists(path_of(successor), error);
-    const LockResult result = taken ? LockResult::busy : lock_new_file(name);
+    const LockResult result = has_successor(name) ? LockResult::busy : lock_new_file(name);
     if (result == LockResult::busy) {
         host_message("file exists");
         return k_exit_refused;

@@ -16,6 +16,10 @@ int web_lock(const char *name, bool must_exist);
 // The same for a file that does not exist yet: makes it, empty. Refused when anything is there.
 int web_claim(const char *name);
 
+// True when the path has a file, or one that a save was cut off from putting there; never for a
+// standard stream.
+bool web_is_there(const char *name);
+
 // Removes the empty file of a web_claim() whose web was not saved.
 void web_give_up(const char *name);
 

@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/saved_options.h"
 #include "cli/shown.h"
 #include "cli/web_file.h"
 #include "core/errors.h"
@@ -187,6 +188,7 @@ int change_web(const CommandLine &line, const ChangingBody &body, const ShowingB
     if (status != k_exit_done) {
         return status;
     }
+    const SavedOptions options = saved_options();
     const Notes before = notes_of_web();
     Notes after = before;
     status = body(&after);
@@ -198,9 +200,11 @@ int change_web(const CommandLine &line, const ChangingBody &body, const ShowingB
     }
     if (line.dry_run) {
         show(before, notes_of_web());
+        print_option_differences(options, saved_options());
         return k_exit_done;
     }
-    if (before == notes_of_web() && !is_standard_stream(line.file.c_str())) {
+    if (before == notes_of_web() && options == saved_options() &&
+        !is_standard_stream(line.file.c_str())) {
         return k_exit_done;
     }
     return web_save(line.file.c_str());

@@ -29,10 +29,10 @@ int read_webs(const CommandLine &line, const ReadingBody &body);
 // The same for a command that takes one web, `line.file`.
 int read_web(const CommandLine &line, const ReadingBody &body);
 
-// Runs a command that changes the web `line.file`: all of what the body does to the notes, or, when
-// it returns anything but k_exit_done, nothing. Notes that are as before are not written, except to
-// standard output. With --dry-run the differences are printed, unless the command has another way
-// to show them, and nothing is written.
+// Runs a command that changes the web `line.file`: all of what the body does to the notes and to
+// the saved options, or, when it returns anything but k_exit_done, nothing. A web that is as before
+// is not written, except to standard output. With --dry-run the differences are printed, unless the
+// command has another way to show them, and nothing is written.
 using ChangingBody = std::function<int(Notes *notes)>;
 using ShowingBody = std::function<void(const Notes &before, const Notes &after)>;
 int change_web(const CommandLine &line, const ChangingBody &body,

@@ -42,7 +42,7 @@ ENGINE = {"core", "web", "report", "file", "program"}
 # words.
 ONLY = {
     ("cli", "pane"): {"pane/characters.h"},
-    ("cli", "platform"): {"platform/lock.h", "platform/program.h"},
+    ("cli", "platform"): {"platform/editor.h", "platform/lock.h", "platform/program.h"},
     ("platform", "core"): {"core/host_files.h"},
     ("shell", "desktop"): {"desktop/frame.h"},
     ("handheld", "desktop"): {"desktop/frame.h"},
