@@ -1,11 +1,13 @@
 #include "cli/command_table.h"
 
+#include "cli/browse/commands.h"
 #include "cli/web_commands.h"
 
 namespace {
 
 const CommandGroup k_groups[] = {
     {"Webs and cells", k_web_commands},
+    {"In the terminal", k_browse_commands},
 };
 
 }  // namespace
