@@ -1,5 +1,7 @@
 #include "cli/browse/edit_text.h"
 
+#include "cli/browse/terminal.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -64,7 +66,8 @@ bool read_file(const std::string &path, std::string *text) {
     _exit(127);
 }
 
-// A signal to this program ends the editor, too: the terminal has gone, or the user's session.
+// What ends this program ends the editor, too: the terminal has gone, or the user's session. Other
+// signals, of a terminal that has another size now, are none of its business.
 bool editor_succeeds(const std::string &path) {
     const pid_t child = fork();
     if (child < 0) {
@@ -78,7 +81,9 @@ bool editor_succeeds(const std::string &path) {
         if (errno != EINTR) {
             return false;
         }
-        kill(child, SIGHUP);
+        if (terminal_hung_up() != 0) {
+            kill(child, SIGHUP);
+        }
     }
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }

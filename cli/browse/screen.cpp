@@ -240,7 +240,7 @@ std::string scroll_position() {
 std::string state_left() {
     const std::string name = current_cell() != 0 ? text_bytes(cell_name(current_cell())) : "";
     const std::string mark = web_changed() ? "* " : "";
-    return mark + name + "  " + doc_current_display_name();
+    return mark + name + " (" + doc_current_display_name() + ")";
 }
 
 void draw_state(int row) {
@@ -358,7 +358,13 @@ void screen_draw() {
 
 void screen_reveal(size_t at) {
     place_parts(std::max(terminal_rows() - place_bottom(), 0));
+    const size_t top = screen.text.top;
     pane_reveal(&screen.text, at);
+    if (screen.text.top != top) {
+        const long row = static_cast<long>(pane_row_of(screen.text, at));
+        pane_scroll(&screen.text,
+                    row - screen.text.height / 2 - static_cast<long>(screen.text.top));
+    }
 }
 
 Place screen_place(int row, int column) {

@@ -31,7 +31,7 @@ void screen_question(std::string text);
 
 void screen_draw();
 
-// Scrolls the text to a byte, on the screen as it is now.
+// Scrolls the text to a byte, on the screen as it is now; to the middle when it has to scroll.
 void screen_reveal(size_t at);
 
 // What stands at a place of the screen: a byte of a pane's text, or an item of the list. Behind the

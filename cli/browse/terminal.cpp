@@ -17,10 +17,10 @@
 
 static struct Terminal {
     bool open = false;
-    bool lent = false;
     bool colours = false;
     volatile sig_atomic_t signal = 0;
-    bool gone = false;  // reading from it failed
+    bool gone = false;           // nothing comes from it any more
+    struct sigaction stop_here;  // what curses does when the program is stopped
 } terminal;
 
 namespace {
@@ -119,8 +119,23 @@ uint32_t special_key(int key) {
     return k_key_other;
 }
 
+// What begins with Escape and is no key that is known here: none of its characters is a key.
+bool swallow_sequence() {
+    nodelay(stdscr, TRUE);
+    wint_t ch = 0;
+    const bool follows = get_wch(&ch) == OK;
+    bool more = follows && (ch == '[' || ch == 'O');
+    while (more && get_wch(&ch) == OK) {
+        more = ch < '@' || ch > '~';
+    }
+    nodelay(stdscr, FALSE);
+    return follows;
+}
+
 uint32_t character_key(uint32_t ch) {
     switch (ch) {
+    case k_key_escape:
+        return swallow_sequence() ? k_key_other : k_key_escape;
     case '\t':
         return k_key_tab;
     case '\n':
@@ -179,14 +194,21 @@ void terminal_close() {
     }
 }
 
+// The other program's user interrupts and stops that one; this one stops with it.
 void terminal_lend() {
     def_prog_mode();
     endwin();
-    terminal.lent = true;
+    struct sigaction action = {};
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGQUIT, &action, nullptr);
+    action.sa_handler = SIG_DFL;
+    sigaction(SIGTSTP, &action, &terminal.stop_here);
 }
 
 void terminal_take_back() {
-    terminal.lent = false;
+    sigaction(SIGTSTP, &terminal.stop_here, nullptr);
+    catch_signals();
     reset_prog_mode();
     clearok(stdscr, TRUE);
     refresh();
@@ -211,7 +233,7 @@ Key terminal_key() {
     if (kind == OK) {
         return {character_key(ch), 0, 0};
     }
-    terminal.gone = errno != EINTR && errno != EILSEQ;
+    terminal.gone = errno != EINTR && isatty(STDIN_FILENO) == 0;
     return {terminal_hung_up() != 0 ? uint32_t{k_key_hung_up} : uint32_t{k_key_other}, 0, 0};
 }
 

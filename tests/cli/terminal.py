@@ -2,7 +2,7 @@
 
 import fcntl
 import os
-import pty
+import pathlib
 import select
 import signal
 import struct
@@ -21,7 +21,8 @@ SECONDS = 20
 
 
 def click(row, column):
-    return b"\x1b[M " + bytes([33 + column, 33 + row])
+    place = bytes([33 + column, 33 + row])
+    return b"\x1b[M " + place + b"\x1b[M#" + place
 
 
 class Terminal:
@@ -31,13 +32,16 @@ class Terminal:
         self.screen = pyte.Screen(columns, rows)
         self.stream = pyte.ByteStream(self.screen)
         self.output = b""
-        self.process, self.master = pty.fork()
+        self.master, self.slave = os.openpty()
+        self._resize(self.master, rows, columns)
+        self.process = os.fork()
         if self.process == 0:
-            self._resize(0, rows, columns)
+            os.close(self.master)
+            os.login_tty(self.slave)
             base = {"PATH": os.environ["PATH"], "LANG": "C.UTF-8", "TERM": TERM,
                     "HOME": os.getcwd()}
             os.execve(arguments[0], arguments, {**base, **environment})
-        self._read_for(0.2)
+        self._read_while_busy()
 
     @staticmethod
     def _resize(terminal, rows, columns):
@@ -55,15 +59,32 @@ class Terminal:
             self.output += data
             self.stream.feed(data)
 
+    def _is_busy(self):
+        """Keys wait to be read, or the program is at work."""
+        waiting = struct.unpack("i", fcntl.ioctl(self.slave, termios.FIONREAD, bytes(4)))[0]
+        try:
+            status = pathlib.Path(f"/proc/{self.process}/stat").read_text(encoding="ascii")
+        except OSError:
+            return False
+        return waiting > 0 or status.rpartition(")")[2].split()[0] in "RD"
+
+    def _read_while_busy(self):
+        """Until the program waits for keys. Escape alone is one when nothing has followed."""
+        end = time.monotonic() + SECONDS
+        quiet = 0
+        while quiet < 3 and time.monotonic() < end:
+            quiet = 0 if self._is_busy() else quiet + 1
+            self._read_for(0.02)
+
     def type(self, *keys):
         for key in keys:
             os.write(self.master, key if isinstance(key, bytes) else key.encode())
-            self._read_for(0.08)
+            self._read_while_busy()
 
     def resize(self, rows, columns):
         self.screen.resize(rows, columns)
         self._resize(self.master, rows, columns)
-        self._read_for(0.2)
+        self._read_while_busy()
 
     def lines(self):
         return self.screen.display
@@ -112,6 +133,7 @@ class Terminal:
         raise AssertionError("it has not ended")
 
     def hang_up(self):
+        os.close(self.slave)
         os.close(self.master)
         self.master = -1
 
@@ -120,4 +142,4 @@ class Terminal:
             os.kill(self.process, signal.SIGKILL)
             os.waitpid(self.process, 0)
         if self.master >= 0:
-            os.close(self.master)
+            self.hang_up()
