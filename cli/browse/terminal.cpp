@@ -2,7 +2,6 @@
 
 #include "cli/print.h"
 
-#include <cerrno>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -14,18 +13,20 @@
 #include <curses.h>
 #include <langinfo.h>
 #include <unistd.h>
+#include <wchar.h>
 
 static struct Terminal {
     bool open = false;
     bool colours = false;
     volatile sig_atomic_t signal = 0;
-    bool gone = false;           // nothing comes from it any more
+    int failures = 0;            // of reading, one behind the other
     struct sigaction stop_here;  // what curses does when the program is stopped
 } terminal;
 
 namespace {
 
 constexpr int k_escape_milliseconds = 25;
+constexpr int k_failures_max = 100;  // signals interrupt a few; a terminal that has gone, all
 constexpr short k_link_pair = 1;
 constexpr int k_own_keys = 2000;  // numbers that curses does not use
 
@@ -122,14 +123,35 @@ uint32_t special_key(int key) {
 // What begins with Escape and is no key that is known here: none of its characters is a key.
 bool swallow_sequence() {
     nodelay(stdscr, TRUE);
-    wint_t ch = 0;
-    const bool follows = get_wch(&ch) == OK;
-    bool more = follows && (ch == '[' || ch == 'O');
-    while (more && get_wch(&ch) == OK) {
-        more = ch < '@' || ch > '~';
+    int byte = getch();
+    const bool follows = byte != ERR;
+    bool more = byte == '[' || byte == 'O';
+    while (more && (byte = getch()) != ERR) {
+        more = byte < '@' || byte > '~';
     }
     nodelay(stdscr, FALSE);
     return follows;
+}
+
+// The character that begins with this byte; the locale's null character for what is none. (Curses'
+// own reading of characters takes the keys that follow a wrong byte for more of it.)
+uint32_t character_from(int byte) {
+    mbstate_t state = {};
+    for (;;) {
+        const char next = static_cast<char>(byte);
+        wchar_t ch = 0;
+        const size_t size = mbrtowc(&ch, &next, 1, &state);
+        if (size != static_cast<size_t>(-2)) {
+            return size == static_cast<size_t>(-1) ? 0 : static_cast<uint32_t>(ch);
+        }
+        byte = getch();
+        if (byte < 0x80 || byte >= KEY_MIN) {
+            if (byte != ERR) {
+                ungetch(byte);
+            }
+            return 0;
+        }
+    }
 }
 
 uint32_t character_key(uint32_t ch) {
@@ -224,21 +246,23 @@ Key terminal_key() {
     if (terminal_hung_up() != 0) {
         return {k_key_hung_up, 0, 0};
     }
-    wint_t ch = 0;
-    errno = 0;
-    const int kind = get_wch(&ch);
-    if (kind == KEY_CODE_YES) {
-        return ch == KEY_MOUSE ? mouse_key() : Key{special_key(static_cast<int>(ch)), 0, 0};
+    const int key = getch();
+    terminal.failures = key != ERR ? 0 : terminal.failures;
+    if (key >= KEY_MIN) {
+        return key == KEY_MOUSE ? mouse_key() : Key{special_key(key), 0, 0};
     }
-    if (kind == OK) {
-        return {character_key(ch), 0, 0};
+    if (key != ERR) {
+        return {character_key(character_from(key)), 0, 0};
     }
-    terminal.gone = errno != EINTR && isatty(STDIN_FILENO) == 0;
+    ++terminal.failures;
     return {terminal_hung_up() != 0 ? uint32_t{k_key_hung_up} : uint32_t{k_key_other}, 0, 0};
 }
 
 int terminal_hung_up() {
-    return terminal.signal != 0 ? terminal.signal : terminal.gone ? k_no_signal : 0;
+    if (terminal.signal != 0) {
+        return terminal.signal;
+    }
+    return terminal.failures > k_failures_max ? k_no_signal : 0;
 }
 
 void terminal_end_by(int signal) {
