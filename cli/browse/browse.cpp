@@ -85,7 +85,7 @@ int command_browse(const CommandLine &line) {
         return status;
     }
     if (!terminal_open()) {
-        return misuse("this kind of terminal is not known (see TERM)");
+        return misuse("this kind of terminal cannot show it (see TERM)");
     }
     show_web();
     const bool left = work_until_left();

@@ -191,6 +191,12 @@ void set_style(Style style) {
     attr_set(attributes(style), coloured ? k_link_pair : short{0}, nullptr);
 }
 
+// A terminal that cannot bring its cursor anywhere shows lines, not screens.
+bool can_show_screens() {
+    const char *order = tigetstr("cup");
+    return order != nullptr && order != reinterpret_cast<const char *>(-1);
+}
+
 }  // namespace
 
 bool terminal_is_there() {
@@ -200,6 +206,10 @@ bool terminal_is_there() {
 bool terminal_open() {
     choose_locale();
     if (newterm(nullptr, stdout, stdin) == nullptr) {
+        return false;
+    }
+    if (!can_show_screens()) {
+        endwin();
         return false;
     }
     terminal.open = true;

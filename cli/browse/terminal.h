@@ -6,7 +6,7 @@
 // True when both the keyboard and the screen are a terminal.
 bool terminal_is_there();
 
-// False when nothing is known about this kind of terminal.
+// False when this kind of terminal is not known, or cannot show screens.
 bool terminal_open();
 
 // Gives the terminal back as it was; harmless when that has happened.

@@ -393,6 +393,7 @@ class BrowseTest(unittest.TestCase):
             self.assertEqual(outcome.returncode, 2)
             self.assertIn(message, outcome.stderr)
         for file, environment, message in (("w.qvx", {"TERM": "none-such"}, "see TERM"),
+                                           ("w.qvx", {"TERM": "dumb"}, "see TERM"),
                                            ("missing.qvx", {}, "UNABLE TO OPEN WEB FILE")):
             one = self.start("browse", file, columns=120, **environment)
             self.assertEqual(one.end(), 2)
