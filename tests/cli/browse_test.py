@@ -317,10 +317,11 @@ class BrowseTest(unittest.TestCase):
 
     def test_the_file_is_locked_only_while_it_is_saved(self):
         one = self.browse()
-        one.type("n", "fig", ENTER, "w")
-        one.wait_for("Saved")
-        run("set", "w.qvx", "other", "--text", "theirs")
-        self.assertIn(b"other", run("list", "w.qvx").stdout)
+        for name, mine in (("theirs", "fig"), ("more of theirs", "plum")):
+            run("set", "w.qvx", name)
+            one.type("n", mine, ENTER, "w")
+            one.wait_for("changed by another program meanwhile")
+        self.assertIn(b"more of theirs", run("list", "w.qvx").stdout)
 
     def test_a_web_that_is_damaged_is_only_looked_at(self):
         web = pathlib.Path("w.qvx")
