@@ -2,6 +2,7 @@
 
 #include "cli/links/link_commands.h"
 #include "cli/merge/merge_commands.h"
+#include "cli/browse/commands.h"
 #include "cli/web_commands.h"
 
 namespace {
@@ -10,6 +11,7 @@ const CommandGroup k_groups[] = {
     {"Webs and cells", k_web_commands},
     {"Links and searching", k_link_commands},
     {"Versions and repair", k_merge_commands},
+    {"In the terminal", k_browse_commands},
 };
 
 }  // namespace

@@ -1,8 +1,9 @@
-// The host of qvx: standard error for messages, standard output as the console. What it has no use
-// for is in cli/no_view.cpp.
+// The host of qvx: standard error for messages, standard output as the console, or the view that is
+// shown (cli/host_view_qvx.h). What only a view has a use for is in cli/no_view.cpp.
 #include "cli/host_qvx.h"
 
 #include "cli/exit_status.h"
+#include "cli/host_view_qvx.h"
 #include "core/errors.h"
 #include "core/host_files.h"
 #include "core/host_messages.h"
@@ -14,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <string>
 
 constexpr ErrorCode k_cannot_write_output = -9;
 
@@ -32,7 +34,8 @@ static struct Host {
     const char *held_message;
     const char *held_reason;
     std::string *kept_console;  // null: goes to standard output
-} host = {"", "", 0, 0, false, 0, false, "", "", nullptr};
+    const HostView *view;  // null: none
+} host = {"", "", 0, 0, false, 0, false, "", "", nullptr, nullptr};
 
 namespace {
 
@@ -42,6 +45,11 @@ bool is_file_error(const char *text) {
 }
 
 void print_message(const char *text, const char *reason) {
+    if (host.view != nullptr) {
+        const std::string behind = *reason == 0 ? "" : std::string(": ") + reason;
+        host.view->message((text + behind).c_str());
+        return;
+    }
     fflush(stdout);
     fprintf(stderr, "qvx: %s%s%s%s%s\n", host.file, *host.file == 0 ? "" : ": ", text,
             *reason == 0 ? "" : ": ", reason);
@@ -77,7 +85,23 @@ bool console_drops(char ch, char before) {
     }
 }
 
+// Before the program ends at once.
+void leave_view() {
+    if (host.view != nullptr) {
+        host.view->leave();
+    }
+    fflush(stdout);
+}
+
 }  // namespace
+
+void host_show_view(const HostView *view) {
+    host.view = view;
+}
+
+const HostView *host_view() {
+    return host.view;
+}
 
 void host_name_file(const char *name) {
     host.file = name;
@@ -156,7 +180,10 @@ void show_warning(const char *text, const char *) {
 
 // The arena's offer to save and exit is the only such question while there is no user: it is
 // declined, and passed on once as a warning.
-bool ask_ok_cancel(const char *, const char *) {
+bool ask_ok_cancel(const char *text, const char *) {
+    if (host.view != nullptr) {
+        return host.view->ask_ok(text);
+    }
     if (low_on_blocks() && !host.warned_low) {
         host.warned_low = true;
         host_message("short on memory: fewer than 100 blocks are left");
@@ -165,12 +192,12 @@ bool ask_ok_cancel(const char *, const char *) {
 }
 
 void end_program(int status) {
-    fflush(stdout);
+    leave_view();
     _Exit(status < 0 ? k_exit_memory : status);
 }
 
 void check_failed(const char *what) {
-    fflush(stdout);
+    leave_view();
     fprintf(stderr, "qvx: %s: %s\n", error_message(k_internal_error), what);
     _Exit(k_exit_fault);
 }
@@ -182,11 +209,20 @@ const char *selected_text() {
 }
 
 void console_clear() {
+    if (host.view != nullptr) {
+        host.view->console_clear();
+        return;
+    }
     host.last = 0;
 }
 
-// The engine inserts where the last insertion ended, so the position is always that of the output.
-void console_insert(uint32_t, const char *bytes, uint32_t count) {
+// The engine inserts where the last insertion ended, so without a view the position is always that
+// of the output.
+void console_insert(uint32_t position, const char *bytes, uint32_t count) {
+    if (host.view != nullptr) {
+        host.view->console_insert(position, bytes, count);
+        return;
+    }
     if (host.newline == 0) {
         print_on_console(bytes, count);
         return;

@@ -1,6 +1,8 @@
-// What a program without a view, and without a user to ask, defines of core/host_messages.h,
-// host_view.h and host_files.h: qvx and the benchmarks. What such a program may come to is empty,
-// or the answer that changes nothing; what only a window leads to ends the program.
+// What qvx and the benchmarks define of core/host_messages.h, host_view.h and host_files.h for a
+// view and a user to ask: it goes to the view that is shown (cli/host_view_qvx.h). Without one,
+// what a program may come to is empty, or the answer that changes nothing. What only a window leads
+// to ends the program.
+#include "cli/host_view_qvx.h"
 #include "core/host_files.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
@@ -15,41 +17,60 @@ namespace {
     check_failed(what.c_str());
 }
 
+// For what only a view leads to.
+const HostView *the_view(const char *function) {
+    if (host_view() == nullptr) {
+        not_without_view(function);
+    }
+    return host_view();
+}
+
 }  // namespace
 
 // ---- Messages and questions ---------------------------------------------------------------------
 
 void set_resting_status(const char *) {}
 
-bool ask_yes_no(const char *, const char *) {
-    return false;
+bool ask_yes_no(const char *text, const char *) {
+    return host_view() != nullptr && host_view()->ask_yes_no(text);
 }
 
-bool ask_no_yes(const char *, const char *) {
-    return false;
+bool ask_no_yes(const char *text, const char *) {
+    return host_view() != nullptr && host_view()->ask_no_yes(text);
 }
 
-bool ask_save_changes(const char *, const char *) {
-    return false;
+bool ask_save_changes(const char *text, const char *) {
+    return host_view() != nullptr && host_view()->ask_save(text);
 }
 
-bool ask_cellname(char *) {
-    not_without_view("ask_cellname");
+bool ask_cellname(char *name) {
+    return the_view("ask_cellname")->ask_cellname(name);
 }
 
 void pump_messages() {}
 
 void output_began(bool) {}
 
-void output_ended() {}
+void output_ended() {
+    if (host_view() != nullptr) {
+        host_view()->output_ended();
+    }
+}
 
 // ---- The text pane ------------------------------------------------------------------------------
 
-CellHandle store_text_pane(int) {
+CellHandle store_text_pane(int mode) {
+    if (host_view() != nullptr && mode == 1) {
+        host_view()->store_text();
+    }
     return current_cell();
 }
 
-void refresh_current_view() {}
+void refresh_current_view() {
+    if (host_view() != nullptr) {
+        host_view()->show_current();
+    }
+}
 
 void refresh_views() {
     not_without_view("refresh_views");
@@ -81,18 +102,30 @@ void set_window_title(const char *) {
 
 // ---- The cell list ------------------------------------------------------------------------------
 
-void cell_list_fill() {}
-
-void cell_list_add(CellHandle) {
-    not_without_view("cell_list_add");
+void cell_list_fill() {
+    if (host_view() != nullptr) {
+        host_view()->list_fill();
+    }
 }
 
-void cell_list_select_current() {}
+void cell_list_add(CellHandle cell) {
+    the_view("cell_list_add")->list_add(cell);
+}
 
-void cell_list_clear() {}
+void cell_list_select_current() {
+    if (host_view() != nullptr) {
+        host_view()->list_select_current();
+    }
+}
 
-void cell_list_remove_item(ListItem) {
-    not_without_view("cell_list_remove_item");
+void cell_list_clear() {
+    if (host_view() != nullptr) {
+        host_view()->list_clear();
+    }
+}
+
+void cell_list_remove_item(ListItem item) {
+    the_view("cell_list_remove_item")->list_remove(item);
 }
 
 // ---- Which file ---------------------------------------------------------------------------------

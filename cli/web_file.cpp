@@ -25,6 +25,7 @@ static struct WebFile {
     int result;
     const char *path;  // to save to
     bool keep_old;     // what is there
+    bool kept_old;     // was read from the last path, and a save has kept it
     bool will_save;
     Fingerprint last;       // of the file that was read to be saved again
     std::string last_path;  // and its path
@@ -163,6 +164,11 @@ int web_load(const char *name) {
     return k_exit_done;
 }
 
+int web_load_unlocked(const char *name) {
+    web_file.will_save = true;
+    return web_load(name);
+}
+
 int web_save(const char *name) {
     host_name_file(name);
     if (is_standard_stream(name)) {
@@ -175,6 +181,18 @@ int web_save(const char *name) {
         return k_exit_refused;
     }
     web_file.path = name;
-    web_file.keep_old = over_itself && !web_read_was_whole();
-    return run_writing(save_body);
+    web_file.keep_old = over_itself && !web_read_was_whole() && !web_file.kept_old;
+    const bool keeps = web_file.keep_old;
+    const int status = run_writing(save_body);
+    web_file.kept_old |= keeps && status == k_exit_done;
+    return status;
+}
+
+int web_save_unlocked(const char *name) {
+    int status = web_lock(name, false);
+    if (status == k_exit_done) {
+        status = web_save(name);
+        unlock_file();
+    }
+    return status;
 }

@@ -28,7 +28,14 @@ void web_give_up(const char *name);
 // read.
 int web_load(const char *name);
 
+// The same for a web that stays open for long and may be saved with web_save_unlocked(): nobody is
+// kept from changing its file meanwhile.
+int web_load_unlocked(const char *name);
+
 // Writes the web, replacing the file in one step. A file that was read from the same path, but not
 // whole, is kept beside it. When another program has changed the file since it was read, nothing is
 // written.
 int web_save(const char *name);
+
+// The same for a web that was loaded without a lock, which is held only as long as this takes.
+int web_save_unlocked(const char *name);

@@ -7,8 +7,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=$root/build
 mingw=x86_64-w64-mingw32
 
-packages_native=(g++ clang cmake git ninja-build python3 libgtest-dev libcli11-dev
-    nlohmann-json3-dev libpcre2-dev)
+packages_native=(g++ clang cmake git ninja-build python3 python3-pyte libgtest-dev libcli11-dev
+    libncurses-dev libpcre2-dev nlohmann-json3-dev)
 packages_arm=(g++-arm-linux-gnueabi qemu-user googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
 packages_handheld=(g++-arm-linux-gnueabi g++-mingw-w64-i686-posix librsvg2-bin

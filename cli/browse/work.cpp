@@ -1,0 +1,145 @@
+#include "cli/browse/work.h"
+
+#include "cli/exit_status.h"
+#include "cli/host_qvx.h"
+#include "cli/web_file.h"
+#include "cli/webs.h"
+#include "core/host_messages.h"
+#include "file/document.h"
+#include "file/web_reader.h"
+#include "web/changed.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+static struct Work {
+    std::string file;
+    std::string kept;  // where changes were put last
+    bool may_change = true;
+} work;
+
+namespace {
+
+constexpr const char *k_unsaved = ".unsaved";
+constexpr int k_unsaved_max = 100;  // files of that name in a folder
+constexpr mode_t k_nobody_else = 077;
+
+// Folders for what must not be lost: the file's own, the user's, and any.
+std::vector<fs::path> folders() {
+    const char *home = getenv("HOME");
+    std::error_code error;
+    return {fs::path(work.file).parent_path(), home != nullptr ? home : "",
+            fs::temp_directory_path(error)};
+}
+
+std::string unsaved_name(const fs::path &folder, const std::string &suffix, int number) {
+    const std::string behind = number == 1 ? "" : std::to_string(number);
+    return (folder / (fs::path(work.file).filename().string() + suffix + behind)).string();
+}
+
+// The first such path that has no file.
+std::string free_name(const fs::path &folder, const std::string &suffix) {
+    std::error_code error;
+    for (int number = 1; number < k_unsaved_max; ++number) {
+        const std::string name = unsaved_name(folder, suffix, number);
+        if (!fs::exists(fs::symlink_status(name, error))) {
+            return name;
+        }
+    }
+    return "";
+}
+
+bool web_kept_at(const std::string &name) {
+    return web_save(name.c_str()) == k_exit_done;
+}
+
+bool write_to(const std::string &name, const std::string &text) {
+    std::ofstream file(name, std::ios::binary);
+    file << text;
+    file.close();
+    return !file.fail();
+}
+
+// Has one of the folders take a file that only this user can read.
+template <typename Write> bool keep(const std::string &suffix, const Write &write) {
+    const mode_t before = umask(k_nobody_else);
+    bool done = false;
+    for (const fs::path &folder : folders()) {
+        const std::string name = free_name(folder, suffix);
+        if (!done && !name.empty() && write(name)) {
+            work.kept = name;
+            done = true;
+        }
+    }
+    umask(before);
+    host_name_file(work.file.c_str());
+    return done;
+}
+
+}  // namespace
+
+int work_open(const CommandLine &line) {
+    work.file = line.file;
+    const int status = web_load_unlocked(work.file.c_str());
+    if (status != k_exit_done) {
+        return status;
+    }
+    if (web_read_failed()) {
+        return k_exit_failed;
+    }
+    work.may_change = web_read_was_whole() || line.force;
+    doc_set_paths(work.file.c_str());
+    return k_exit_done;
+}
+
+bool work_may_change() {
+    if (!work.may_change) {
+        host_message("cannot be read whole, and writing would lose the rest: use --force");
+    }
+    return work.may_change;
+}
+
+bool work_save() {
+    if (!work_may_change() || web_save_unlocked(work.file.c_str()) != k_exit_done) {
+        return false;
+    }
+    set_web_changed(false);
+    show_status_message("Saved");
+    return true;
+}
+
+bool work_keep_unsaved() {
+    if (!keep(k_unsaved, web_kept_at)) {
+        host_message("unsaved changes could not be kept");
+        return false;
+    }
+    set_web_changed(false);
+    host_message(("unsaved changes are in " + work.kept).c_str());
+    return true;
+}
+
+void work_tell_kept() {
+    std::error_code error;
+    for (const fs::path &folder : folders()) {
+        const std::string name = unsaved_name(folder, k_unsaved, 1);
+        if (fs::exists(name, error)) {
+            host_message(("changes that were not saved are in " + name).c_str());
+            return;
+        }
+    }
+}
+
+void work_keep_text(const std::string &text) {
+    const auto write = [&text](const std::string &name) { return write_to(name, text); };
+    if (keep(".text", write)) {
+        host_message(("the edited text is in " + work.kept).c_str());
+    } else {
+        host_message("the edited text could not be kept");
+    }
+}

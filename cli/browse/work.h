@@ -1,0 +1,23 @@
+// The web that the user works on, and the file that it comes from and goes to.
+#pragma once
+
+#include "cli/command_line.h"
+
+// Reads the web; the exit status. Another program may change the file meanwhile.
+int work_open(const CommandLine &line);
+
+// False, after saying why, for a web of which only a part could be read.
+bool work_may_change();
+
+// Saves, and says how that went.
+bool work_save();
+
+// Puts the changes that no file has into a new file beside the web's own, or where there is room,
+// and says where. The web's own file stays as the user left it.
+bool work_keep_unsaved();
+
+// Tells the user of such a file of an earlier run.
+void work_tell_kept();
+
+// Puts a text that found no room into a file of its own, and says where.
+void work_keep_text(const std::string &text);
