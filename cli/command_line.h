@@ -28,4 +28,11 @@ struct CommandLine {
     uint8_t type = 0;     // ReportType
     uint8_t newline = 0;  // Newline; show, too
     bool all = false;
+
+    // export and import
+    std::optional<std::string> html;             // where the page goes
+    std::optional<std::string> markdown_folder;  // where the files go
+    bool from_markdown = false;
+    bool from_text = false;
+    bool from_tsv = false;
 };
