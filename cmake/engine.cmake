@@ -53,16 +53,19 @@ target_link_libraries(quorvane_read_watch PUBLIC quorvane_warnings quorvane_port
 add_library(quorvane_saving OBJECT EXCLUDE_FROM_ALL file/save.cpp)
 target_link_libraries(quorvane_saving PRIVATE quorvane_warnings quorvane_portable)
 
-# A program that links quorvane_whole_program has the engine optimised as one piece when it is
-# linked, calls across files included. The others link the same objects as they are.
+# A program that links quorvane_whole_engine has the engine optimised as one piece when it is
+# linked, calls across files included; with quorvane_whole_program its own sources are part of that
+# piece. The others link the same objects as they are.
+add_library(quorvane_whole_engine INTERFACE)
 add_library(quorvane_whole_program INTERFACE)
+target_link_libraries(quorvane_whole_program INTERFACE quorvane_whole_engine)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING
         AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug"
         AND NOT QUORVANE_SANITIZE AND NOT QUORVANE_COVERAGE)
     target_compile_options(quorvane_engine PRIVATE -flto -ffat-lto-objects)
     target_compile_options(quorvane_read_watch PRIVATE -flto -ffat-lto-objects)
     target_compile_options(quorvane_whole_program INTERFACE -flto)
-    target_link_options(quorvane_whole_program INTERFACE -flto=auto)
+    target_link_options(quorvane_whole_engine INTERFACE -flto=auto)
 endif()
 # The handheld's program is small first; what takes the time there is fast.
 if(QUORVANE_HANDHELD)
