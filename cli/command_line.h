@@ -56,4 +56,10 @@ struct CommandLine {
     std::optional<std::string> more_text;  // "-" for standard input
     std::optional<std::string> name;       // of an option
     std::optional<std::string> value;
+    // export and import
+    std::optional<std::string> html;             // where the page goes
+    std::optional<std::string> markdown_folder;  // where the files go
+    bool from_markdown = false;
+    bool from_text = false;
+    bool from_tsv = false;
 };

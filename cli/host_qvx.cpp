@@ -34,7 +34,7 @@ static struct Host {
     const char *held_message;
     const char *held_reason;
     std::string *kept_console;  // null: goes to standard output
-    const HostView *view;  // null: none
+    const HostView *view;       // null: none
 } host = {"", "", 0, 0, false, 0, false, "", "", nullptr, nullptr};
 
 namespace {

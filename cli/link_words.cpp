@@ -96,3 +96,10 @@ bool can_be_linked(std::string_view name) {
     size_t at = 0;
     return !word.empty() && is_letter(word[0]) && next_link_word(word, &at).size() == word.size();
 }
+
+uint32_t next_character(std::string_view text, size_t *at) {
+    const Gap gap = gap_over(text);
+    const Character character = character_at(&gap, static_cast<uint32_t>(*at));
+    *at += character.size;
+    return (character.code & k_bad_byte) != 0 ? k_no_character : character.code;
+}

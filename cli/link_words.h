@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,3 +17,8 @@ bool can_be_linked(std::string_view name);
 
 // The word that names a cell in a text: blanks become '_'.
 std::string link_word_of(std::string_view name);
+
+// The character that stands at *at, which moves behind it; k_no_character for a byte that belongs
+// to none in UTF-8.
+constexpr uint32_t k_no_character = 0xFFFFFFFF;
+uint32_t next_character(std::string_view text, size_t *at);

@@ -14,9 +14,10 @@ packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev ma
 packages_handheld=(g++-arm-linux-gnueabi g++-mingw-w64-i686-posix librsvg2-bin
     python3-unicorn python3-pefile python3-pil fonts-dejavu-core fonts-dejavu-extra)
 packages_wine=(wine wine64 fonts-wine fonts-dejavu-extra xvfb xdotool imagemagick)
-packages_check=(clang-format clang-tidy-19 zsh fish)
+packages_check=(clang-format clang-tidy-19 chromium zsh fish)
 packages_package=(lowdown nsis # besides those of the native and the windows build
     lintian mandoc man-db desktop-file-utils shared-mime-info) # what looks at the packages
+packages_pictures=(chromium imagemagick)
 packages_bench=(libbenchmark-dev libexpat1-dev libxml2-dev libpugixml-dev valgrind x11-utils ripgrep)
 
 say() { printf '%s\n' "$*" >&2; }

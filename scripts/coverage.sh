@@ -6,7 +6,7 @@ set -euo pipefail
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$root"
 
-install_packages "${packages_native[@]}" gcovr
+install_packages "${packages_native[@]}" gcovr chromium
 build_preset coverage
 # A run whose files are kept small on purpose cannot write its counts, and must not say so.
 export GCOV_ERROR_FILE=/dev/null

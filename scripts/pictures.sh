@@ -114,7 +114,21 @@ dialogs() {
     quit
 }
 
+# The guide as a page, in a browser.
+export_page() {
+    local page=$build/pictures/guide.html options=(--headless --hide-scrollbars)
+    [ "$(id -u)" != 0 ] || options+=(--no-sandbox)
+    mkdir -p "$build/pictures"
+    "$build/native/cli/qvx" export samples/guide.qvx --html "$page"
+    chromium "${options[@]}" --window-size=1000,700 --screenshot="$build/pictures/export.png" \
+        "file://$page#what_is_a_link" 2>/dev/null
+    convert "$build/pictures/export.png" +dither -colors 64 -define png:compression-level=9 \
+        "$images/export.png"
+}
+
 mkdir -p "$images"
+install_packages "${packages_pictures[@]}"
+export_page
 set_up_wine
 start_display 500x700
 views 240 320
