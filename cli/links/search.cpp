@@ -1,8 +1,8 @@
 // find and replace: a text or an expression in all texts, or in the cells' names.
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/links/commands.h"
 #include "cli/links/found_lines.h"
-#include "cli/links/link_commands.h"
 #include "cli/links/pattern.h"
 #include "cli/links/text_changes.h"
 #include "cli/print.h"
