@@ -30,9 +30,9 @@ struct CommandLine {
     bool all = false;
 
     // rename, find, replace, links and what is made of them
-    std::string wanted;       // find, replace: what is looked for
-    std::string replacement;  // replace: what comes in its place; rename: the new name
-    std::string other_cell;   // path: where it ends
+    std::string wanted;                    // find, replace: what is looked for
+    std::string replacement;               // replace: what comes in its place; rename: the new name
+    std::string other_cell;                // path: where it ends
     std::optional<std::string> some_cell;  // links, graph: of one cell
     int32_t depth = 1;                     // graph: links away from it
     uint8_t graph_format = 0;              // GraphFormat (cli/links/graph.h)

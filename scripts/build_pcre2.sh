@@ -13,24 +13,21 @@ download() {
     release=$(. /etc/os-release && echo "${VERSION_CODENAME:-stable}")
     source_lists
     mkdir -p "$place/download"
-    cd "$place/download"
-    apt-get "${source_options[@]}" update
-    apt-get "${source_options[@]}" source --download-only pcre2 ||
-        apt-get "${source_options[@]}" source --download-only "pcre2/$release"
+    cd "$place/download" && apt-get "${source_options[@]}" update &&
+        { apt-get "${source_options[@]}" source --download-only pcre2 ||
+            apt-get "${source_options[@]}" source --download-only "pcre2/$release"; }
 }
 
 compile() {
-    rm -rf "$place/tree"
-    dpkg-source --no-check -x "$place"/download/pcre2_*.dsc "$place/tree"
-    cmake -G Ninja -S "$place/tree" -B "$place/tree/build" -DCMAKE_BUILD_TYPE=MinSizeRel \
-        -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" -DBUILD_SHARED_LIBS=OFF \
-        -DPCRE2_SUPPORT_JIT=OFF -DPCRE2_BUILD_PCRE2GREP=OFF -DPCRE2_BUILD_TESTS=OFF
-    cmake --build "$place/tree/build" --target pcre2-8-static
-    mkdir -p "$place/include"
-    cp "$place/tree/build/pcre2.h" "$place/include/"
-    cp "$place/tree/build/libpcre2-8.a" "$place/libpcre2-8.new"
-    mv "$place/libpcre2-8.new" "$place/libpcre2-8.a"
-    rm -rf "$place/tree"
+    rm -rf "$place/tree" "$place/include" && mkdir "$place/include" &&
+        dpkg-source --no-check --no-copy -x "$place"/download/pcre2_*.dsc "$place/tree" &&
+        cmake -G Ninja -S "$place/tree" -B "$place/tree/build" -DCMAKE_BUILD_TYPE=MinSizeRel \
+            -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake" -DBUILD_SHARED_LIBS=OFF \
+            -DPCRE2_SUPPORT_JIT=OFF -DPCRE2_BUILD_PCRE2GREP=OFF -DPCRE2_BUILD_TESTS=OFF &&
+        cmake --build "$place/tree/build" --target pcre2-8-static &&
+        cp "$place/tree/build/pcre2.h" "$place/include/" &&
+        mv "$place/tree/build/libpcre2-8.a" "$place/" &&
+        rm -rf "$place/tree"
 }
 
 [ -f "$place/libpcre2-8.a" ] && exit

@@ -8,8 +8,8 @@
 
 namespace {
 
-void print_field(std::string_view text, Colour colour) {
-    print(coloured(shown(text), colour) + coloured(":", Colour::cyan));
+std::string field(std::string_view text, Colour colour) {
+    return coloured(shown(text), colour) + coloured(":", Colour::cyan);
 }
 
 }  // namespace
@@ -20,21 +20,20 @@ std::string_view file_shown(const CommandLine &line, std::string_view file) {
 
 void print_file(std::string_view file) {
     if (!file.empty()) {
-        print_field(file, Colour::magenta);
+        print(field(file, Colour::magenta));
     }
 }
 
 void print_found(const FoundLine &found, const Spans &spans) {
-    print_file(found.file);
-    print_field(found.cell, Colour::magenta);
-    print_field(std::to_string(found.line), Colour::green);
+    std::string whole = found.file.empty() ? "" : field(found.file, Colour::magenta);
+    whole += field(found.cell, Colour::magenta) + field(std::to_string(found.line), Colour::green);
     size_t done = 0;
     for (const Span &span : spans) {
-        print(shown(found.text.substr(done, span.begin - done)) +
-              coloured(shown(found.text.substr(span.begin, span.size)), Colour::red));
+        whole += shown(found.text.substr(done, span.begin - done)) +
+                 coloured(shown(found.text.substr(span.begin, span.size)), Colour::red);
         done = span.begin + span.size;
     }
-    print_line(found.text.substr(done));
+    print(whole.append(shown(found.text.substr(done))) += '\n');
 }
 
 void print_listed(const CommandLine &line, std::string_view file, std::string_view name) {
@@ -53,6 +52,5 @@ void print_counted(const CommandLine &line, std::string_view file, const char *k
         return;
     }
     print_file(file_shown(line, file));
-    print_field(name, Colour::magenta);
-    print(std::to_string(count) + "\n");
+    print(field(name, Colour::magenta) + std::to_string(count) + "\n");
 }

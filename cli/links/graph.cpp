@@ -2,7 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
-#include "cli/links/link_commands.h"
+#include "cli/links/commands.h"
 #include "cli/links/link_table.h"
 #include "cli/print.h"
 #include "cli/webs.h"

@@ -1,5 +1,6 @@
 #include "cli/links/link_commands.h"
 
+#include "cli/links/commands.h"
 #include "cli/links/graph.h"
 
 namespace {
@@ -128,7 +129,8 @@ constexpr const char *k_path_description =
 constexpr const char *k_stats_description =
     "Prints a line each, \"KEY: VALUE\": cells, lines, words and bytes of all texts, links, "
     "orphans, deadends, wanted words, the name of the longest cell, the name of the cell that most "
-    "others link to, and how many blocks of memory the web takes and leaves. JSON: one object with "
+    "others link to if there are links, and how many blocks of memory the web takes and leaves. "
+    "JSON: one object with "
     "these keys and \"file\".";
 
 constexpr const char *k_graph_description =

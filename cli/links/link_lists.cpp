@@ -1,7 +1,7 @@
 // Lists of links and of cells by their links.
 #include "cli/exit_status.h"
+#include "cli/links/commands.h"
 #include "cli/links/found_lines.h"
-#include "cli/links/link_commands.h"
 #include "cli/links/link_table.h"
 #include "cli/print.h"
 #include "cli/webs.h"

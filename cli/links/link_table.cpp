@@ -4,6 +4,7 @@
 #include "core/text.h"
 
 #include <algorithm>
+#include <bitset>
 #include <unordered_map>
 
 namespace {
@@ -25,14 +26,39 @@ struct FoldedEqual {
     }
 };
 
-using NameIndex = std::unordered_map<std::string_view, size_t, FoldedHash, FoldedEqual>;
+// The names' notes, and marks for the names, so that most words that name nothing need no search.
+struct NameIndex {
+    std::unordered_map<std::string_view, size_t, FoldedHash, FoldedEqual> notes;
+    std::bitset<16384> marks;
+};
+
+// The same for equal names, which are not empty.
+size_t mark_of(std::string_view name) {
+    const auto folded = [name](size_t at) {
+        return static_cast<size_t>(static_cast<uint8_t>(fold_char(name[at])));
+    };
+    return (folded(0) + folded(name.size() / 2) * 31 + folded(name.size() - 1) * 613 +
+            name.size() * 257) %
+           16384;
+}
 
 NameIndex name_index(const Notes &notes) {
-    NameIndex index(notes.size() * 2);
+    NameIndex index;
+    index.notes.reserve(notes.size());
     for (size_t i = 0; i < notes.size(); ++i) {
-        index.emplace(notes[i].name, i);
+        index.notes.emplace(notes[i].name, i);
+        index.marks.set(mark_of(notes[i].name));
     }
     return index;
+}
+
+// The index of the note that a word names, or `none`.
+size_t note_named(const NameIndex &index, std::string_view word, size_t none) {
+    if (!index.marks.test(mark_of(word))) {
+        return none;
+    }
+    const auto found = index.notes.find(word);
+    return found != index.notes.end() ? found->second : none;
 }
 
 // Runs the function on every word of a note's text, in the text's order.
@@ -66,11 +92,13 @@ LinkTable link_table(const Notes &notes, bool (*keeps)(std::string_view word)) {
         for_words(notes, cell, [&](const WordPlace &place) {
             ++table.words;
             const std::string_view word = word_at(place);
-            const auto found = index.find(word);
-            if (found != index.end() && found->second != cell) {
-                table.links.push_back({place, found->second});
-            } else if (found == index.end() && keeps != nullptr && keeps(word)) {
-                table.unnamed.push_back(place);
+            const size_t target = note_named(index, word, notes.size());
+            if (target == notes.size()) {
+                if (keeps != nullptr && keeps(word)) {
+                    table.unnamed.push_back(place);
+                }
+            } else if (target != cell) {
+                table.links.push_back({place, target});
             }
         });
     }

@@ -5,6 +5,9 @@
 #include "core/names.h"
 #include "core/text.h"
 
+#include <algorithm>
+#include <string>
+
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <pcre2.h>
 
@@ -37,14 +40,22 @@ std::string literal(const CommandLine &line) {
     return line.whole_words ? "(?<!\\w)" + whole + "(?!\\w)" : whole;
 }
 
+// A text of plain characters is the same bytes in any coding, which then need no look at first.
+bool needs_unicode(const CommandLine &line) {
+    return line.expression || line.whole_words ||
+           std::any_of(line.wanted.begin(), line.wanted.end(),
+                       [](char ch) { return static_cast<signed char>(ch) < 0; });
+}
+
 // A pattern that is no UTF-8 itself is one of bytes.
 pcre2_code *compiled(const std::string &source, uint32_t options, pcre2_compile_context *context,
                      int *error, size_t *at) {
     const auto *bytes = reinterpret_cast<PCRE2_SPTR>(source.data());
-    pcre2_code *code = pcre2_compile(bytes, source.size(), options | k_unicode, error, at, context);
+    pcre2_code *code = pcre2_compile(bytes, source.size(), options, error, at, context);
     const bool bad_utf =
         code == nullptr && *error <= PCRE2_ERROR_UTF8_ERR1 && *error >= PCRE2_ERROR_UTF8_ERR21;
-    return bad_utf ? pcre2_compile(bytes, source.size(), options, error, at, context) : code;
+    return bad_utf ? pcre2_compile(bytes, source.size(), options & ~k_unicode, error, at, context)
+                   : code;
 }
 
 int say_error(int error, size_t at) {
@@ -85,8 +96,10 @@ int pattern_compile(const CommandLine &line) {
     }
     int error = 0;
     size_t at = 0;
-    pattern.code = compiled(line.expression ? line.wanted : literal(line),
-                            line.match_case ? 0 : PCRE2_CASELESS, context, &error, &at);
+    const uint32_t options =
+        (needs_unicode(line) ? k_unicode : 0) | (line.match_case ? 0 : PCRE2_CASELESS);
+    pattern.code =
+        compiled(line.expression ? line.wanted : literal(line), options, context, &error, &at);
     pcre2_compile_context_free(context);
     if (pattern.code == nullptr) {
         return say_error(error, at);

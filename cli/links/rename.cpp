@@ -1,6 +1,6 @@
 #include "cli/exit_status.h"
 #include "cli/link_words.h"
-#include "cli/links/link_commands.h"
+#include "cli/links/commands.h"
 #include "cli/links/link_table.h"
 #include "cli/links/text_changes.h"
 #include "cli/print.h"

@@ -1,8 +1,8 @@
 // find and replace: a text or an expression in all texts, or in the cells' names.
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/links/commands.h"
 #include "cli/links/found_lines.h"
-#include "cli/links/link_commands.h"
 #include "cli/links/pattern.h"
 #include "cli/links/text_changes.h"
 #include "cli/print.h"
@@ -50,6 +50,13 @@ Matched match_line(const CommandLine &line, std::string_view text, Spans *spans)
     return pattern_find(text, 0, &first);
 }
 
+// A text to look for has no line end, so that it is nowhere in the lines when it is not in the
+// whole.
+bool is_nowhere(const CommandLine &line, const Note &note) {
+    Span first;
+    return !line.expression && pattern_find(note.text, 0, &first) == Matched::no;
+}
+
 // How many lines of the text match; they are printed unless only cells are asked for.
 size_t search_text(Search *search, const Note &note) {
     const CommandLine &line = *search->line;
@@ -80,7 +87,7 @@ size_t search_text(Search *search, const Note &note) {
 }
 
 void search_note(Search *search, const Note &note) {
-    const size_t count = search_text(search, note);
+    const size_t count = is_nowhere(*search->line, note) ? 0 : search_text(search, note);
     if (count == 0) {
         return;
     }

@@ -1,7 +1,7 @@
 // A web in numbers.
 #include "cli/exit_status.h"
+#include "cli/links/commands.h"
 #include "cli/links/found_lines.h"
-#include "cli/links/link_commands.h"
 #include "cli/links/link_table.h"
 #include "cli/links/wanted.h"
 #include "cli/print.h"
@@ -54,7 +54,7 @@ nlohmann::ordered_json stats_of(const std::string &file, const Notes &notes) {
             {"deadends", count_lonely(notes, targets, true)},
             {"wanted", wanted_words(table).size()},
             {"longest", greatest(notes, size).name},
-            {"most_linked", greatest(notes, linking).name},
+            {"most_linked", table.links.empty() ? "" : greatest(notes, linking).name},
             {"blocks_used", blocks_in_use()},
             {"blocks_free", blocks_free()}};
 }

@@ -1,8 +1,8 @@
 #include "cli/links/wanted.h"
 
 #include "cli/exit_status.h"
+#include "cli/links/commands.h"
 #include "cli/links/found_lines.h"
-#include "cli/links/link_commands.h"
 #include "cli/print.h"
 #include "cli/webs.h"
 
