@@ -76,7 +76,7 @@ namespace {
 // So much of a text as a line of a message may show.
 std::string excerpt(const std::string &text) {
     constexpr size_t k_shown = 60;
-    return text.size() <= k_shown ? text : text.substr(0, k_shown) + "...";
+    return text.size() <= k_shown ? text : std::string(text, 0, k_shown).append("...");
 }
 
 void take_note(const ReadNote *note) {

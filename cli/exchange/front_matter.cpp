@@ -33,7 +33,7 @@ void append_byte(std::string *to, char byte) {
     }
 }
 
-std::string quoted(std::string_view value) {
+std::string in_quotes(std::string_view value) {
     std::string text = "\"";
     for (size_t at = 0; at < value.size();) {
         const size_t from = at;
@@ -49,7 +49,7 @@ std::string quoted(std::string_view value) {
     return text + '"';
 }
 
-// One character of a value, from `at`; none where it is not as quoted() writes it.
+// One character of a value, from `at`; none where it is not as in_quotes() writes it.
 std::optional<char> unquoted_byte(std::string_view text, size_t *at) {
     if (text[*at] != '\\') {
         return text[(*at)++];
@@ -112,7 +112,7 @@ std::string_view take_line(std::string_view text, size_t *at) {
 std::string front_matter_of(const Fields &fields) {
     std::string text;
     for (const auto &[key, value] : fields) {
-        text += std::string(k_key_prefix) + key + ": " + quoted(value) + "\n";
+        text += std::string(k_key_prefix) + key + ": " + in_quotes(value) + "\n";
     }
     return text.empty() ? "" : "---\n" + text + "---\n";
 }
