@@ -3,6 +3,8 @@
 #include "cli/line_diff.h"
 #include "cli/print.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -14,17 +16,31 @@ void add_lines(std::vector<LineDifference> *list, const char *field, bool added,
     }
 }
 
+// The empty line behind a last line end is told only where it is all that differs.
+void drop_last_line_ends(std::vector<LineDifference> *list, size_t first, size_t old_count,
+                         size_t new_count) {
+    const auto begin = list->begin() + static_cast<std::ptrdiff_t>(first);
+    const auto kept = std::remove_if(begin, list->end(), [=](const LineDifference &line) {
+        return line.text.empty() && line.line == (line.added ? new_count : old_count);
+    });
+    if (kept != begin) {
+        list->erase(kept, list->end());
+    }
+}
+
 void add_field(std::vector<LineDifference> *list, const char *field, std::string_view before,
                std::string_view after) {
     if (before == after) {
         return;
     }
+    const size_t first = list->size();
     const Lines old_lines = split_lines(before);
     const Lines new_lines = split_lines(after);
     for (const LineChange &change : line_changes(old_lines, new_lines)) {
         add_lines(list, field, false, old_lines, change.before_from, change.before_to);
         add_lines(list, field, true, new_lines, change.after_from, change.after_to);
     }
+    drop_last_line_ends(list, first, old_lines.size(), new_lines.size());
 }
 
 CellDifference difference_of(const Note *before, const Note *after) {

@@ -144,7 +144,8 @@ SavedOptions saved_options() {
 void print_option_differences(const SavedOptions &before, const SavedOptions &after) {
     for (size_t i = 0; i < before.size(); ++i) {
         if (before[i] != after[i]) {
-            print_line(before[i].name + ": " + before[i].value + " -> " + after[i].value);
+            print_line("option " + before[i].name + ": " + before[i].value + " -> " +
+                       after[i].value);
         }
     }
 }

@@ -15,7 +15,7 @@ struct SavedOption {
 using SavedOptions = std::vector<SavedOption>;
 SavedOptions saved_options();
 
-// Prints "NAME: BEFORE -> AFTER" for each that differs.
+// Prints "option NAME: BEFORE -> AFTER" for each that differs.
 void print_option_differences(const SavedOptions &before, const SavedOptions &after);
 
 // The name as the file spells it; "" for none.

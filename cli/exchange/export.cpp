@@ -168,7 +168,7 @@ int command_export(const CommandLine &line) {
         host_message("export: --html OUT or --markdown DIR is required");
         return k_exit_failed;
     }
-    const std::vector<std::string> defaults = option_texts();
+    const SavedOptions defaults = saved_options();
     return read_web(line, [&line, &defaults](const std::string &, const Notes &notes) {
         return line.html ? export_page(line, notes)
                          : export_folder(line, notes, fields_of_options(defaults));

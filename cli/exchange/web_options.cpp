@@ -1,7 +1,6 @@
 #include "cli/exchange/web_options.h"
 
 #include "core/text.h"
-#include "file/web_tags.h"
 #include "web/option_text.h"
 
 namespace {
@@ -11,8 +10,8 @@ constexpr std::string_view k_prefix = "option-";
 // No option's text is longer, so that one finds room in any web.
 constexpr size_t k_option_text_max = 400;
 
-std::string key_of(uint32_t id) {
-    return std::string(k_prefix) + web_tag_name(k_option_tags[id]);
+std::string key_of(const std::string &name) {
+    return std::string(k_prefix) + name;
 }
 
 void apply(OptionId id, const std::string &value) {
@@ -24,20 +23,12 @@ void apply(OptionId id, const std::string &value) {
 
 }  // namespace
 
-std::vector<std::string> option_texts() {
-    std::vector<std::string> texts;
-    for (uint32_t id = 0; id < k_saved_option_count; ++id) {
-        texts.emplace_back(option_value_text(static_cast<OptionId>(id)));
-    }
-    return texts;
-}
-
-Fields fields_of_options(const std::vector<std::string> &defaults) {
-    const std::vector<std::string> texts = option_texts();
+Fields fields_of_options(const SavedOptions &defaults) {
+    const SavedOptions options = saved_options();
     Fields fields;
-    for (uint32_t id = 0; id < k_saved_option_count; ++id) {
-        if (texts[id] != defaults[id]) {
-            fields.emplace_back(key_of(id), texts[id]);
+    for (size_t i = 0; i < options.size(); ++i) {
+        if (options[i] != defaults[i]) {
+            fields.emplace_back(key_of(options[i].name), options[i].value);
         }
     }
     return fields;
@@ -45,10 +36,11 @@ Fields fields_of_options(const std::vector<std::string> &defaults) {
 
 // In the order of the web file: how a number is read hangs on options before it.
 void apply_option_fields(const Fields &fields) {
-    for (uint32_t id = 0; id < k_saved_option_count; ++id) {
+    const SavedOptions options = saved_options();
+    for (size_t i = 0; i < options.size(); ++i) {
         for (const auto &[key, value] : fields) {
-            if (key == key_of(id)) {
-                apply(static_cast<OptionId>(id), value);
+            if (key == key_of(options[i].name)) {
+                apply(static_cast<OptionId>(i), value);
             }
         }
     }

@@ -72,9 +72,9 @@ int say_conflicts() {
         refuse_cell(conflict.cell, conflict.message.c_str());
     }
     for (const uint32_t id : merging.options.conflicts) {
-        host_message((std::string("conflict of the option ") + option_tag(id) + ": " +
-                      printable(merging.ours.options.texts[id]) + " stays, theirs is " +
-                      printable(merging.theirs.options.texts[id]))
+        const SavedOption &ours = merging.ours.options.saved[id];
+        host_message(("conflict of the option " + ours.name + ": " + printable(ours.value) +
+                      " stays, theirs is " + printable(merging.theirs.options.saved[id].value))
                          .c_str());
     }
     const bool none = merging.merged.conflicts.empty() && merging.options.conflicts.empty();
@@ -90,6 +90,7 @@ int write_merged(const CommandLine &line, const std::string &out) {
     take_options(merging.options.record);
     if (line.dry_run) {
         print_differences(merging.ours.notes, notes_of_web());
+        print_option_differences(merging.ours.options.saved, saved_options());
         return k_exit_done;
     }
     return web_save(out.c_str());

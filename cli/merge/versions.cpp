@@ -4,15 +4,15 @@
 #include "cli/host_qvx.h"
 #include "cli/line_diff.h"
 #include "cli/merge/merge_commands.h"
-#include "cli/merge/web_options.h"
 #include "cli/print.h"
+#include "cli/saved_options.h"
 #include "cli/web_file.h"
 #include "cli/webs.h"
+#include "web/options.h"
 
 #include <nlohmann/json.hpp>
 
 using Json = nlohmann::ordered_json;
-using OptionTexts = std::vector<std::string>;
 
 namespace {
 
@@ -41,19 +41,12 @@ Json as_json(const CellDifference &cell) {
     return object;
 }
 
-void print_option_difference(const char *name, const std::string &before, const std::string &after,
-                             bool json) {
-    if (json) {
-        print_json({{"option", name}, {"before", before}, {"after", after}});
-    } else {
-        print_line(std::string("option ") + name + ": " + before + " -> " + after);
-    }
-}
-
-void print_option_differences(const OptionTexts &before, const OptionTexts &after, bool json) {
-    for (uint32_t id = 0; id < before.size(); ++id) {
-        if (before[id] != after[id]) {
-            print_option_difference(option_tag(id), before[id], after[id], json);
+void print_option_differences_as_json(const SavedOptions &before, const SavedOptions &after) {
+    for (size_t i = 0; i < before.size(); ++i) {
+        if (before[i] != after[i]) {
+            print_json({{"option", before[i].name},
+                        {"before", before[i].value},
+                        {"after", after[i].value}});
         }
     }
 }
@@ -89,16 +82,16 @@ void print_note(const Note &note) {
 
 // The options in force are the web's, and afterwards those of a new one.
 void print_options() {
-    const OptionTexts texts = options_of_web().texts;
+    const SavedOptions options = saved_options();
     option_defaults();
-    const OptionTexts defaults = options_of_web().texts;
-    if (texts == defaults) {
+    const SavedOptions defaults = saved_options();
+    if (options == defaults) {
         return;
     }
     print_line("=== (options)");
-    for (uint32_t id = 0; id < texts.size(); ++id) {
-        if (texts[id] != defaults[id]) {
-            print_line(std::string(option_tag(id)) + ": " + texts[id]);
+    for (size_t i = 0; i < options.size(); ++i) {
+        if (options[i] != defaults[i]) {
+            print_line(options[i].name + ": " + options[i].value);
         }
     }
     print("\n");
@@ -126,15 +119,15 @@ int command_diff(const CommandLine &line) {
         return status;
     }
     const Notes before = notes_of_web();
-    const OptionTexts options = options_of_web().texts;
+    const SavedOptions options = saved_options();
     status = load_to_read(line.other_file);
     if (status != k_exit_done) {
         return status;
     }
     const Notes after = notes_of_web();
-    const OptionTexts new_options = options_of_web().texts;
+    const SavedOptions new_options = saved_options();
     (line.json ? print_differences_as_json : print_differences)(before, after);
-    print_option_differences(options, new_options, line.json);
+    (line.json ? print_option_differences_as_json : print_option_differences)(options, new_options);
     return before == after && options == new_options ? k_exit_done : k_exit_refused;
 }
 

@@ -1,8 +1,5 @@
 #include "cli/merge/web_options.h"
 
-#include "file/web_tags.h"
-#include "web/option_text.h"
-
 #include <bit>
 #include <cstring>
 
@@ -38,21 +35,13 @@ void put(OptionId id, const OptionRecord &from) {
 }  // namespace
 
 WebOptions options_of_web() {
-    WebOptions options = {*options_in_force(), {}};
-    for (uint32_t id = 0; id < k_saved_option_count; ++id) {
-        options.texts.emplace_back(option_value_text(static_cast<OptionId>(id)));
-    }
-    return options;
+    return {*options_in_force(), saved_options()};
 }
 
 void take_options(const OptionRecord &record) {
     for (uint32_t id = 0; id < k_saved_option_count; ++id) {
         put(static_cast<OptionId>(id), record);
     }
-}
-
-const char *option_tag(uint32_t id) {
-    return web_tag_name(k_option_tags[id]);
 }
 
 // The record in force serves to put it together.

@@ -176,28 +176,32 @@ TEST_F(QvxCells, AppendsBehindALineEnd) {
 
 // A dry run says what the command itself then does.
 TEST_F(QvxCells, DryRunsWriteNothing) {
+    const std::string two_new =
+        "+inbox\n+1: milk\n+script 1: s\n+value 1: 2.50\n+to do\n+1: one\n+2: two\n";
+    const std::string two_gone =
+        "-inbox\n-1: milk\n-script 1: s\n-value 1: 2.50\n-to do\n-1: one\n-2: two\n";
+    const std::string all_gone = "home\n-1: see inbox\n" + two_gone;
     write_file("o.qvx", "<rtype>trail</rtype>" + web_of("old", cell_of("gone")));
     expect_rows({
         {{"new", "-n", "n.qvx"}, 0, "+home\n", ""},
         {{"new", "-n", "w.qvx"}, 1, "", "qvx: w.qvx: file exists\n"},
-        {{"new", "--force", "-n", "w.qvx"}, 0, "home\n-1: see inbox\n-inbox\n-to do\n", ""},
+        {{"new", "--force", "-n", "w.qvx"}, 0, all_gone, ""},
         {{"set", "w.qvx", "inbox", "--text", "tea", "-n"}, 0, "inbox\n-1: milk\n+1: tea\n", ""},
         {{"set", "w.qvx", "inbox", "--text", "milk", "-n"}, 0, "", ""},
         {{"set", "w.qvx", "new", "-n"}, 0, "+new\n", ""},
         {{"append", "-n", "w.qvx", "to do", "x"}, 0, "to do\n+3: x\n", ""},
-        {{"rm", "-n", "w.qvx", "inbox", "To_Do", "INBOX"}, 0, "-inbox\n-to do\n", ""},
-        {{"script", "-n", "w.qvx", "inbox", "--text", "t"}, 0, "inbox\n-1: s\n+1: t\n", ""},
-        {{"value", "-n", "w.qvx", "inbox", "-3"}, 0, "inbox\n-1: 2.50\n+1: -3\n", ""},
-        {{"option", "-n", "w.qvx", "RType", "INPTR"}, 0, "rtype: fmt -> inptr\n", ""},
+        {{"rm", "-n", "w.qvx", "inbox", "To_Do", "INBOX"}, 0, two_gone, ""},
+        {{"script", "-n", "w.qvx", "inbox", "--text", "t"},
+         0,
+         "inbox\n-script 1: s\n+script 1: t\n",
+         ""},
+        {{"value", "-n", "w.qvx", "inbox", "-3"}, 0, "inbox\n-value 1: 2.50\n+value 1: -3\n", ""},
+        {{"option", "-n", "w.qvx", "RType", "INPTR"}, 0, "option rtype: fmt -> inptr\n", ""},
         {{"convert", "-n", "w.qvx", "o.qvx"},
          0,
-         "-gone\nhome\n-1: old\n+1: see inbox\n+inbox\n+1: milk\n+to do\n+1: one\n+2: two\n"
-         "rtype: trail -> fmt\n",
+         "-gone\nhome\n-1: old\n+1: see inbox\n" + two_new + "option rtype: trail -> fmt\n",
          ""},
-        {{"convert", "-n", "w.qvx", "n.qvx"},
-         0,
-         "+home\n+1: see inbox\n+inbox\n+1: milk\n+to do\n+1: one\n+2: two\n",
-         ""},
+        {{"convert", "-n", "w.qvx", "n.qvx"}, 0, "+home\n+1: see inbox\n" + two_new, ""},
         {{"rm", "-n", "w.qvx", "inbox", "nix"}, 1, "", "qvx: w.qvx: nix: no such cell\n"},
         {{"rm", "w.qvx", "inbox", "HOME"}, 1, "", "qvx: w.qvx: Can't Delete Home\n"},
         {{"rm", "w.qvx", "inbox", "nix"}, 1, "", "qvx: w.qvx: nix: no such cell\n"},
