@@ -78,7 +78,7 @@ if [ $handheld = yes ]; then
     run_handheld
     exit
 fi
-install_packages "${packages_native[@]}" "${packages_windows[@]}" "${packages_wine[@]}"
+install_packages "${packages_build[@]}" "${packages_windows[@]}" "${packages_wine[@]}"
 build_scintilla
 build_preset windows Quorvane || exit 1
 place_scintilla

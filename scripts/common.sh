@@ -7,8 +7,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=$root/build
 mingw=x86_64-w64-mingw32
 
-packages_native=(g++ clang cmake git ninja-build python3 python3-pyte libgtest-dev libcli11-dev
-    libncurses-dev libpcre2-dev nlohmann-json3-dev)
+packages_build=(cmake ninja-build python3 libcli11-dev nlohmann-json3-dev) # for any build here
+packages_native=("${packages_build[@]}" g++ clang libncurses-dev libpcre2-dev
+    libgtest-dev git python3-pyte) # and what its tests need
 packages_arm=(g++-arm-linux-gnueabi qemu-user googletest)
 packages_windows=(g++-mingw-w64-x86-64-posix librsvg2-bin googletest dpkg-dev make)
 packages_handheld=(g++-arm-linux-gnueabi g++-mingw-w64-i686-posix librsvg2-bin

@@ -17,10 +17,10 @@ cd "$folder"
 python3 -m zipfile -e "$zip" .
 (cd "quorvane-$(version)-windows" && find . -type f | LC_ALL=C sort) >in_zip
 for name in Quorvane.exe QuorvaneOpen.exe SciLexer.dll guide.qvx qvx.exe readme.txt \
-    licences/{quorvane,scintilla,cli11,json,gcc,mingw-w64}.txt; do
+    licences/{quorvane,scintilla,cli11,json,pcre2,gcc,mingw-w64}.txt; do
     grep -qx "./$name" in_zip || die "The zip has no $name."
 done
-[ "$(wc -l <in_zip)" = 12 ] || die "The zip has more than it should: $(cat in_zip)"
+[ "$(wc -l <in_zip)" = 13 ] || die "The zip has more than it should: $(cat in_zip)"
 
 # ---- A fresh Wine -------------------------------------------------------------------------------
 
