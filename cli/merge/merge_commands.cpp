@@ -3,8 +3,8 @@
 namespace {
 
 constexpr ArgumentRow k_two_webs[] = {
-    {"A", "The web before, or -", &CommandLine::file, Takes::web},
-    {"B", "The web after, or -", &CommandLine::other_file, Takes::web}};
+    {"A", "The web before, or - for standard input", &CommandLine::file, Takes::web},
+    {"B", "The web after, or - for standard input", &CommandLine::other_file, Takes::web}};
 constexpr ArgumentRow k_three_webs[] = {
     {"BASE", "The web that both sides come from; an empty file where there is none",
      &CommandLine::base_file, Takes::web},
@@ -28,7 +28,8 @@ constexpr OptionRow k_merge_options[] = {
 constexpr OptionRow k_repair_options[] = {
     {"-o,--output", "The web file to write (without it, or for -: standard output)",
      &CommandLine::output, "OUT", Takes::web},
-    {"--force", "Overwrite an existing file; FILE itself is kept as FILE.bad", &CommandLine::force},
+    {"--force", "Overwrite an existing file; where that is FILE, the old one is kept as FILE.bad",
+     &CommandLine::force},
     {"-n,--dry-run", "Print the list, and write nothing", &CommandLine::dry_run},
     k_json_option};
 
