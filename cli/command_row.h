@@ -56,7 +56,7 @@ struct CommandGroup {
 
 // ---- What several commands have -----------------------------------------------------------------
 
-constexpr ArgumentRow k_web_argument = {"FILE", "The web file, or - for standard input or output",
+constexpr ArgumentRow k_web_argument = {"FILE", "The web file, or - for standard input",
                                         &CommandLine::file, Takes::web};
 constexpr ArgumentRow k_webs_argument = {"FILE", "The web files, or - for standard input",
                                          &CommandLine::files, Takes::web};

@@ -79,8 +79,9 @@ constexpr OptionRow k_check_options[] = {{"--json", "Print JSON", &CommandLine::
 
 const CommandRow k_commands[] = {
     {"new", "Make a web with an empty home cell",
-     "Makes FILE. A file that exists is left alone unless --force is given.", k_web, k_new_options,
-     command_new},
+     "Makes FILE, or for - writes the web to standard output. A file that exists is left alone "
+     "unless --force is given.",
+     k_web, k_new_options, command_new},
     {"list", "Print the cells' names, in the web's order",
      "With several FILEs each name is printed as FILE:NAME.\n\n"
      "With --json, a line for each cell: {\"file\", \"cell\", \"bytes\" and \"lines\" of its text, "
@@ -112,7 +113,8 @@ const CommandRow k_commands[] = {
      "without a text.",
      k_web_and_cell, k_text_options, command_set},
     {"append", "Add to the end of a cell's text, or create the cell with it",
-     "A text that does not end with a line end gets one first. TEXT, --text and --file say the "
+     "A cell's text that does not end with a line end gets one first. TEXT, --text and --file say "
+     "the "
      "same; one of them is needed.",
      k_append_arguments, k_text_options, command_append},
     {"rm", "Delete cells",

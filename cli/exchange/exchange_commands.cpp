@@ -6,13 +6,13 @@
 namespace {
 
 constexpr ArgumentRow k_export_arguments[] = {k_web_argument};
-constexpr ArgumentRow k_import_arguments[] = {{"PATH",
-                                               "What to read, and last the web file to make, or -",
-                                               &CommandLine::files, Takes::path}};
+constexpr ArgumentRow k_import_arguments[] = {
+    {"PATH", "What to read, and last OUT, the web file to make, or - for standard output",
+     &CommandLine::files, Takes::path}};
 
 constexpr OptionRow k_export_options[] = {
-    {"--html", "Write one page of HTML, to a file or to -", &CommandLine::html, "OUT", Takes::path,
-     nullptr, 'f'},
+    {"--html", "Write one page of HTML, to a file or, for -, to standard output",
+     &CommandLine::html, "OUT", Takes::path, nullptr, 'f'},
     {"--markdown", "Write a folder of Markdown files", &CommandLine::markdown_folder, "DIR",
      Takes::folder, nullptr, 'f'},
     {"--force", "Overwrite a file that is no page, or write into a folder that holds something",
@@ -52,7 +52,7 @@ const CommandRow k_commands[] = {
      "each file: {\"file\", \"bytes\", \"cell\" (of a Markdown file)}.",
      k_export_arguments, k_export_options, command_export},
     {"import", "Make a web of Markdown files, text files or a list of terms",
-     "Makes OUT, which must not exist unless --force is given.\n\n"
+     "Makes OUT, the last of the PATHs; it must not exist unless --force is given.\n\n"
      "With --markdown PATH is a folder, whose .md and .markdown files become cells, those in its "
      "folders too; what begins with a point is passed over. A file's name without suffix is the "
      "cell's. Links to other files, [text](name.md), [[name]] and [[name|text]], become the words "

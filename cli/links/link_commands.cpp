@@ -83,7 +83,7 @@ constexpr const char *k_find_description =
     "also those of other scripts. With --names '_' and blank are the same, too, as in all "
     "names.\n\n"
     "With -E TEXT is a regular expression in the syntax of PCRE2, matched within a line: it knows "
-    "UTF-8, takes bytes that are no UTF-8 as they are, and needs no stack. A line that would take "
+    "UTF-8 and takes bytes that are no UTF-8 as they are. A line that would take "
     "more than a million steps is not searched to its end, and the command ends with 2.\n\n"
     "--names and -l print [FILE:]CELL, -c prints [FILE:]CELL:COUNT for the cells that match. "
     "With --json, one object a line: {\"file\", \"cell\", \"line\", \"text\", \"matches\"}, with "

@@ -6,7 +6,7 @@ constexpr ArgumentRow k_two_webs[] = {
     {"A", "The web before, or - for standard input", &CommandLine::file, Takes::web},
     {"B", "The web after, or - for standard input", &CommandLine::other_file, Takes::web}};
 constexpr ArgumentRow k_three_webs[] = {
-    {"BASE", "The web that both sides come from; an empty file where there is none",
+    {"BASE", "The web that both sides come from, or an empty file where there is none",
      &CommandLine::base_file, Takes::web},
     {"OURS", "The web of one side", &CommandLine::file, Takes::web},
     {"THEIRS", "The web of the other side", &CommandLine::other_file, Takes::web}};
@@ -55,7 +55,8 @@ const CommandRow k_commands[] = {
      "value of an option that both changed. A cell with another name is another cell.\n\n"
      "Each conflict is said on standard error, and the exit status is then 1, but OUT has been "
      "written. When a web cannot be read whole, nothing is written and the exit status is 1, too; "
-     "with --force the merge takes what can be read of it. docs/git.md shows this command as the "
+     "with --force the merge takes what can be read of it. One of the three may be -, standard "
+     "input. docs/git.md shows this command as the "
      "merge driver of git.",
      k_three_webs, k_merge_options, command_merge},
     {"text", "Print webs as texts to read and compare",
