@@ -36,9 +36,8 @@ are one cell.
 .PP
 In place of a file,
 .B \-
-is standard input or output; a command that changes a web and is given
-.B \-
-reads the one and writes the other.
+is standard input or output.
+Given it, a command that changes a web reads the one and writes the other.
 Where several web files may be named, the command runs on one after the other.
 .PP
 A command that changes a web holds a lock on its file meanwhile and puts the new version in the
