@@ -56,10 +56,10 @@ struct CommandGroup {
 
 // ---- What several commands have -----------------------------------------------------------------
 
-constexpr ArgumentRow k_web_argument = {"FILE", "The web file, or - for a standard stream",
+constexpr ArgumentRow k_web_argument = {"FILE", "The web file, or - for standard input",
                                         &CommandLine::file, Takes::web};
-constexpr ArgumentRow k_webs_argument = {"FILE", "The web files, or -", &CommandLine::files,
-                                         Takes::web};
+constexpr ArgumentRow k_webs_argument = {"FILE", "The web files, or - for standard input",
+                                         &CommandLine::files, Takes::web};
 constexpr ArgumentRow k_cell_argument = {"CELL", "The cell's name", &CommandLine::cell,
                                          Takes::cell};
 

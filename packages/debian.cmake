@@ -33,7 +33,7 @@ install(FILES ${pages}/qvx.bash DESTINATION share/bash-completion/completions RE
 install(FILES ${pages}/_qvx DESTINATION share/zsh/vendor-completions)
 install(FILES ${pages}/qvx.fish DESTINATION share/fish/vendor_completions.d)
 install(FILES debian/copyright ${made}/changelog.gz ${PROJECT_SOURCE_DIR}/docs/qvx.md
-    DESTINATION ${doc})
+    ${PROJECT_SOURCE_DIR}/docs/git.md DESTINATION ${doc})
 install(FILES ${PROJECT_SOURCE_DIR}/samples/guide.qvx DESTINATION ${doc}/examples)
 install(FILES debian/lintian-overrides DESTINATION share/lintian/overrides RENAME quorvane)
 

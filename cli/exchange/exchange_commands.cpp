@@ -6,16 +6,16 @@
 namespace {
 
 constexpr ArgumentRow k_export_arguments[] = {k_web_argument};
-constexpr ArgumentRow k_import_arguments[] = {{"PATH",
-                                               "What to read, and last the web file to make, or -",
-                                               &CommandLine::files, Takes::path}};
+constexpr ArgumentRow k_import_arguments[] = {
+    {"PATH", "What to read, and last OUT, the web file to make, or - for standard output",
+     &CommandLine::files, Takes::path}};
 
 constexpr OptionRow k_export_options[] = {
-    {"--html", "Write one page of HTML, to a file or to -", &CommandLine::html, "OUT", Takes::path,
-     nullptr, 'f'},
+    {"--html", "Write one page of HTML, to a file or, for -, to standard output",
+     &CommandLine::html, "OUT", Takes::path, nullptr, 'f'},
     {"--markdown", "Write a folder of Markdown files", &CommandLine::markdown_folder, "DIR",
      Takes::folder, nullptr, 'f'},
-    {"--force", "Write over a file that is no page, or into a folder that holds something",
+    {"--force", "Overwrite a file that is no page, or write into a folder that holds something",
      &CommandLine::force},
     k_dry_run_option,
     k_json_option};
@@ -48,11 +48,11 @@ const CommandRow k_commands[] = {
      "the same names are replaced and all others stay. Prints CELL -> FILE for each cell whose "
      "file "
      "has another name.\n\n"
-     "With -n prints what would be written and how many bytes. With --json prints one object for "
-     "each file: \"file\", \"bytes\", and, for --markdown, \"cell\".",
+     "With --dry-run it prints what would be written and how many bytes. With --json, a line for "
+     "each file: {\"file\", \"bytes\", \"cell\" (of a Markdown file)}.",
      k_export_arguments, k_export_options, command_export},
     {"import", "Make a web of Markdown files, text files or a list of terms",
-     "Makes OUT, which must not exist unless --force is given.\n\n"
+     "Makes OUT, the last of the PATHs; it must not exist unless --force is given.\n\n"
      "With --markdown PATH is a folder, whose .md and .markdown files become cells, those in its "
      "folders too; what begins with a point is passed over. A file's name without suffix is the "
      "cell's. Links to other files, [text](name.md), [[name]] and [[name|text]], become the words "
@@ -67,8 +67,9 @@ const CommandRow k_commands[] = {
      "characters, and, with --markdown, holds only what a link can hold. A number makes it "
      "different from other names. Prints PATH -> CELL for each cell that is not called what its "
      "file or term is; on standard error when OUT is -.\n\n"
-     "With -n prints all of them and how many bytes their texts have, and writes nothing. With "
-     "--json prints one object for each cell: \"path\", \"cell\" and \"bytes\".",
+     "With --dry-run it prints all of them and how many bytes their texts have. With --json, a "
+     "line "
+     "for each cell: {\"path\", \"cell\", \"bytes\"}.",
      k_import_arguments, k_import_options, command_import},
 };
 

@@ -33,7 +33,7 @@ constexpr OptionRow k_case_option = {"--case", "Tell capitals from small letters
 constexpr OptionRow k_rename_options[] = {
     {"--links", "Change the words that name the cell in all texts, too", &CommandLine::with_links},
     k_dry_run_option,
-    {"--json", "With --dry-run: print JSON", &CommandLine::json},
+    {"--json", "Print a dry run as JSON", &CommandLine::json},
     k_force_option};
 constexpr OptionRow k_find_options[] = {
     k_word_option,
@@ -51,7 +51,7 @@ constexpr OptionRow k_replace_options[] = {
     k_word_option,
     k_case_option,
     k_dry_run_option,
-    {"--json", "With --dry-run: print JSON", &CommandLine::json},
+    {"--json", "Print a dry run as JSON", &CommandLine::json},
     k_force_option};
 constexpr OptionRow k_links_options[] = {
     {"-l,--cells", "Print the names of the cells alone", &CommandLine::only_cells},
@@ -70,7 +70,8 @@ constexpr const char *k_rename_description =
     "The cell keeps its text, script and value. With --links every word in every text that names "
     "it becomes NEW, blanks as '_'; without it those words lead nowhere afterwards.\n\n"
     "With --dry-run it prints \"OLD -> NEW\" and each line that would change, before and after, as "
-    "-CELL:LINE:TEXT and +CELL:LINE:TEXT. JSON: {\"cell\", \"renamed\"}, then "
+    "-CELL:LINE:TEXT and +CELL:LINE:TEXT. With --json, too, one object a line: {\"cell\", "
+    "\"renamed\"}, then "
     "{\"cell\", \"line\", \"before\", \"after\"} for each line.\n\n"
     "Refused are the home cell, a name that another cell has, what is no cell name (at most 48 "
     "characters, a letter first) and, with --links, a name with characters that words do not have. "
@@ -82,10 +83,11 @@ constexpr const char *k_find_description =
     "also those of other scripts. With --names '_' and blank are the same, too, as in all "
     "names.\n\n"
     "With -E TEXT is a regular expression in the syntax of PCRE2, matched within a line: it knows "
-    "UTF-8, takes bytes that are no UTF-8 as they are, and needs no stack. A line that would take "
+    "UTF-8 and takes bytes that are no UTF-8 as they are. A line that would take "
     "more than a million steps is not searched to its end, and the command ends with 2.\n\n"
     "--names and -l print [FILE:]CELL, -c prints [FILE:]CELL:COUNT for the cells that match. "
-    "JSON, one object a line: {\"file\", \"cell\", \"line\", \"text\", \"matches\"}, with -l and "
+    "With --json, one object a line: {\"file\", \"cell\", \"line\", \"text\", \"matches\"}, with "
+    "-l and "
     "--names {\"file\", \"cell\"}, with -c {\"file\", \"cell\", \"count\"}.\n\n"
     "The exit status is 1 when nothing is found.";
 
@@ -93,45 +95,55 @@ constexpr const char *k_replace_description =
     "Replaces OLD by NEW in all texts, within lines. Names stay as they are: see rename. Capitals "
     "and small letters of OLD are the same unless --case is given.\n\n"
     "With --dry-run it prints each line that would change, before and after, as -CELL:LINE:TEXT "
-    "and +CELL:LINE:TEXT; JSON: {\"cell\", \"line\", \"before\", \"after\"}.\n\n"
+    "and +CELL:LINE:TEXT. With --json, too, a line for each: {\"cell\", \"line\", \"before\", "
+    "\"after\"}.\n\n"
     "The exit status is 1 when nothing is found.";
 
 constexpr const char *k_links_description =
     "Prints each line of CELL's text that names another cell, or of all texts without CELL, as "
     "CELL:LINE:TEXT. A word names a cell whatever its capitals, with '_' for blanks. A cell's own "
     "name in its text is no link, here and in the commands below.\n\n"
-    "-l prints the names of the cells that the links lead to, each once. JSON, one object a line: "
-    "{\"cell\", \"line\", \"text\", \"links\"}; links has the names that the line leads to.";
+    "-l prints the names of the cells that the links lead to, each once. With --json, one object a "
+    "line: "
+    "{\"cell\", \"line\", \"text\", \"links\"}; links has the names that the line leads to.\n\n"
+    "The exit status is 1 when there is none.";
 
 constexpr const char *k_backlinks_description =
     "Prints each line of the other cells' texts that names CELL, as CELL:LINE:TEXT: the cell where "
-    "it stands, and where. -l prints the names of those cells, each once. JSON as for links.";
+    "it stands, and where. -l prints the names of those cells, each once. JSON as for links.\n\n"
+    "The exit status is 1 when there is none.";
 
 constexpr const char *k_orphans_description =
     "Prints the names of the cells that no other cell links to, a line each. Home, where every web "
-    "begins, is never one. JSON: {\"file\", \"cell\"}. The exit status is 1 when there is none.";
+    "begins, is never one. With --json, a line for each: {\"file\", \"cell\"}.\n\n"
+    "The exit status is 1 when there is none.";
 
 constexpr const char *k_deadends_description =
-    "Prints the names of the cells whose texts link to no other cell, a line each. JSON: "
-    "{\"file\", \"cell\"}. The exit status is 1 when there is none.";
+    "Prints the names of the cells whose texts link to no other cell, a line each. With --json, a "
+    "line for "
+    "each: {\"file\", \"cell\"}.\n\n"
+    "The exit status is 1 when there is none.";
 
 constexpr const char *k_wanted_description =
     "Prints words that name no cell and look as if they should, as WORD:COUNT, the most frequent "
     "first: words that could be names, with '_' inside or with a capital behind a small letter. "
     "Words that differ in capitals alone count as one. With -0 it prints the words alone. "
-    "JSON: {\"file\", \"word\", \"count\", \"cells\"}; cells has the names of those that have the "
-    "word.";
+    "With --json, a line for each: {\"file\", \"word\", \"count\", \"cells\"}; cells has the names "
+    "of those that have the "
+    "word.\n\n"
+    "The exit status is 1 when there is none.";
 
 constexpr const char *k_path_description =
     "Prints the cells on a shortest way from A to B, both included, a line each; each links to the "
-    "next. JSON: {\"file\", \"cell\"} a line. The exit status is 1 when no links lead there.";
+    "next. With --json, a line for each: {\"file\", \"cell\"}.\n\n"
+    "The exit status is 1 when no links lead there.";
 
 constexpr const char *k_stats_description =
     "Prints a line each, \"KEY: VALUE\": cells, lines, words and bytes of all texts, links, "
     "orphans, deadends, wanted words, the name of the longest cell, the name of the cell that most "
     "others link to if there are links, and how many blocks of memory the web takes and leaves. "
-    "JSON: one object with "
-    "these keys and \"file\".";
+    "With several FILEs each line begins with FILE:. With --json, one object with these keys and "
+    "\"file\" for each FILE.";
 
 constexpr const char *k_graph_description =
     "Prints which cells link to which. dot is for Graphviz, as in: qvx graph notes.qvx | dot "

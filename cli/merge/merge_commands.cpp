@@ -3,10 +3,10 @@
 namespace {
 
 constexpr ArgumentRow k_two_webs[] = {
-    {"A", "The web before, or -", &CommandLine::file, Takes::web},
-    {"B", "The web after, or -", &CommandLine::other_file, Takes::web}};
+    {"A", "The web before, or - for standard input", &CommandLine::file, Takes::web},
+    {"B", "The web after, or - for standard input", &CommandLine::other_file, Takes::web}};
 constexpr ArgumentRow k_three_webs[] = {
-    {"BASE", "The web that both sides come from; an empty file where there is none",
+    {"BASE", "The web that both sides come from, or an empty file where there is none",
      &CommandLine::base_file, Takes::web},
     {"OURS", "The web of one side", &CommandLine::file, Takes::web},
     {"THEIRS", "The web of the other side", &CommandLine::other_file, Takes::web}};
@@ -28,7 +28,8 @@ constexpr OptionRow k_merge_options[] = {
 constexpr OptionRow k_repair_options[] = {
     {"-o,--output", "The web file to write (without it, or for -: standard output)",
      &CommandLine::output, "OUT", Takes::web},
-    {"--force", "Overwrite an existing file; FILE itself is kept as FILE.bad", &CommandLine::force},
+    {"--force", "Overwrite an existing file; where that is FILE, the old one is kept as FILE.bad",
+     &CommandLine::force},
     {"-n,--dry-run", "Print the list, and write nothing", &CommandLine::dry_run},
     k_json_option};
 
@@ -54,7 +55,8 @@ const CommandRow k_commands[] = {
      "value of an option that both changed. A cell with another name is another cell.\n\n"
      "Each conflict is said on standard error, and the exit status is then 1, but OUT has been "
      "written. When a web cannot be read whole, nothing is written and the exit status is 1, too; "
-     "with --force the merge takes what can be read of it. docs/git.md shows this command as the "
+     "with --force the merge takes what can be read of it. One of the three may be -, standard "
+     "input. docs/git.md shows this command as the "
      "merge driver of git.",
      k_three_webs, k_merge_options, command_merge},
     {"text", "Print webs as texts to read and compare",

@@ -37,6 +37,7 @@ are one cell.
 In place of a file,
 .B \-
 is standard input or output.
+Given it, a command that changes a web reads the one and writes the other.
 Where several web files may be named, the command runs on one after the other.
 .PP
 A command that changes a web holds a lock on its file meanwhile and puts the new version in the
@@ -45,6 +46,8 @@ A command that fails has changed nothing.
 A web that could not be read whole is not written again, unless
 .B \-\-force
 is given.
+.PP
+On a terminal, control characters in names and texts are shown as \exNN.
 .PP
 Options may stand anywhere behind the command.
 Behind
@@ -58,7 +61,8 @@ constexpr const char *k_tail = R"(.SH "EXIT STATUS"
 Done.
 .TP
 .B 1
-Nothing was found, a check has findings, or the command was refused.
+Nothing was found, a check has findings, two webs differ, a merge has conflicts, or the command
+was refused.
 .TP
 .B 2
 Wrong usage, or a file that cannot be read or written.
@@ -95,6 +99,20 @@ qvx new notes.qvx
 qvx set notes.qvx home \-\-text "Groceries are in shopping."
 qvx set notes.qvx shopping \-\-text "Bread, and apples."
 qvx report notes.qvx \-\-type outptr
+.EE
+.PP
+Rename a cell and all links to it, after a look at what would change:
+.PP
+.EX
+qvx rename \-\-links \-n notes.qvx shopping groceries_list
+qvx rename \-\-links notes.qvx shopping groceries_list
+.EE
+.PP
+Draw what links where, and publish all of it:
+.PP
+.EX
+qvx graph notes.qvx | dot \-Tsvg >notes.svg
+qvx export notes.qvx \-\-html notes.html
 .EE
 .PP
 Take a cell's text from another program:
