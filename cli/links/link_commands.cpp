@@ -69,8 +69,9 @@ const OptionRow k_graph_options[] = {
 constexpr const char *k_rename_description =
     "The cell keeps its text, script and value. With --links every word in every text that names "
     "it becomes NEW, blanks as '_'; without it those words lead nowhere afterwards.\n\n"
-    "With --dry-run it prints \"OLD -> NEW\" and each line that would change, before and after, as "
-    "-CELL:LINE:TEXT and +CELL:LINE:TEXT. JSON: {\"cell\", \"renamed\"}, then "
+    "With --dry-run it prints \"OLD -> NEW\" and, below the name of its cell, each line that would "
+    "change, before and after, as \"-LINE: TEXT\" and \"+LINE: TEXT\". JSON: {\"cell\", "
+    "\"renamed\"}, then "
     "{\"cell\", \"line\", \"before\", \"after\"} for each line.\n\n"
     "Refused are the home cell, a name that another cell has, what is no cell name (at most 48 "
     "characters, a letter first) and, with --links, a name with characters that words do not have. "
@@ -84,7 +85,7 @@ constexpr const char *k_find_description =
     "With -E TEXT is a regular expression in the syntax of PCRE2, matched within a line: it knows "
     "UTF-8, takes bytes that are no UTF-8 as they are, and needs no stack. A line that would take "
     "more than a million steps is not searched to its end, and the command ends with 2.\n\n"
-    "--names and -l print [FILE:]CELL, -c prints [FILE:]CELL:COUNT for the cells that match. "
+    "--names, -l and -0 print [FILE:]CELL, -c prints [FILE:]CELL:COUNT for the cells that match. "
     "JSON, one object a line: {\"file\", \"cell\", \"line\", \"text\", \"matches\"}, with -l and "
     "--names {\"file\", \"cell\"}, with -c {\"file\", \"cell\", \"count\"}.\n\n"
     "The exit status is 1 when nothing is found.";
@@ -92,16 +93,18 @@ constexpr const char *k_find_description =
 constexpr const char *k_replace_description =
     "Replaces OLD by NEW in all texts, within lines. Names stay as they are: see rename. Capitals "
     "and small letters of OLD are the same unless --case is given.\n\n"
-    "With --dry-run it prints each line that would change, before and after, as -CELL:LINE:TEXT "
-    "and +CELL:LINE:TEXT; JSON: {\"cell\", \"line\", \"before\", \"after\"}.\n\n"
+    "With --dry-run it prints, below the name of its cell, each line that would change, before and "
+    "after, as \"-LINE: TEXT\" and \"+LINE: TEXT\"; JSON: {\"cell\", \"line\", \"before\", "
+    "\"after\"}.\n\n"
     "The exit status is 1 when nothing is found.";
 
 constexpr const char *k_links_description =
     "Prints each line of CELL's text that names another cell, or of all texts without CELL, as "
     "CELL:LINE:TEXT. A word names a cell whatever its capitals, with '_' for blanks. A cell's own "
     "name in its text is no link, here and in the commands below.\n\n"
-    "-l prints the names of the cells that the links lead to, each once. JSON, one object a line: "
-    "{\"cell\", \"line\", \"text\", \"links\"}; links has the names that the line leads to.";
+    "-l prints the names of the cells that the links lead to, each once, and so does -0. JSON, one "
+    "object a line: {\"file\", \"cell\", \"line\", \"text\", \"links\"}; links has the names that "
+    "the line leads to.";
 
 constexpr const char *k_backlinks_description =
     "Prints each line of the other cells' texts that names CELL, as CELL:LINE:TEXT: the cell where "
