@@ -97,7 +97,7 @@ int apply_report_options(const CommandLine &line, const std::string &file) {
 CellHandle find_cell(const std::string &name) {
     const CellHandle cell = cell_lookup(name.c_str());
     if (cell == 0) {
-        host_message("no such cell");
+        no_such_cell(name);
     }
     return cell;
 }

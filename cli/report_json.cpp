@@ -14,6 +14,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <unordered_map>
+#include <vector>
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -22,49 +25,72 @@ std::string name_of(CellHandle cell) {
     return text_bytes(cell_name(cell));
 }
 
-Json cells_that_name(CellHandle cell) {
-    Json names = Json::array();
-    const int32_t number = cell_number_of(cell);
-    for (CellHandle from = first_live_cell(); from != 0; from = next_live_cell(from)) {
-        if (link_list_names(cell_out_pointers(from), number)) {
-            names.push_back(name_of(from));
-        }
+// By the number of a cell: those that name it, in the web's order.
+using Sources = std::unordered_map<int32_t, Json>;
+
+template <typename Function> void for_targets(CellHandle cell, Function function) {
+    const BlockHandle list = cell_out_pointers(cell);
+    for (const LinkEntry *entry = link_list_first(list);
+         entry != nullptr && entry->kind != k_link_end; entry = link_list_next(list)) {
+        function(link_target(entry));
     }
-    return names;
+}
+
+// All cells' at once: each list is gone through but once. -1 is the number of any number of cells.
+Sources all_sources() {
+    Sources sources;
+    for (CellHandle from = first_live_cell(); from != 0; from = next_live_cell(from)) {
+        for_targets(from, [&](int32_t number) {
+            if (number >= 0) {
+                sources[number].push_back(name_of(from));
+            }
+        });
+    }
+    return sources;
+}
+
+Json cells_that_name(const Sources &sources, CellHandle cell) {
+    const auto found = sources.find(cell_number_of(cell));
+    return found != sources.end() ? found->second : Json::array();
 }
 
 Json cells_named_by(CellHandle cell) {
     Json names = Json::array();
-    const BlockHandle list = cell_out_pointers(cell);
-    for (const LinkEntry *entry = link_list_first(list);
-         entry != nullptr && entry->kind != k_link_end; entry = link_list_next(list)) {
-        const CellHandle target = cell_by_number(link_target(entry));
+    for_targets(cell, [&names](int32_t number) {
+        const CellHandle target = cell_by_number(number);
         if (target != 0) {
             names.push_back(name_of(target));
         }
-    }
+    });
     return names;
 }
 
-void print_links_of(const std::string &file, CellHandle cell) {
-    const bool in = option_rtype() == k_report_inptr;
-    print_json({{"file", file},
-                {"cell", name_of(cell)},
-                {in ? "in" : "out", in ? cells_that_name(cell) : cells_named_by(cell)}});
-}
-
 // The same cells as the report's, in its order.
-void print_covered(const std::string &file) {
+std::vector<CellHandle> covered_cells() {
+    std::vector<CellHandle> cells;
     if (option_rall() != 0) {
         for (CellHandle cell = first_live_cell(); cell != 0; cell = next_live_cell(cell)) {
-            print_links_of(file, cell);
+            cells.push_back(cell);
         }
     } else if (report_selection_count() == 0) {
-        print_links_of(file, current_cell());
+        cells.push_back(current_cell());
     } else {
         for (uint32_t i = 0; i < report_selection_count(); ++i) {
-            print_links_of(file, report_selection_at(i));
+            cells.push_back(report_selection_at(i));
         }
+    }
+    return cells;
+}
+
+// Nothing here takes blocks.
+void print_covered(const std::string &file) {
+    const bool in = option_rtype() == k_report_inptr;
+    const Sources sources = in ? all_sources() : Sources();
+    for (const CellHandle cell : covered_cells()) {
+        print_json(
+            {{"file", file},
+             {"cell", name_of(cell)},
+             {in ? "in" : "out", in ? cells_that_name(sources, cell) : cells_named_by(cell)}});
     }
 }
 

@@ -88,7 +88,7 @@ void close_console() {
 // What was followed out of the console shows in the text, and the console stays where there is room
 // for both.
 void follow() {
-    const Link *link = pane_selected(*screen_pane());
+    const PaneLink *link = pane_selected(*screen_pane());
     if (link != nullptr) {
         cell_follow(link->cell);
         screen_set_focus(Part::text);

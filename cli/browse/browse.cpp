@@ -4,6 +4,7 @@
 #include "cli/browse/screen.h"
 #include "cli/browse/view.h"
 #include "cli/browse/work.h"
+#include "cli/cells/edited_text.h"
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
 #include "cli/web_file.h"
@@ -59,6 +60,7 @@ int end_hung_up() {
     if (web_changed()) {
         work_keep_unsaved();
     }
+    name_edited_file();
     if (terminal_hung_up() != k_no_signal) {
         terminal_end_by(terminal_hung_up());
     }

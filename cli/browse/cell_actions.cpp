@@ -1,13 +1,11 @@
 #include "cli/browse/cell_actions.h"
 
 #include "cli/browse/ask.h"
-#include "cli/browse/edit_text.h"
 #include "cli/browse/list.h"
 #include "cli/browse/screen.h"
 #include "cli/browse/view.h"
 #include "cli/browse/work.h"
-#include "cli/host_qvx.h"
-#include "cli/note.h"
+#include "cli/cells/edited_text.h"
 #include "cli/shown.h"
 #include "core/host_messages.h"
 #include "core/host_view.h"
@@ -65,8 +63,9 @@ void report_body() {
 // A report begins with its own cell: the first of the others is what the user wants to follow.
 void select_other_cell() {
     Pane *console = screen_console();
-    const auto found = std::find_if(console->links.begin(), console->links.end(),
-                                    [](const Link &link) { return link.cell != current_cell(); });
+    const auto found =
+        std::find_if(console->links.begin(), console->links.end(),
+                     [](const PaneLink &link) { return link.cell != current_cell(); });
     if (found != console->links.end()) {
         console->selected = static_cast<size_t>(found - console->links.begin());
     }
@@ -97,36 +96,25 @@ void store_body() {
     refresh_current_view();
 }
 
-void store_edited(std::string edited) {
-    edited.erase(std::remove(edited.begin(), edited.end(), '\0'), edited.end());
-    cells.text = with_crlf(edited);
-    if (!view_run(store_body)) {
-        work_keep_text(edited);
+void store_edited(const std::string &edited) {
+    cells.text = edited;
+    if (view_run(store_body)) {
+        drop_edited_file();
+    } else {
+        name_edited_file();
     }
 }
 
-// Editors end the last line, which a text need not.
-std::string ended_line(std::string text) {
-    return text.empty() || text.back() == '\n' ? text : text + '\n';
+bool must_end() {
+    return terminal_hung_up() != 0;
 }
 
-std::string unended_line(std::string text) {
-    if (!text.empty() && text.back() == '\n') {
-        text.pop_back();
-    }
-    return text;
-}
-
-bool edit_on_terminal(std::string *text) {
-    std::string left;
+// False unless there is another text then; why has been said.
+bool edit_on_terminal(const std::string &subject, std::string *text) {
     terminal_lend();
-    const bool edited = browse_edit_text(text, &left);
+    const Editing result = edit_text(subject, text, must_end);
     terminal_take_back();
-    if (!edited) {
-        const std::string where = left.empty() ? "" : ": the text is in " + left;
-        screen_message("The editor failed" + where);
-    }
-    return edited;
+    return result == Editing::done;
 }
 
 }  // namespace
@@ -194,18 +182,10 @@ void cell_edit() {
         return;
     }
     show_text();
-    const std::string before = with_lf(text_bytes(cell_text(cell)));
-    const bool ends = !before.empty() && before.back() == '\n';
-    std::string edited = ended_line(before);
-    if (!edit_on_terminal(&edited)) {
-        return;
-    }
-    if (!ends) {
-        edited = unended_line(edited);
-    }
-    if (edited != before) {
+    std::string text = text_bytes(cell_text(cell));
+    if (edit_on_terminal(work_file() + ": " + printable(text_bytes(cell_name(cell))), &text)) {
         cells.cell = cell;
-        store_edited(edited);
+        store_edited(text);
     }
 }
 

@@ -89,7 +89,7 @@ CellHandle cell_named(std::string_view word) {
 }
 
 // A link for the text in between, if it names a cell.
-bool add_link(Pane *pane, Span at) {
+bool add_link(Pane *pane, ByteRange at) {
     const CellHandle cell =
         cell_named(std::string_view(pane->text).substr(at.begin, at.end - at.begin));
     if (cell != 0) {
@@ -98,7 +98,7 @@ bool add_link(Pane *pane, Span at) {
     return cell != 0;
 }
 
-void add_word_links(Pane *pane, Span part) {
+void add_word_links(Pane *pane, ByteRange part) {
     const std::string_view text = std::string_view(pane->text).substr(0, part.end);
     size_t at = part.begin;
     for (std::string_view word; !(word = next_link_word(text, &at)).empty();) {
@@ -107,7 +107,7 @@ void add_word_links(Pane *pane, Span part) {
 }
 
 // What a report puts before a name.
-size_t behind_marks(const std::string &text, Span line) {
+size_t behind_marks(const std::string &text, ByteRange line) {
     return std::min(text.find_first_not_of(" <>", line.begin), line.end);
 }
 
@@ -115,7 +115,7 @@ void add_line_links(Pane *pane) {
     const std::string &text = pane->text;
     for (size_t begin = 0; begin < text.size();) {
         const size_t end = std::min(text.find('\n', begin), text.size());
-        const Span name = {behind_marks(text, {begin, end}), end};
+        const ByteRange name = {behind_marks(text, {begin, end}), end};
         if (!add_link(pane, name)) {
             add_word_links(pane, {begin, end});
         }
@@ -123,7 +123,7 @@ void add_line_links(Pane *pane) {
     }
 }
 
-bool is_on_screen(const Pane &pane, const Link &link) {
+bool is_on_screen(const Pane &pane, const PaneLink &link) {
     const size_t row = pane_row_of(pane, link.at.begin);
     return row >= pane.top && row < pane.top + static_cast<size_t>(pane.height);
 }
@@ -152,7 +152,8 @@ void pane_set_text(Pane *pane, std::string text) {
 }
 
 void pane_find_links(Pane *pane, bool lines) {
-    const Span selected = pane_selected(*pane) != nullptr ? pane_selected(*pane)->at : Span{0, 0};
+    const ByteRange selected =
+        pane_selected(*pane) != nullptr ? pane_selected(*pane)->at : ByteRange{0, 0};
     pane->links.clear();
     pane->selected = k_no_link;
     if (lines) {
@@ -207,12 +208,14 @@ void pane_step_link(Pane *pane, bool forward) {
     pane_reveal(pane, pane->links[pane->selected].at.begin);
 }
 
-const Link *pane_selected(const Pane &pane) {
+const PaneLink *pane_selected(const Pane &pane) {
     return pane.selected < pane.links.size() ? &pane.links[pane.selected] : nullptr;
 }
 
 bool pane_select_link_at(Pane *pane, size_t at) {
-    const auto covers = [at](const Link &link) { return link.at.begin <= at && at < link.at.end; };
+    const auto covers = [at](const PaneLink &link) {
+        return link.at.begin <= at && at < link.at.end;
+    };
     const auto found = std::find_if(pane->links.begin(), pane->links.end(), covers);
     if (found != pane->links.end()) {
         pane->selected = static_cast<size_t>(found - pane->links.begin());
@@ -225,7 +228,7 @@ size_t pane_byte_at(const Pane &pane, int row, int column) {
     if (row < 0 || number >= pane.rows.size()) {
         return pane.text.size();
     }
-    const Span span = pane.rows[number];
+    const ByteRange span = pane.rows[number];
     const std::string_view line = std::string_view(pane.text).substr(0, span.end);
     int before = 0;
     for (size_t at = span.begin; at < span.end;) {
@@ -242,6 +245,6 @@ size_t pane_byte_at(const Pane &pane, int row, int column) {
 size_t pane_row_of(const Pane &pane, size_t at) {
     const auto behind =
         std::upper_bound(pane.rows.begin(), pane.rows.end(), at,
-                         [](size_t byte, const Span &row) { return byte < row.begin; });
+                         [](size_t byte, const ByteRange &row) { return byte < row.begin; });
     return behind == pane.rows.begin() ? 0 : static_cast<size_t>(behind - pane.rows.begin()) - 1;
 }

@@ -9,13 +9,13 @@
 #include <vector>
 
 // Bytes of a text.
-struct Span {
+struct ByteRange {
     size_t begin;
     size_t end;
 };
 
-struct Link {
-    Span at;
+struct PaneLink {
+    ByteRange at;
     CellHandle cell;
 };
 
@@ -23,13 +23,13 @@ constexpr size_t k_no_link = static_cast<size_t>(-1);
 
 struct Pane {
     std::string text;
-    std::vector<Span> rows;  // at least one
-    std::vector<Link> links;
+    std::vector<ByteRange> rows;  // at least one
+    std::vector<PaneLink> links;
     int width = 1;   // columns
     int height = 1;  // rows that are shown
     size_t top = 0;  // row
     size_t selected = k_no_link;
-    Span match = {0, 0};  // what a search has found
+    ByteRange match = {0, 0};  // what a search has found
 };
 
 // Shows another text from its beginning, without links.
@@ -52,7 +52,7 @@ void pane_reveal(Pane *pane, size_t at);
 void pane_step_link(Pane *pane, bool forward);
 
 // What is selected, or null.
-const Link *pane_selected(const Pane &pane);
+const PaneLink *pane_selected(const Pane &pane);
 
 // Selects the link that covers this byte. False without one.
 bool pane_select_link_at(Pane *pane, size_t at);

@@ -117,14 +117,15 @@ int columns_of(std::string_view line) {
     return columns;
 }
 
-bool covers(const Span &span, size_t at) {
+bool covers(const ByteRange &span, size_t at) {
     return span.begin <= at && at < span.end;
 }
 
 // The first link that does not end before this byte.
 size_t link_from(const Pane &pane, size_t at) {
-    const auto found = std::partition_point(pane.links.begin(), pane.links.end(),
-                                            [at](const Link &link) { return link.at.end <= at; });
+    const auto found =
+        std::partition_point(pane.links.begin(), pane.links.end(),
+                             [at](const PaneLink &link) { return link.at.end <= at; });
     return static_cast<size_t>(found - pane.links.begin());
 }
 
@@ -139,7 +140,7 @@ Style style_at(const Pane &pane, size_t at, bool active) {
     return link == pane.selected && active ? k_style_selected : k_style_link;
 }
 
-void draw_row(const Pane &pane, const Span &span, const Box &box, int row, bool active) {
+void draw_row(const Pane &pane, const ByteRange &span, const Box &box, int row, bool active) {
     const std::string_view line = std::string_view(pane.text).substr(0, span.end);
     int column = 0;
     for (size_t at = span.begin; at < span.end;) {
@@ -276,7 +277,7 @@ int place_bottom() {
 
 // Columns that the last row of a question takes: the cursor goes behind it.
 int end_of_bottom() {
-    const Span last = screen.bottom.rows.back();
+    const ByteRange last = screen.bottom.rows.back();
     const std::string_view text = screen.bottom.text;
     return std::min(columns_of(text.substr(last.begin, last.end - last.begin)),
                     terminal_columns() - 1);

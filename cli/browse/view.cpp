@@ -93,8 +93,8 @@ void store_text() {
     if (view.cell == 0 || view.cell != current_cell()) {
         return;
     }
-    const Link *link = pane_selected(*screen_text());
-    const Span selected = link != nullptr ? link->at : Span{0, 0};
+    const PaneLink *link = pane_selected(*screen_text());
+    const ByteRange selected = link != nullptr ? link->at : ByteRange{0, 0};
     const ViewState state = {static_cast<int32_t>(screen_text()->top),
                              static_cast<int32_t>(selected.begin),
                              static_cast<int32_t>(selected.end)};

@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include <sys/stat.h>
 
@@ -38,16 +37,16 @@ std::vector<fs::path> folders() {
             fs::temp_directory_path(error)};
 }
 
-std::string unsaved_name(const fs::path &folder, const std::string &suffix, int number) {
+std::string unsaved_name(const fs::path &folder, int number) {
     const std::string behind = number == 1 ? "" : std::to_string(number);
-    return (folder / (fs::path(work.file).filename().string() + suffix + behind)).string();
+    return (folder / (fs::path(work.file).filename().string() + k_unsaved + behind)).string();
 }
 
 // The first such path that has no file.
-std::string free_name(const fs::path &folder, const std::string &suffix) {
+std::string free_name(const fs::path &folder) {
     std::error_code error;
     for (int number = 1; number < k_unsaved_max; ++number) {
-        const std::string name = unsaved_name(folder, suffix, number);
+        const std::string name = unsaved_name(folder, number);
         if (!fs::exists(fs::symlink_status(name, error))) {
             return name;
         }
@@ -55,24 +54,13 @@ std::string free_name(const fs::path &folder, const std::string &suffix) {
     return "";
 }
 
-bool web_kept_at(const std::string &name) {
-    return web_save(name.c_str()) == k_exit_done;
-}
-
-bool write_to(const std::string &name, const std::string &text) {
-    std::ofstream file(name, std::ios::binary);
-    file << text;
-    file.close();
-    return !file.fail();
-}
-
-// Has one of the folders take a file that only this user can read.
-template <typename Write> bool keep(const std::string &suffix, const Write &write) {
+// Has one of the folders take the web, in a file that only this user can read.
+bool keep_web() {
     const mode_t before = umask(k_nobody_else);
     bool done = false;
     for (const fs::path &folder : folders()) {
-        const std::string name = free_name(folder, suffix);
-        if (!done && !name.empty() && write(name)) {
+        const std::string name = free_name(folder);
+        if (!done && !name.empty() && web_save(name.c_str()) == k_exit_done) {
             work.kept = name;
             done = true;
         }
@@ -98,6 +86,10 @@ int work_open(const CommandLine &line) {
     return k_exit_done;
 }
 
+const std::string &work_file() {
+    return work.file;
+}
+
 bool work_may_change() {
     if (!work.may_change) {
         host_message("cannot be read whole, and writing would lose the rest: use --force");
@@ -115,7 +107,7 @@ bool work_save() {
 }
 
 bool work_keep_unsaved() {
-    if (!keep(k_unsaved, web_kept_at)) {
+    if (!keep_web()) {
         host_message("unsaved changes could not be kept");
         return false;
     }
@@ -127,19 +119,10 @@ bool work_keep_unsaved() {
 void work_tell_kept() {
     std::error_code error;
     for (const fs::path &folder : folders()) {
-        const std::string name = unsaved_name(folder, k_unsaved, 1);
+        const std::string name = unsaved_name(folder, 1);
         if (fs::exists(name, error)) {
             host_message(("changes that were not saved are in " + name).c_str());
             return;
         }
-    }
-}
-
-void work_keep_text(const std::string &text) {
-    const auto write = [&text](const std::string &name) { return write_to(name, text); };
-    if (keep(".text", write)) {
-        host_message(("the edited text is in " + work.kept).c_str());
-    } else {
-        host_message("the edited text could not be kept");
     }
 }

@@ -3,8 +3,12 @@
 
 #include "cli/command_line.h"
 
+#include <string>
+
 // Reads the web; the exit status. Another program may change the file meanwhile.
 int work_open(const CommandLine &line);
+
+const std::string &work_file();
 
 // False, after saying why, for a web of which only a part could be read.
 bool work_may_change();
@@ -18,6 +22,3 @@ bool work_keep_unsaved();
 
 // Tells the user of such a file of an earlier run.
 void work_tell_kept();
-
-// Puts a text that found no room into a file of its own, and says where.
-void work_keep_text(const std::string &text);

@@ -43,17 +43,17 @@ int change_text(const CommandLine &line,
     return change_web(line, [&](Notes *notes) { return change(line, with_crlf(text), notes); });
 }
 
-bool may_be_deleted(const CommandLine &line, const Notes &notes, const std::string &name) {
+bool may_be_deleted(const Notes &notes, const std::string &name) {
     if (compare_names(name, "home") == 0) {
-        host_message("Can't Delete Home");
+        refuse_cell("home", "Can't Delete Home");
         return false;
     }
-    return named_note(line, notes, name) != nullptr;
+    return named_note(notes, name) != nullptr;
 }
 
 int delete_cells(const CommandLine &line, Notes *notes) {
     for (const std::string &name : line.cells) {
-        if (!may_be_deleted(line, *notes, name)) {
+        if (!may_be_deleted(*notes, name)) {
             return k_exit_refused;
         }
     }

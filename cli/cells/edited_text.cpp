@@ -19,8 +19,15 @@ static struct EditedText {
 
 namespace {
 
+std::string where_kept() {
+    return "the edited text is kept in " + edited.path;
+}
+
+// A view shows one message at a time, so that this one says everything.
 Editing fail(const std::string &message) {
-    host_message(message.c_str());
+    std::error_code ignored;
+    const bool kept = fs::exists(reinterpret_cast<const char8_t *>(edited.path.c_str()), ignored);
+    host_message((message + (kept ? ": " + where_kept() : "")).c_str());
     return Editing::failed;
 }
 
@@ -66,9 +73,8 @@ Editing after_editor(int status, const std::string &given, const std::string &by
         if (bytes == given) {
             drop_edited_file();
         }
-        fail("the editor failed (status " + std::to_string(status) + "), nothing was written");
-        name_edited_file();
-        return Editing::failed;
+        return fail("the editor failed (status " + std::to_string(status) +
+                    "), nothing was written");
     }
     const std::string result = as_text(bytes, *text);
     if (bytes == given || result == *text) {
@@ -81,7 +87,8 @@ Editing after_editor(int status, const std::string &given, const std::string &by
 
 }  // namespace
 
-Editing edit_text(const std::string &subject, std::string *text) {
+Editing edit_text(const std::string &subject, std::string *text, bool (*must_end)()) {
+    edited.path.clear();
     edited.subject = subject;
     host_name_file(edited.subject.c_str());
     const std::string command = editor_command();
@@ -92,7 +99,7 @@ Editing edit_text(const std::string &subject, std::string *text) {
     if (!make_file(given)) {
         return fail_with_reason("no temporary file can be written");
     }
-    const int status = run_on_file(command, edited.path);
+    const int status = run_on_file(command, edited.path, must_end);
     if (status < 0) {
         return fail_with_reason("the editor cannot be started");
     }
@@ -100,7 +107,7 @@ Editing edit_text(const std::string &subject, std::string *text) {
     const int reading = read_text_file(edited.path, &bytes);
     host_name_file(edited.subject.c_str());
     if (reading != k_exit_done) {
-        host_message("the editor left no text to store, nothing was written");
+        fail("the editor left no text to store, nothing was written");
         return reading == k_exit_memory ? Editing::no_room : Editing::failed;
     }
     return after_editor(status, given, bytes, text);
@@ -109,7 +116,7 @@ Editing edit_text(const std::string &subject, std::string *text) {
 void name_edited_file() {
     if (!edited.path.empty()) {
         host_name_file(edited.subject.c_str());
-        host_message(("the edited text is kept in " + edited.path).c_str());
+        host_message(where_kept().c_str());
     }
 }
 

@@ -13,10 +13,11 @@ enum class Editing : uint8_t {
 
 // Runs the editor on the text, whose line ends are CR LF before and after, and as the system has
 // them in between. The editor gets a line end behind a last line that has none, which does not
-// become part of the text. Messages are about the subject ("FILE: CELL").
-Editing edit_text(const std::string &subject, std::string *text);
+// become part of the text. Messages are about the subject ("FILE: CELL"). When `must_end` says that
+// this program is to end, so does the editor.
+Editing edit_text(const std::string &subject, std::string *text, bool (*must_end)() = nullptr);
 
-// Says on standard error where the edited text is kept, when it is.
+// Says where the edited text is kept, when it is.
 void name_edited_file();
 
 // Removes the file: its text is in safety.

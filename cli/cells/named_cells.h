@@ -1,12 +1,10 @@
-// Cells by the names that the command line gives. With one name the message that there is no such
-// cell does not repeat it.
+// Cells by the names that the command line gives.
 #pragma once
 
-#include "cli/command_line.h"
 #include "cli/note.h"
 
 // The cell of that name; null after saying that there is none.
-const Note *named_note(const CommandLine &line, const Notes &notes, const std::string &name);
+const Note *named_note(const Notes &notes, const std::string &name);
 
 // The same for a cell that a command changes, and makes when there is none; null after saying that
 // the name cannot be one.

@@ -48,7 +48,7 @@ int print_cells(const CommandLine &line, PrintCells *print_them) {
     return read_web(line, [&](const std::string &, const Notes &notes) {
         std::vector<const Note *> found;
         for (const std::string &name : line.cells) {
-            const Note *note = named_note(line, notes, name);
+            const Note *note = named_note(notes, name);
             if (note != nullptr) {
                 found.push_back(note);
             }

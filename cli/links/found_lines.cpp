@@ -12,10 +12,25 @@ std::string field(std::string_view text, Colour colour) {
     return coloured(shown(text), colour) + coloured(":", Colour::cyan);
 }
 
+std::string with_spans(std::string_view text, const Spans &spans) {
+    std::string whole;
+    size_t done = 0;
+    for (const Span &span : spans) {
+        whole += shown(text.substr(done, span.begin - done)) +
+                 coloured(shown(text.substr(span.begin, span.size)), Colour::red);
+        done = span.begin + span.size;
+    }
+    return whole.append(shown(text.substr(done))) += '\n';
+}
+
 }  // namespace
 
 std::string_view file_shown(const CommandLine &line, std::string_view file) {
     return line.files.size() > 1 ? file : std::string_view();
+}
+
+bool prints_cells_alone(const CommandLine &line) {
+    return line.only_cells || (line.zero && !line.json);
 }
 
 void print_file(std::string_view file) {
@@ -27,13 +42,11 @@ void print_file(std::string_view file) {
 void print_found(const FoundLine &found, const Spans &spans) {
     std::string whole = found.file.empty() ? "" : field(found.file, Colour::magenta);
     whole += field(found.cell, Colour::magenta) + field(std::to_string(found.line), Colour::green);
-    size_t done = 0;
-    for (const Span &span : spans) {
-        whole += shown(found.text.substr(done, span.begin - done)) +
-                 coloured(shown(found.text.substr(span.begin, span.size)), Colour::red);
-        done = span.begin + span.size;
-    }
-    print(whole.append(shown(found.text.substr(done))) += '\n');
+    print(whole += with_spans(found.text, spans));
+}
+
+void print_marked(std::string_view text, const Spans &spans) {
+    print(with_spans(text, spans));
 }
 
 void print_listed(const CommandLine &line, std::string_view file, std::string_view name) {

@@ -11,6 +11,9 @@
 // The file, where names of several are to be told apart; else "".
 std::string_view file_shown(const CommandLine &line, std::string_view file);
 
+// True where names are asked for, not lines.
+bool prints_cells_alone(const CommandLine &line);
+
 // "FILE:" when there is a file to show.
 void print_file(std::string_view file);
 
@@ -23,6 +26,9 @@ struct FoundLine {
 
 // With what was found in the line coloured.
 void print_found(const FoundLine &found, const Spans &spans);
+
+// The line alone.
+void print_marked(std::string_view text, const Spans &spans);
 
 // One name of a list: as [FILE:]NAME with its line end or NUL, or {"file": ..., "cell": ...}.
 void print_listed(const CommandLine &line, std::string_view file, std::string_view name);

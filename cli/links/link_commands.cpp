@@ -69,8 +69,8 @@ const OptionRow k_graph_options[] = {
 constexpr const char *k_rename_description =
     "The cell keeps its text, script and value. With --links every word in every text that names "
     "it becomes NEW, blanks as '_'; without it those words lead nowhere afterwards.\n\n"
-    "With --dry-run it prints \"OLD -> NEW\" and each line that would change, before and after, as "
-    "-CELL:LINE:TEXT and +CELL:LINE:TEXT. With --json, too, one object a line: {\"cell\", "
+    "With --dry-run it prints \"OLD -> NEW\" and, below the name of its cell, each line that would "
+    "change, before and after, as \"-LINE: TEXT\" and \"+LINE: TEXT\". With --json {\"cell\", "
     "\"renamed\"}, then "
     "{\"cell\", \"line\", \"before\", \"after\"} for each line.\n\n"
     "Refused are the home cell, a name that another cell has, what is no cell name (at most 48 "
@@ -85,7 +85,7 @@ constexpr const char *k_find_description =
     "With -E TEXT is a regular expression in the syntax of PCRE2, matched within a line: it knows "
     "UTF-8 and takes bytes that are no UTF-8 as they are. A line that would take "
     "more than a million steps is not searched to its end, and the command ends with 2.\n\n"
-    "--names and -l print [FILE:]CELL, -c prints [FILE:]CELL:COUNT for the cells that match. "
+    "--names, -l and -0 print [FILE:]CELL, -c prints [FILE:]CELL:COUNT for the cells that match. "
     "With --json, one object a line: {\"file\", \"cell\", \"line\", \"text\", \"matches\"}, with "
     "-l and "
     "--names {\"file\", \"cell\"}, with -c {\"file\", \"cell\", \"count\"}.\n\n"
@@ -94,8 +94,8 @@ constexpr const char *k_find_description =
 constexpr const char *k_replace_description =
     "Replaces OLD by NEW in all texts, within lines. Names stay as they are: see rename. Capitals "
     "and small letters of OLD are the same unless --case is given.\n\n"
-    "With --dry-run it prints each line that would change, before and after, as -CELL:LINE:TEXT "
-    "and +CELL:LINE:TEXT. With --json, too, a line for each: {\"cell\", \"line\", \"before\", "
+    "With --dry-run it prints, below the name of its cell, each line that would change, before and "
+    "after, as \"-LINE: TEXT\" and \"+LINE: TEXT\"; With --json {\"cell\", \"line\", \"before\", "
     "\"after\"}.\n\n"
     "The exit status is 1 when nothing is found.";
 
@@ -103,9 +103,9 @@ constexpr const char *k_links_description =
     "Prints each line of CELL's text that names another cell, or of all texts without CELL, as "
     "CELL:LINE:TEXT. A word names a cell whatever its capitals, with '_' for blanks. A cell's own "
     "name in its text is no link, here and in the commands below.\n\n"
-    "-l prints the names of the cells that the links lead to, each once. With --json, one object a "
-    "line: "
-    "{\"cell\", \"line\", \"text\", \"links\"}; links has the names that the line leads to.\n\n"
+    "-l prints the names of the cells that the links lead to, each once, and so does -0. JSON, one "
+    "object a line: {\"file\", \"cell\", \"line\", \"text\", \"links\"}; links has the names that "
+    "the line leads to.\n\n"
     "The exit status is 1 when there is none.";
 
 constexpr const char *k_backlinks_description =

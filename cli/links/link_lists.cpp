@@ -23,12 +23,14 @@ bool same_line(const Link &a, const Link &b) {
 
 using LinkIterator = std::vector<Link>::const_iterator;
 
-void print_line_json(const Notes &notes, LinkIterator first, LinkIterator end) {
+void print_line_json(const CommandLine &line, const Notes &notes, LinkIterator first,
+                     LinkIterator end) {
     auto links = nlohmann::ordered_json::array();
     for (LinkIterator link = first; link != end; ++link) {
         links.push_back(notes[link->target].name);
     }
-    print_json({{"cell", notes[first->place.cell].name},
+    print_json({{"file", line.file},
+                {"cell", notes[first->place.cell].name},
                 {"line", first->place.line},
                 {"text", first->place.text},
                 {"links", links}});
@@ -37,7 +39,7 @@ void print_line_json(const Notes &notes, LinkIterator first, LinkIterator end) {
 void print_line_of_links(const CommandLine &line, const Notes &notes, LinkIterator first,
                          LinkIterator end) {
     if (line.json) {
-        print_line_json(notes, first, end);
+        print_line_json(line, notes, first, end);
         return;
     }
     Spans spans;
@@ -69,7 +71,7 @@ int print_links(const CommandLine &line, const Notes &notes,
                 const std::function<size_t(const Link &link)> &end) {
     LinkTable table = link_table(notes);
     std::erase_if(table.links, [&wanted](const Link &link) { return !wanted(link); });
-    if (line.only_cells) {
+    if (prints_cells_alone(line)) {
         std::set<size_t> cells;
         for (const Link &link : table.links) {
             cells.insert(end(link));

@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace {
 
 // Why the note cannot have this name; null when it can.
@@ -68,14 +70,17 @@ int rename_note(const CommandLine &line, Notes *notes, ChangedLines *changed) {
     return k_exit_done;
 }
 
-void show_renaming(const CommandLine &line, const Notes &before, const ChangedLines &changed) {
+// The cell's own lines come first.
+void show_renaming(const CommandLine &line, const Notes &before, ChangedLines changed) {
     const std::string &old = find_note(before, line.cell)->name;
     if (line.json) {
         print_json({{"cell", old}, {"renamed", line.replacement}});
     } else {
-        print_line(old + " -> " + line.replacement);
+        print(coloured(shown(old + " -> " + line.replacement), Colour::cyan) + "\n");
     }
-    print_changed(line, changed);
+    std::stable_partition(changed.begin(), changed.end(),
+                          [&old](const ChangedLine &one) { return one.cell == old; });
+    print_changed(line, changed, old);
 }
 
 }  // namespace

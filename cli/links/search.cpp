@@ -60,6 +60,7 @@ bool is_nowhere(const CommandLine &line, const Note &note) {
 // How many lines of the text match; they are printed unless only cells are asked for.
 size_t search_text(Search *search, const Note &note) {
     const CommandLine &line = *search->line;
+    const bool one_will_do = prints_cells_alone(line);
     size_t count = 0;
     size_t number = 0;
     Spans spans;
@@ -75,7 +76,7 @@ size_t search_text(Search *search, const Note &note) {
         }
         if (matched == Matched::yes) {
             ++count;
-            if (line.only_cells) {
+            if (one_will_do) {
                 return count;
             }
             if (!line.only_counts) {
@@ -92,7 +93,7 @@ void search_note(Search *search, const Note &note) {
         return;
     }
     search->found = true;
-    if (search->line->only_cells) {
+    if (prints_cells_alone(*search->line)) {
         print_listed(*search->line, search->file, note.name);
     } else if (search->line->only_counts) {
         print_counted(*search->line, search->file, "cell", note.name, count);
@@ -138,6 +139,9 @@ int replace_found(const CommandLine &line, Notes *notes, ChangedLines *changed) 
             gave_up = gave_up || matched == Matched::gave_up;
         },
         line.replacement);
+    if (gave_up) {
+        host_message("a line takes too many steps");
+    }
     return gave_up ? k_exit_failed : found ? k_exit_done : k_exit_refused;
 }
 

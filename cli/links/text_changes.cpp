@@ -42,15 +42,29 @@ void change_text(Note *note, const PieceFinder &finder, const std::string &repla
     }
 }
 
+std::string numbered(char sign, size_t line) {
+    return sign + std::to_string(line) + ": ";
+}
+
+// What is replaced is marked.
+void print_before(const ChangedLine &changed) {
+    print(coloured(numbered('-', changed.line), Colour::red));
+    print_marked(changed.before, changed.pieces);
+}
+
 // The new lines, green as a whole: what came in may hold line ends.
 void print_after(const ChangedLine &changed) {
     const std::string after = changed.after + "\n";
     for (const std::string_view line : lines_of(after)) {
-        print(coloured("+" + shown(changed.cell) + ":" + std::to_string(changed.line) + ":" +
-                           shown(line),
-                       Colour::green) +
-              "\n");
+        print(coloured(numbered('+', changed.line) + shown(line), Colour::green) + "\n");
     }
+}
+
+void print_changed_json(const ChangedLine &changed) {
+    print_json({{"cell", changed.cell},
+                {"line", changed.line},
+                {"before", changed.before},
+                {"after", changed.after}});
 }
 
 }  // namespace
@@ -64,17 +78,17 @@ ChangedLines replace_in_texts(Notes *notes, const PieceFinder &finder,
     return changed;
 }
 
-void print_changed(const CommandLine &line, const ChangedLines &all) {
+void print_changed(const CommandLine &line, const ChangedLines &all, std::string_view cell) {
     for (const ChangedLine &changed : all) {
         if (line.json) {
-            print_json({{"cell", changed.cell},
-                        {"line", changed.line},
-                        {"before", changed.before},
-                        {"after", changed.after}});
-        } else {
-            print("-");
-            print_found({"", changed.cell, changed.line, changed.before}, changed.pieces);
-            print_after(changed);
+            print_changed_json(changed);
+            continue;
         }
+        if (changed.cell != cell) {
+            print(coloured(shown(changed.cell), Colour::cyan) + "\n");
+            cell = changed.cell;
+        }
+        print_before(changed);
+        print_after(changed);
     }
 }

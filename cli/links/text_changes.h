@@ -24,5 +24,7 @@ using ChangedLines = std::vector<ChangedLine>;
 ChangedLines replace_in_texts(Notes *notes, const PieceFinder &finder,
                               const std::string &replacement);
 
-// Prints each line before and after: -CELL:LINE:TEXT, +CELL:LINE:TEXT, or as JSON.
-void print_changed(const CommandLine &line, const ChangedLines &changed);
+// Prints each line before and after, in the form of print_differences() (cli/differences.h), but
+// each hit by itself and marked; or as JSON. `cell` is the one that a heading stands above already.
+void print_changed(const CommandLine &line, const ChangedLines &changed,
+                   std::string_view cell = {});

@@ -1,6 +1,7 @@
 #include "platform/editor.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <sstream>
@@ -26,12 +27,26 @@ bool is_on_path(const char *program) {
     return false;
 }
 
-std::string quoted(const std::string &path) {
-    std::string word = "'";
-    for (const char ch : path) {
-        word += ch == '\'' ? std::string("'\\''") : std::string(1, ch);
+// The shell puts the path behind whatever the command has.
+[[noreturn]] void become(const std::string &command, const std::string &path) {
+    signal(SIGINT, SIG_DFL);
+    signal(SIGQUIT, SIG_DFL);
+    const std::string line = command + " \"$1\"";
+    execl("/bin/sh", "sh", "-c", line.c_str(), "sh", path.c_str(), static_cast<char *>(nullptr));
+    _exit(127);
+}
+
+int status_of_child(pid_t child, bool (*must_end)()) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return -1;
+        }
+        if (must_end != nullptr && must_end()) {
+            kill(child, SIGHUP);
+        }
     }
-    return word + "'";
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
 }  // namespace
@@ -63,10 +78,19 @@ std::string private_text_file() {
     return path;
 }
 
-int run_on_file(const std::string &command, const std::string &path) {
-    const int status = std::system((command + " " + quoted(path)).c_str());
-    if (status == -1) {
-        return -1;
+int run_on_file(const std::string &command, const std::string &path, bool (*must_end)()) {
+    struct sigaction ignore = {};
+    struct sigaction interrupt = {};
+    struct sigaction quit = {};
+    ignore.sa_handler = SIG_IGN;
+    sigaction(SIGINT, &ignore, &interrupt);
+    sigaction(SIGQUIT, &ignore, &quit);
+    const pid_t child = fork();
+    if (child == 0) {
+        become(command, path);
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    const int status = child > 0 ? status_of_child(child, must_end) : -1;
+    sigaction(SIGINT, &interrupt, nullptr);
+    sigaction(SIGQUIT, &quit, nullptr);
+    return status;
 }

@@ -64,6 +64,6 @@ std::string private_text_file() {
 }
 
 // The shell takes the outer quotes away.
-int run_on_file(const std::string &command, const std::string &path) {
+int run_on_file(const std::string &command, const std::string &path, bool (*)()) {
     return _wsystem((L"\"" + wide_of(command) + L" \"" + wide_of(path) + L"\"\"").c_str());
 }

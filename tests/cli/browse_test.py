@@ -242,7 +242,7 @@ class BrowseTest(unittest.TestCase):
     def test_an_editor_that_fails_loses_nothing(self):
         one = self.browse(EDITOR=self.editor("echo more >> \"$1\"; exit 3"), TMPDIR=os.getcwd())
         one.type("e")
-        one.wait_for("The editor failed: the text is in")
+        one.wait_for("the editor failed (status 3), nothing was written: the edited text is kept")
         self.assertNotIn("more", one.lines()[2])
         [left] = pathlib.Path().glob("qvx-*.txt")
         self.assertEqual(left.read_text(), WEB["home"] + "\nmore\n")
@@ -259,7 +259,7 @@ class BrowseTest(unittest.TestCase):
         one.type("e")
         one.wait_for("ready")
         one.type("\x03")
-        one.wait_for("The editor failed")
+        one.wait_for("the editor failed")
         one.type(ESCAPE)
         self.assertTrue(one.lines()[-1].startswith("* home"))
 
@@ -347,10 +347,12 @@ class BrowseTest(unittest.TestCase):
 
     def test_a_text_that_does_not_fit_is_kept(self):
         self.make_web({"home": "x" * 60_000, **{f"c{i}": "y" * 60_000 for i in range(4)}})
-        one = self.browse(EDITOR=self.editor("yes 'long line' | head -c 150000 > \"$1\""))
+        one = self.browse(EDITOR=self.editor("yes 'long line' | head -c 150000 > \"$1\""),
+                          TMPDIR=os.getcwd())
         one.type("e")
-        one.wait_for("the edited text is in")
-        self.assertEqual(pathlib.Path("w.qvx.text").stat().st_size, 149_999)
+        one.wait_for("the edited text is kept in")
+        [left] = pathlib.Path().glob("qvx-*.txt")
+        self.assertEqual(left.stat().st_size, 150_000)
         one.type(*"gc1\r")
         self.assertTrue(one.lines()[-1].startswith("c1"))
 
@@ -387,6 +389,15 @@ class BrowseTest(unittest.TestCase):
         self.assertEqual(one.end(), -signal.SIGTERM)
         [left] = pathlib.Path().glob("qvx-*.txt")
         self.assertEqual(left.read_text(), "new\n")
+        self.assertIn(f"the edited text is kept in {left.resolve()}".encode(), one.output)
+
+    def test_a_text_that_no_cell_can_hold_is_kept(self):
+        one = self.browse(EDITOR=self.editor("printf 'a\\0b' > \"$1\""), TMPDIR=os.getcwd())
+        one.type("e")
+        one.wait_for("no text to store")
+        self.assertIn("Go to Apple", one.text())
+        [left] = pathlib.Path().glob("qvx-*.txt")
+        self.assertEqual(left.read_bytes(), b"a\0b")
 
     def test_without_a_terminal_or_a_web_it_says_so(self):
         for arguments, message in ((("w.qvx",), b"no terminal"), (("-",), b"from a file")):

@@ -48,7 +48,7 @@ TEST_F(QvxCells, ReadsSeveralCellsAndWebs) {
     expect_rows({
         {{"cat", "w.qvx", "inbox", "To_Do", "inbox"}, 0, "milk\none\ntwo\nmilk", ""},
         {{"cat", "w.qvx", "inbox", "nix", "home"}, 1, "milk\nsee inbox", none},
-        {{"cat", "w.qvx", "nix"}, 1, "", "qvx: w.qvx: no such cell\n"},
+        {{"cat", "w.qvx", "nix"}, 1, "", "qvx: w.qvx: nix: no such cell\n"},
         {{"show", "w.qvx", "INBOX", "nix", "to do", "nix"},
          1,
          "==> inbox <==\nmilk\n\n==> to do <==\none\ntwo\n",
@@ -164,7 +164,7 @@ TEST_F(QvxCells, AppendsBehindALineEnd) {
          2,
          "",
          "qvx: append what? TEXT, - for standard input, or --file PATH\n"},
-        {{"append", "w.qvx", "9", "x"}, 1, "", "qvx: w.qvx: Bad cell name supplied\n"},
+        {{"append", "w.qvx", "9", "x"}, 1, "", "qvx: w.qvx: 9: Bad cell name supplied\n"},
         {{"append", "-", "a", "-"},
          2,
          "",
@@ -203,7 +203,7 @@ TEST_F(QvxCells, DryRunsWriteNothing) {
          ""},
         {{"convert", "-n", "w.qvx", "n.qvx"}, 0, "+home\n+1: see inbox\n" + two_new, ""},
         {{"rm", "-n", "w.qvx", "inbox", "nix"}, 1, "", "qvx: w.qvx: nix: no such cell\n"},
-        {{"rm", "w.qvx", "inbox", "HOME"}, 1, "", "qvx: w.qvx: Can't Delete Home\n"},
+        {{"rm", "w.qvx", "inbox", "HOME"}, 1, "", "qvx: w.qvx: home: Can't Delete Home\n"},
         {{"rm", "w.qvx", "inbox", "nix"}, 1, "", "qvx: w.qvx: nix: no such cell\n"},
     });
     EXPECT_EQ(file_bytes("w.qvx"), k_web);
@@ -395,7 +395,8 @@ TEST_F(QvxEditor, KeepsATextThatCannotBeStored) {
         int status;
         std::string said;
     } rows[] = {
-        {"echo mine > $2; exit 7", 1, w + "the editor failed (status 7), nothing was written\n"},
+        {"echo mine > $2; exit 7", 1,
+         w + "the editor failed (status 7), nothing was written: the edited text is kept in "},
         {"echo mine > $2; kill -9 $$", 1, "(status 137)"},
         {"echo mine > $2; " + qvx + " append w.qvx inbox theirs", 1, changed},
         {"echo mine > $2; " + qvx + " rm w.qvx inbox", 1, changed},
@@ -435,7 +436,7 @@ TEST_F(QvxEditor, LeavesNothingBehindWhereNothingWasWritten) {
     EXPECT_NE(
         removed.err.find(w + "inbox: the editor left no text to store, nothing was written\n"),
         std::string::npos);
-    EXPECT_EQ(edit("9", "touch ran").err, w + "Bad cell name supplied\n");
+    EXPECT_EQ(edit("9", "touch ran").err, w + "9: Bad cell name supplied\n");
     setenv("EDITOR", "no_such_editor", 1);
     EXPECT_EQ(run_qvx({"edit", "w.qvx", "inbox"}).status, 1);
     EXPECT_EQ(run_qvx({"edit", "-", "inbox"}, k_web).status, 2);

@@ -73,6 +73,7 @@ TEST_F(QvxFind, TellsFilesApart) {
     EXPECT_EQ(both.out, "w.qvx:Fish pond:1:none\nw.qvx:home:1:One fish\n-:home:1:none\n");
     EXPECT_EQ(run_qvx({"find", "none", "-c", "w.qvx", "-"}, web_of("no")).out,
               "w.qvx:Fish pond:1\n");
+    EXPECT_EQ(run_qvx({"find", "one", "w.qvx", "-0"}).out, "Fish pond\0home\0"s);
     EXPECT_EQ(run_qvx({"find", "one", "w.qvx", "--json"}).out,
               R"({"file":"w.qvx","cell":"Fish pond","line":1,"text":"none","matches":["one"]})"
               "\n"
@@ -120,10 +121,10 @@ TEST_F(QvxFind, Replaces) {
     ASSERT_EQ(run_qvx({"convert", "w.qvx", "w.qvx"}).status, 0);
     const std::string before = file_bytes("w.qvx");
     EXPECT_EQ(run_qvx({"replace", "w.qvx", "fish", "$1\\0 bird", "--word", "-n"}).out,
-              "-home:1:One fish\n+home:1:One $1\\0 bird\n"
-              "-home:3:two FISHES, c++ f.sh fish\n+home:3:two FISHES, c++ f.sh $1\\0 bird\n");
+              "home\n-1: One fish\n+1: One $1\\0 bird\n"
+              "-3: two FISHES, c++ f.sh fish\n+3: two FISHES, c++ f.sh $1\\0 bird\n");
     EXPECT_EQ(run_qvx({"replace", "w.qvx", "[x]", "a\nb", "-n"}).out,
-              "-more:1:[x] a_fish \xff z\xffish\n+more:1:a\n+more:1:b a_fish \xff z\xffish\n");
+              "more\n-1: [x] a_fish \xff z\xffish\n+1: a\n+1: b a_fish \xff z\xffish\n");
     EXPECT_EQ(run_qvx({"replace", "w.qvx", "ONE", "two", "-n", "--json"}).out,
               "{\"cell\":\"Fish pond\",\"line\":1,\"before\":\"none\",\"after\":\"ntwo\"}\n"
               "{\"cell\":\"home\",\"line\":1,\"before\":\"One fish\",\"after\":\"two fish\"}\n");

@@ -63,13 +63,14 @@ TEST_F(QvxLinks, PrintsLinesAndCells) {
         {{"links", "w.qvx"}, 0, from_alpha + from_home + "Two words:1:to beta\n", ""},
         {{"links", "-l", "w.qvx", "home"}, 0, "alpha\nTwo words\n", ""},
         {{"links", "-l0", "w.qvx", "home"}, 0, "alpha\0Two words\0"s, ""},
+        {{"links", "-0", "w.qvx", "home"}, 0, "alpha\0Two words\0"s, ""},
         {{"links", "w.qvx", "beta"}, 1, "", ""},
         {{"links", "w.qvx", "Gamma"}, 1, "", none},
         {{"links", "--json", "w.qvx", "home"},
          0,
-         R"({"cell":"home","line":1,"text":"see alpha and Two_Words","links":["alpha","Two words"]})"
+         R"({"file":"w.qvx","cell":"home","line":1,"text":"see alpha and Two_Words","links":["alpha","Two words"]})"
          "\n"
-         R"({"cell":"home","line":2,"text":"ALPHA again, gamma_ray wantedWord","links":["alpha"]})"
+         R"({"file":"w.qvx","cell":"home","line":2,"text":"ALPHA again, gamma_ray wantedWord","links":["alpha"]})"
          "\n",
          ""},
         {{"backlinks", "w.qvx", "alpha"}, 0, from_home, ""},
@@ -148,10 +149,10 @@ TEST_F(QvxLinks, RenamesTheWordsThatAreAskedFor) {
     check({{{"rename", "w.qvx", "ALPHA", "New name", "--links", "-n"},
             0,
             "alpha -> New name\n"
-            "-alpha:1:beta, home. alpha itself\n+alpha:1:beta, home. New_name itself\n"
-            "-home:1:see alpha and Two_Words\n+home:1:see New_name and Two_Words\n"
-            "-home:2:ALPHA again, gamma_ray wantedWord\n"
-            "+home:2:New_name again, gamma_ray wantedWord\n",
+            "-1: beta, home. alpha itself\n+1: beta, home. New_name itself\n"
+            "home\n-1: see alpha and Two_Words\n+1: see New_name and Two_Words\n"
+            "-2: ALPHA again, gamma_ray wantedWord\n"
+            "+2: New_name again, gamma_ray wantedWord\n",
             ""},
            {{"rename", "w.qvx", "Two_words", "x-y", "-n"}, 0, "Two words -> x-y\n", ""},
            {{"rename", "w.qvx", "two_words", "x", "--links", "-n", "--json"},

@@ -41,7 +41,7 @@ TEST_F(QvxReports, CoversWhatTheCommandLineAsksFor) {
     const Outcome unknown = run_qvx({"report", "w.qvx", "--cell", "nobody", "--output", "o"});
     EXPECT_EQ(unknown.status, 1);
     EXPECT_EQ(file_bytes("o"), "(none)");
-    EXPECT_EQ(run_qvx({"report", "w.qvx", "--cell", ""}).err, "qvx: w.qvx: no such cell\n");
+    EXPECT_EQ(run_qvx({"report", "w.qvx", "--cell", ""}).err, "qvx: w.qvx: : no such cell\n");
     EXPECT_EQ(report({"--format", ""}), "");
     EXPECT_EQ(report({"--cell", "beta", "--format", std::string(256, 'f')}), std::string(256, 'f'));
     EXPECT_EQ(run_qvx({"report", "w.qvx", "--format", std::string(257, 'f')}).err,

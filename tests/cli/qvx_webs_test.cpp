@@ -118,7 +118,7 @@ TEST_F(QvxWebs, AWebThatWasNotReadWholeIsNotWritten) {
 }
 
 TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
-    const std::string bad_name = "qvx: w.qvx: Bad cell name supplied\n";
+    const std::string w = "qvx: w.qvx: ", bad_name = ": Bad cell name supplied\n";
     const std::string cannot_open = "UNABLE TO OPEN WEB FILE: ",
                       cannot_write = "UNABLE TO WRITE TO WEB FILE: ";
     const std::string none = "No such file or directory\n";
@@ -128,16 +128,16 @@ TEST_F(QvxWebs, RefusesAndLeavesTheFileAlone) {
         std::string err;
     } cases[] = {
         {{"new", "w.qvx"}, 1, "qvx: w.qvx: file exists\n"},
-        {{"show", "w.qvx", "nobody"}, 1, "qvx: w.qvx: no such cell\n"},
-        {{"rm", "w.qvx", "nobody"}, 1, "qvx: w.qvx: no such cell\n"},
-        {{"rm", "w.qvx", "HOME"}, 1, "qvx: w.qvx: Can't Delete Home\n"},
-        {{"set", "w.qvx", "1st", "--text", "x"}, 1, bad_name},
-        {{"set", "w.qvx", "a\nb", "--text", "x"}, 1, bad_name},
-        {{"set", "w.qvx", "a\rb", "--text", "x"}, 1, bad_name},
-        {{"set", "w.qvx", std::string(49, 'a')}, 1, bad_name},
-        {{"set", "w.qvx", "[z]"}, 1, bad_name},
-        {{"set", "w.qvx", ""}, 1, bad_name},
-        {{"show", "w.qvx", ""}, 1, "qvx: w.qvx: no such cell\n"},
+        {{"show", "w.qvx", "nobody"}, 1, "qvx: w.qvx: nobody: no such cell\n"},
+        {{"rm", "w.qvx", "nobody"}, 1, "qvx: w.qvx: nobody: no such cell\n"},
+        {{"rm", "w.qvx", "HOME"}, 1, "qvx: w.qvx: home: Can't Delete Home\n"},
+        {{"set", "w.qvx", "1st", "--text", "x"}, 1, w + "1st" + bad_name},
+        {{"set", "w.qvx", "a\nb", "--text", "x"}, 1, w + "a\\x0ab" + bad_name},
+        {{"set", "w.qvx", "a\rb", "--text", "x"}, 1, w + "a\\x0db" + bad_name},
+        {{"set", "w.qvx", std::string(49, 'a')}, 1, w + std::string(49, 'a') + bad_name},
+        {{"set", "w.qvx", "[z]"}, 1, w + "[z]" + bad_name},
+        {{"set", "w.qvx", ""}, 1, w + bad_name},
+        {{"show", "w.qvx", ""}, 1, "qvx: w.qvx: : no such cell\n"},
         {{"list", "no"}, 2, "qvx: no: " + cannot_open + none},
         {{"convert", "w.qvx", ""}, 2, "qvx: " + cannot_open + none},
         {{"list", ""}, 2, "qvx: " + cannot_open + none},
