@@ -103,14 +103,16 @@ constexpr const char *k_links_description =
     "Prints each line of CELL's text that names another cell, or of all texts without CELL, as "
     "CELL:LINE:TEXT. A word names a cell whatever its capitals, with '_' for blanks. A cell's own "
     "name in its text is no link, here and in the commands below.\n\n"
-    "-l prints the names of the cells that the links lead to, each once, and so does -0. JSON, one "
+    "-l prints the names of the cells that the links lead to, each once, and so does -0. With "
+    "--json, one "
     "object a line: {\"file\", \"cell\", \"line\", \"text\", \"links\"}; links has the names that "
     "the line leads to.\n\n"
     "The exit status is 1 when there is none.";
 
 constexpr const char *k_backlinks_description =
     "Prints each line of the other cells' texts that names CELL, as CELL:LINE:TEXT: the cell where "
-    "it stands, and where. -l prints the names of those cells, each once. JSON as for links.\n\n"
+    "it stands, and where. -l prints the names of those cells, each once. With --json as for "
+    "links.\n\n"
     "The exit status is 1 when there is none.";
 
 constexpr const char *k_orphans_description =
