@@ -54,7 +54,10 @@ const CommandRow k_commands[] = {
      "value of an option that both changed. A cell with another name is another cell.\n\n"
      "Each conflict is said on standard error, and the exit status is then 1, but OUT has been "
      "written. When a web cannot be read whole, nothing is written and the exit status is 1, too; "
-     "with --force the merge takes what can be read of it. docs/git.md shows this command as the "
+     "with --force the merge takes what can be read of it. With -n prints how OURS would change, "
+     "and "
+     "the conflicts. There is no JSON, because what is written is a web; `qvx diff --json` of OURS "
+     "and OUT has the changes. docs/git.md shows this command as the "
      "merge driver of git.",
      k_three_webs, k_merge_options, command_merge},
     {"text", "Print webs as texts to read and compare",
