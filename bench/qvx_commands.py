@@ -32,9 +32,25 @@ def most_linked(qvx, web):
     return re.search(r"most_linked: (.*)", said(qvx, "stats", web).decode())[1]
 
 
+def write_versions(web, folder):
+    """Two versions of the web that differ from it, and from each other, in some lines each; and one
+    that is cut off."""
+    bytes_of_web = Path(web).read_bytes()
+    versions = [folder / name for name in ("ours.qvx", "theirs.qvx", "cut.qvx")]
+    lines = bytes_of_web.split(b"\n")
+    for version, first in zip(versions, (20, 30)):
+        version.write_bytes(b"\n".join(b"More " + line if number % 40 == first and line and
+                                       not line.startswith(b"<") else line
+                                       for number, line in enumerate(lines)))
+    versions[2].write_bytes(bytes_of_web[:-100])
+    return [str(version) for version in versions]
+
+
 def commands(qvx, web, texts):
     most = most_linked(qvx, web)
     scratch = texts.parent / "renamed.qvx"
+    ours, theirs, cut = write_versions(web, texts.parent)
+    out = str(texts.parent / "out.qvx")
     rows = {"`true`, a process that does nothing": ["true"], "`qvx --version`": [qvx, "--version"]}
     for words in ("list", f"links -l {most}", "links", f"backlinks {most}", "orphans", "deadends",
                   "wanted", f"path home {most}", "stats", "graph", f"graph --cell {most}"):
@@ -47,6 +63,11 @@ def commands(qvx, web, texts):
         rows[f"`rg -n {subject}`"] = ["rg", "-n", "--no-heading", subject, str(texts)]
     rows[f"`qvx rename {most} New_name --links`"] = [qvx, "rename", str(scratch), most, "New_name",
                                                      "--links"]
+    rows["`qvx export --html OUT`"] = [qvx, "export", web, "--html", out + ".html"]
+    rows["`qvx export --html -`"] = [qvx, "export", web, "--html", "-"]
+    rows["`qvx diff`"] = [qvx, "diff", ours, theirs]
+    rows["`qvx merge -o OUT`"] = [qvx, "merge", web, ours, theirs, "-o", out]
+    rows["`qvx repair -o OUT`"] = [qvx, "repair", cut, "-o", out, "--force"]
     return rows, scratch
 
 

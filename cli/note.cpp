@@ -83,13 +83,13 @@ bool is_good_name(const std::string &name) {
 
 std::string with_crlf(std::string_view bytes) {
     std::string whole;
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        if (bytes[i] == '\n' && (i == 0 || bytes[i - 1] != '\r')) {
-            whole += '\r';
-        }
-        whole += bytes[i];
+    whole.reserve(bytes.size());
+    size_t begin = 0;
+    for (size_t end; (end = bytes.find('\n', begin)) != std::string_view::npos; begin = end + 1) {
+        const bool alone = end == 0 || bytes[end - 1] != '\r';
+        whole.append(bytes, begin, end - begin).append(alone ? "\r\n" : "\n");
     }
-    return whole;
+    return whole.append(bytes, begin);
 }
 
 std::string with_lf(std::string_view bytes) {

@@ -23,10 +23,10 @@ namespace fs = std::filesystem;
 static struct WebFile {
     FILE *file;
     int result;
-    const char *path;  // to save to
-    bool keep_old;     // what is there
-    bool kept_old;     // was read from the last path, and a save has kept it
-    bool will_save;
+    const char *path;       // to save to
+    bool keep_old;          // what is there
+    bool kept_old;          // was read from the last path, and a save has kept it
+    std::string target;     // that is going to be saved; "" for none
     Fingerprint last;       // of the file that was read to be saved again
     std::string last_path;  // and its path
 } web_file;
@@ -34,6 +34,9 @@ static struct WebFile {
 namespace {
 
 constexpr uint32_t k_lock_milliseconds = 10000;
+
+// A web is read in a few pieces, each of which the system is asked for.
+constexpr size_t k_read_buffer_size = 65536;
 
 void read_body(void *) {
     web_file.result = web_read(web_file.file);
@@ -58,6 +61,16 @@ int run_writing(void (*body)(void *)) {
         return k_exit_memory;
     }
     return web_file.result < 0 ? k_exit_failed : k_exit_done;
+}
+
+// Only a file that is going to be saved over is looked at twice.
+void prepare_reading(const char *name) {
+    static char buffer[k_read_buffer_size];
+    setvbuf(web_file.file, buffer, _IOFBF, sizeof buffer);
+    if (!web_file.target.empty() && same_file(name, web_file.target.c_str())) {
+        web_file.last = fingerprint_of(web_file.file);
+        web_file.last_path = name;
+    }
 }
 
 // True when there is a file now.
@@ -102,10 +115,10 @@ bool same_file(const char *first, const char *second) {
 
 int web_lock(const char *name, bool must_exist) {
     host_name_file(name);
-    web_file.will_save = true;
     if (is_standard_stream(name)) {
         return k_exit_done;
     }
+    web_file.target = name;
     LockResult result = lock_file(name, k_lock_milliseconds);
     if (result == LockResult::missing && finish_cut_off_save(name)) {
         result = lock_file(name, k_lock_milliseconds);
@@ -147,9 +160,8 @@ int web_load(const char *name) {
         report_error(k_cannot_open_web);
         return k_exit_failed;
     }
-    if (web_file.will_save && !is_stdin) {
-        web_file.last = fingerprint_of(web_file.file);
-        web_file.last_path = name;
+    if (!is_stdin) {
+        prepare_reading(name);
     }
     const bool abandoned = recovery_run(read_body, nullptr) < 0;
     if (!is_stdin) {
@@ -165,7 +177,7 @@ int web_load(const char *name) {
 }
 
 int web_load_unlocked(const char *name) {
-    web_file.will_save = true;
+    web_file.target = name;
     return web_load(name);
 }
 

@@ -110,12 +110,24 @@ void take_body(void *) {
 
 // -------------------------------------------------------------------------------------------------
 
-Notes with_line_ends(Notes notes) {
-    for (Note &note : notes) {
+void give_line_ends(Notes *notes) {
+    for (Note &note : *notes) {
         note.text = with_crlf(note.text);
         note.script = with_crlf(note.script);
     }
-    return notes;
+}
+
+// Of notes that have their line ends.
+int take_whole_notes(const Notes &notes) {
+    taking.notes = &notes;
+    drop_changed(notes);
+    const bool fits = recovery_run(take_body, nullptr) == 0 && blocks_free() >= k_reading_reserve;
+    taking.notes = nullptr;
+    if (!fits) {
+        report_error(k_out_of_memory);
+        return k_exit_memory;
+    }
+    return k_exit_done;
 }
 
 int read_loaded(const std::string &name, const ReadingBody &body) {
@@ -170,17 +182,9 @@ int read_web(const CommandLine &line, const ReadingBody &body) {
     return read_loaded(line.file, body);
 }
 
-int take_notes(const Notes &notes) {
-    const Notes whole = with_line_ends(notes);
-    taking.notes = &whole;
-    drop_changed(whole);
-    const bool fits = recovery_run(take_body, nullptr) == 0 && blocks_free() >= k_reading_reserve;
-    taking.notes = nullptr;
-    if (!fits) {
-        report_error(k_out_of_memory);
-        return k_exit_memory;
-    }
-    return k_exit_done;
+int take_notes(Notes notes) {
+    give_line_ends(&notes);
+    return take_whole_notes(notes);
 }
 
 int change_web(const CommandLine &line, const ChangingBody &body, const ShowingBody &show) {
@@ -193,7 +197,8 @@ int change_web(const CommandLine &line, const ChangingBody &body, const ShowingB
     Notes after = before;
     status = body(&after);
     if (status == k_exit_done) {
-        status = take_notes(after);
+        give_line_ends(&after);
+        status = take_whole_notes(after);
     }
     if (status != k_exit_done) {
         return status;
@@ -203,8 +208,7 @@ int change_web(const CommandLine &line, const ChangingBody &body, const ShowingB
         print_option_differences(options, saved_options());
         return k_exit_done;
     }
-    if (before == notes_of_web() && options == saved_options() &&
-        !is_standard_stream(line.file.c_str())) {
+    if (before == after && options == saved_options() && !is_standard_stream(line.file.c_str())) {
         return k_exit_done;
     }
     return web_save(line.file.c_str());

@@ -40,7 +40,7 @@ int change_web(const CommandLine &line, const ChangingBody &body,
 
 // Makes the web at hand hold these notes, whose line ends become CR LF; its options stay. Home must
 // be among them. k_exit_memory when they do not fit, or could not be read again.
-int take_notes(const Notes &notes);
+int take_notes(Notes notes);
 
 // Says on standard error "qvx: FILE: CELL: MESSAGE"; returns k_exit_refused.
 int refuse_cell(const std::string &cell, const char *message);

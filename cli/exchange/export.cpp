@@ -168,6 +168,10 @@ int command_export(const CommandLine &line) {
         host_message("export: --html OUT or --markdown DIR is required");
         return k_exit_failed;
     }
+    if (line.markdown_folder && is_standard_stream(line.markdown_folder->c_str())) {
+        host_message("export: - is no folder");
+        return k_exit_failed;
+    }
     const SavedOptions defaults = saved_options();
     return read_web(line, [&line, &defaults](const std::string &, const Notes &notes) {
         return line.html ? export_page(line, notes)

@@ -26,13 +26,14 @@ fs::path folder_path(const std::string &folder) {
     return path.has_filename() ? path : path.parent_path();
 }
 
-// Makes a folder that was not there: in the folder where that exists, else beside it.
+// Makes a folder that was not there: in the folder where that exists, else beside it. In the folder
+// it begins with a point, so that a program that was killed leaves nothing that an import takes.
 fs::path fresh_folder(const fs::path &folder, std::error_code *error) {
     const bool inside = fs::is_directory(folder, *error);
     error->clear();
     for (uint32_t number = 1;; ++number) {
         const std::string suffix = "-new" + (number > 1 ? std::to_string(number) : "");
-        fs::path fresh = inside ? folder / ("qvx" + suffix) : fs::path(folder) += suffix;
+        fs::path fresh = inside ? folder / (".qvx" + suffix) : fs::path(folder) += suffix;
         if (fs::create_directory(fresh, *error) || *error) {
             return fresh;
         }

@@ -17,6 +17,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -170,6 +172,13 @@ int command_import(const CommandLine &line) {
     }
     if (line.from_markdown && line.files.size() > 2) {
         return misuse("import: --markdown takes one folder");
+    }
+    const auto streams = std::count(line.files.begin(), line.files.end() - 1, "-");
+    if (line.from_markdown && streams > 0) {
+        return misuse("import: - is no folder");
+    }
+    if (streams > 1) {
+        return misuse("import: standard input can be read only once");
     }
     Sources sources;
     int status = add_sources(line, &sources);

@@ -1,5 +1,7 @@
 // The text of a Markdown file as a note's: links become the words that name cells, escapes and
-// references what they stand for. All other markup stays as it is, and code altogether.
+// references what they stand for. All other markup stays as it is, and code
+// between backticks and between fences altogether; a line that is code for its indent alone is read
+// like any other.
 #pragma once
 
 #include <functional>

@@ -95,7 +95,7 @@ constexpr const char *k_replace_description =
     "Replaces OLD by NEW in all texts, within lines. Names stay as they are: see rename. Capitals "
     "and small letters of OLD are the same unless --case is given.\n\n"
     "With --dry-run it prints, below the name of its cell, each line that would change, before and "
-    "after, as \"-LINE: TEXT\" and \"+LINE: TEXT\"; With --json {\"cell\", \"line\", \"before\", "
+    "after, as \"-LINE: TEXT\" and \"+LINE: TEXT\". With --json {\"cell\", \"line\", \"before\", "
     "\"after\"}.\n\n"
     "The exit status is 1 when nothing is found.";
 

@@ -42,7 +42,7 @@ void find_words(std::string_view line, const std::string &name, Spans *words) {
         if (word.empty()) {
             return;
         }
-        if (compare_names(word, name) == 0) {
+        if (word.size() == name.size() && compare_names(word, name) == 0) {
             words->push_back({at - word.size(), word.size()});
         }
     }

@@ -90,6 +90,15 @@ void take_name(Salvage *s, size_t at, const std::string &name) {
     }
 }
 
+// A name that nothing ends where it should runs on into what follows; its line tells most of it.
+void take_unclosed_name(Salvage *s, size_t at, const std::string &text) {
+    const std::string line = text.substr(0, text.find_first_of("\r\n"));
+    take_name(s, at, line.substr(0, k_cellname_max));
+    if (s->records.back().note.name != text) {
+        put_to_found(s, "unclosed_element", at, text, "a <cname> that is not closed");
+    }
+}
+
 void take_field(Salvage *s, int tag, size_t at, const std::string &text) {
     if (!s->in_cell) {
         if (is_blank(text)) {
@@ -132,6 +141,14 @@ void take_element(Salvage *s, int tag, size_t at, const std::string &text) {
     }
 }
 
+void take_unclosed(Salvage *s, int tag, size_t at, const std::string &text) {
+    if (tag == k_tag_cname) {
+        take_unclosed_name(s, at, trimmed(text));
+    } else {
+        take_element(s, tag, at, text);
+    }
+}
+
 // An element whose closing tag did not come goes on to the next tag. At the end of the file only
 // texts are taken so: part of a name or a number is another one.
 void close_unclosed(Salvage *s, const ScannedTag &next, bool at_end) {
@@ -146,8 +163,8 @@ void close_unclosed(Salvage *s, const ScannedTag &next, bool at_end) {
                      "part of a " + tag_in_brackets(tag));
         return;
     }
-    take_element(s, tag, s->open_at,
-                 is_text ? without_last_line_end(next.text) : trimmed(next.text));
+    take_unclosed(s, tag, s->open_at,
+                  is_text ? without_last_line_end(next.text) : trimmed(next.text));
     add_damage(s, "unclosed_element", s->open_at, next.text,
                tag_in_brackets(tag) + " is not closed; what follows is kept up to the next tag");
 }
@@ -176,8 +193,10 @@ void take_closing(Salvage *s, const ScannedTag &next) {
     const int tag = web_tag_field(next.tag);
     const bool mistaken = opened != 0 && opened != tag && !is_blank(next.text);
     s->open = 0;
-    take_element(s, mistaken ? opened : tag, opened != 0 ? s->open_at : next.text_at, next.text);
-    if (mistaken) {
+    if (!mistaken) {
+        take_element(s, tag, opened != 0 ? s->open_at : next.text_at, next.text);
+    } else {
+        take_unclosed(s, opened, s->open_at, next.text);
         add_damage(s, "unclosed_element", s->open_at, next.text,
                    tag_in_brackets(opened) + " is closed by another one's tag");
     }

@@ -23,7 +23,8 @@ struct SalvagedWeb {
 };
 
 // Reads bytes that may lack any part. Of a file that the engine reads whole, and that has nothing
-// behind its end, it makes what the engine makes of it. Else more is kept: elements without their
+// behind its end, it makes what the engine makes of it, but for the spelling of a name that comes
+// twice. Else more is kept: elements without their
 // closing tag, what stands behind NULs and behind an end mark, cells with a name that is none or
 // that another one has (they get a free name). What belongs to no cell comes into a cell of its
 // own, "lost_and_found", with the line where it stood.

@@ -14,6 +14,7 @@
 #include <array>
 
 struct Version {
+    const char *role;
     const std::string *file;
     Notes notes;
     WebOptions options;
@@ -29,10 +30,21 @@ static struct MergeCommand {
 
 namespace {
 
-int load_version(Version *version, bool force) {
-    const int status = load_whole(*version->file, force);
+// The file may be another program's, which is gone when somebody reads this.
+int fail_with(const Version &version, const CommandLine &line, int status) {
+    if (line.shown_name) {
+        host_name_file(line.shown_name->c_str());
+        host_message(
+            (std::string(version.role) + " cannot be read whole, nothing was merged").c_str());
+    }
+    return status;
+}
+
+int load_version(Version *version, const CommandLine &line) {
+    const int status = load_whole(*version->file, line.force);
     if (status != k_exit_done || web_read_failed()) {
-        return std::max(status, web_read_failed() ? k_exit_failed : k_exit_done);
+        return fail_with(*version, line,
+                         std::max(status, web_read_failed() ? k_exit_failed : k_exit_done));
     }
     version->notes = notes_of_web();
     version->options = options_of_web();
@@ -40,7 +52,7 @@ int load_version(Version *version, bool force) {
 }
 
 // The one that is written over is read last: the save then looks whether it is still the same.
-int load_versions(const std::string &out, bool force) {
+int load_versions(const std::string &out, const CommandLine &line) {
     std::array<Version *, 3> versions = {&merging.base, &merging.theirs, &merging.ours};
     const auto is_out = [&out](const Version *version) {
         return same_file(version->file->c_str(), out.c_str());
@@ -49,7 +61,7 @@ int load_versions(const std::string &out, bool force) {
                           [&is_out](const Version *version) { return !is_out(version); });
     int status = k_exit_done;
     for (size_t i = 0; i < versions.size() && status == k_exit_done; ++i) {
-        status = load_version(versions[i], force);
+        status = load_version(versions[i], line);
     }
     return status;
 }
@@ -83,7 +95,7 @@ int say_conflicts() {
 
 int write_merged(const CommandLine &line, const std::string &out) {
     host_name_file(out.c_str());
-    const int status = take_notes(merging.merged.notes);
+    const int status = take_notes(std::move(merging.merged.notes));
     if (status != k_exit_done) {
         return status;
     }
@@ -113,12 +125,12 @@ int command_merge(const CommandLine &line) {
         host_message("standard input can be only one of the three webs");
         return k_exit_failed;
     }
-    merging.base.file = &line.base_file;
-    merging.ours.file = &line.file;
-    merging.theirs.file = &line.other_file;
+    merging.base = {"the base", &line.base_file, {}, {}};
+    merging.ours = {"ours", &line.file, {}, {}};
+    merging.theirs = {"theirs", &line.other_file, {}, {}};
     int status = line.dry_run ? k_exit_done : web_lock(out.c_str(), false);
     if (status == k_exit_done) {
-        status = load_versions(out, line.force);
+        status = load_versions(out, line);
     }
     if (status != k_exit_done) {
         return status;

@@ -109,7 +109,7 @@ int make_web() {
         program_recover();
         return k_exit_memory;
     }
-    return take_notes(repair.web.notes);
+    return take_notes(std::move(repair.web.notes));
 }
 
 // Loading it lets the save keep the damaged file, and see whether it is still the same.

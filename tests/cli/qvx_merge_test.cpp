@@ -203,6 +203,11 @@ TEST_F(QvxMerge, WritesAllOrNothing) {
     EXPECT_EQ(merge(k_small, k_small, bad).status, 2);
     EXPECT_EQ(run_qvx({"merge", "--force", "base", "ours", "theirs", "-o", "out.qvx"}).status, 2);
     EXPECT_EQ(run_qvx({"merge", "base", "ours", "none", "-o", "out.qvx"}).status, 2);
+    write_file("theirs", half);
+    const std::string said =
+        run_qvx({"merge", "base", "ours", "theirs", "-o", "out.qvx", "--name", "n.qvx"}).err;
+    EXPECT_TRUE(said.ends_with("qvx: n.qvx: theirs cannot be read whole, nothing was merged\n"))
+        << said;
     EXPECT_EQ(run_qvx({"merge", "-", "-", "ours"}).status, 2);
     const std::string big(200000, 'b'), huge = web_of("", cell_of("b", big)),
                                         other = web_of("", cell_of("c", big));
@@ -333,6 +338,14 @@ TEST_F(QvxMerge, RepairKeepsAllThatCanBeRead) {
          "unclosed_element"},
         {a + "<cname>b</cname><text>2</val>" + z + "</eof>",
          cell_a + "=== b\n2\n\n" + home + cell_z, "unclosed_element"},
+        {a + "<cname>b and a word\n then lines</text>" + z + "</eof>",
+         cell_a + "=== b and a word\n\n" + home +
+             found("a <cname> that is not closed:\nb and a word\n then lines") + cell_z,
+         "unclosed_element"},
+        {a + "<cell><cname>b\n then lines<cell>" + z + "</eof>",
+         cell_a + "=== b\n\n" + home + found("a <cname> that is not closed:\nb\n then lines") +
+             cell_z,
+         "unclosed_element"},
         {a + "\n </cell> stray < & words\n<cell>" + z + "</eof>",
          cell_a + home +
              "=== lost_and_found\nLine 2, text outside of the elements:\nstray < & words\n\n" +
