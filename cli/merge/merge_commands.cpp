@@ -49,13 +49,15 @@ const CommandRow k_commands[] = {
      "Merges by cell, and texts and scripts by line; values and options as a whole. What one side "
      "changed is taken from it. Where both changed a line, or both put lines in at one place, OUT "
      "has both versions between marks:\n\n"
-     "         " with-- force the merge takes what can be read of it.One of the three may be -
-     ,
-     standard
-     "
+     "    <<<<<<< OURS\n    =======\n    >>>>>>> THEIRS\n\n"
+     "Values that both changed are marked in the same way at the end of the cell's text, and ours "
+     "stays the value. A cell that one side deleted and the other changed stays, and so does our "
+     "value of an option that both changed. A cell with another name is another cell.\n\n"
+     "Each conflict is said on standard error, and the exit status is then 1, but OUT has been "
+     "written. When a web cannot be read whole, nothing is written and the exit status is 1, too; "
+     "with --force the merge takes what can be read of it. One of the three may be -, standard "
      "input. With -n it prints how OURS would change, and the conflicts. There is no JSON, because "
-     "what is written is a web; `qvx diff --json` of OURS and OUT has the changes. docs/git.md "
-     "shows "
+     "what is written is a web; `qvx diff --json` of OURS and OUT has the changes. docs/git.md shows "
      "this command as the "
      "merge driver of git.",
      k_three_webs, k_merge_options, command_merge},
