@@ -94,13 +94,13 @@ int read_options(const CommandLine &line) {
     return k_exit_done;
 }
 
-int change_option(const CommandLine &line) {
-    if (option_name(*line.name).empty()) {
-        return refuse_option(*line.name);
+int change_option(const std::string &name, const std::string &value) {
+    if (option_name(name).empty()) {
+        return refuse_option(name);
     }
     std::string fault;
-    if (!put_option(*line.name, *line.value, &fault)) {
-        return refuse_cell(option_name(*line.name), fault.c_str());
+    if (!put_option(name, value, &fault)) {
+        return refuse_cell(option_name(name), fault.c_str());
     }
     return k_exit_done;
 }
@@ -130,8 +130,10 @@ int command_value(const CommandLine &line) {
 }
 
 int command_option(const CommandLine &line) {
-    if (!line.value) {
+    if (!line.name || !line.value) {
         return read_options(line);
     }
-    return change_web(line, [&line](Notes *) { return change_option(line); });
+    return change_web(line, [&name = *line.name, &value = *line.value](Notes *) {
+        return change_option(name, value);
+    });
 }

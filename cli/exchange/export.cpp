@@ -83,8 +83,7 @@ int write_page(const std::string &out, const std::string &page) {
     return k_exit_done;
 }
 
-int export_page(const CommandLine &line, const Notes &notes) {
-    const std::string &out = *line.html;
+int export_page(const CommandLine &line, const std::string &out, const Notes &notes) {
     const std::string page = page_of(notes, title_of(line.file));
     if (is_standard_stream(out.c_str()) && !line.dry_run) {
         print(page);
@@ -130,6 +129,7 @@ std::vector<FolderFile> markdown_files(const Notes &notes, const Fields &options
         return found == files_by_name.end() ? std::string() : found->second;
     };
     std::vector<FolderFile> files;
+    files.reserve(notes.size());
     for (size_t i = 0; i < notes.size(); ++i) {
         files.push_back({stems[i] + ".md", front_matter_of(fields_of(notes[i], stems[i], options)) +
                                                markdown_of(notes[i].text, file_of_word)});
@@ -148,8 +148,8 @@ void print_files(const CommandLine &line, const Notes &notes,
     }
 }
 
-int export_folder(const CommandLine &line, const Notes &notes, const Fields &options) {
-    const std::string &folder = *line.markdown_folder;
+int export_folder(const CommandLine &line, const std::string &folder, const Notes &notes,
+                  const Fields &options) {
     const std::vector<FolderFile> files = markdown_files(notes, options);
     int status = folder_is_free(folder, files, line.force);
     if (status == k_exit_done && !line.dry_run) {
@@ -173,8 +173,9 @@ int command_export(const CommandLine &line) {
         return k_exit_failed;
     }
     const SavedOptions defaults = saved_options();
-    return read_web(line, [&line, &defaults](const std::string &, const Notes &notes) {
-        return line.html ? export_page(line, notes)
-                         : export_folder(line, notes, fields_of_options(defaults));
+    const std::string folder = line.markdown_folder.value_or("");
+    return read_web(line, [&line, &folder, &defaults](const std::string &, const Notes &notes) {
+        return line.html ? export_page(line, *line.html, notes)
+                         : export_folder(line, folder, notes, fields_of_options(defaults));
     });
 }

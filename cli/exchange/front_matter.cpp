@@ -102,7 +102,7 @@ bool take_field(std::string_view line, Fields *fields) {
 // The line from `at` without its end; *at moves behind that.
 std::string_view take_line(std::string_view text, size_t *at) {
     const size_t end = std::min(text.find('\n', *at), text.size());
-    std::string_view line = text.substr(*at, end - *at);
+    const std::string_view line = text.substr(*at, end - *at);
     *at = std::min(end + 1, text.size());
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
 }

@@ -32,10 +32,11 @@ std::string path_from_top(std::string_view folder, std::string_view target) {
 }
 
 std::string key_of(std::string_view path) {
-    const std::string small = caseless_stem(std::string(path));
+    std::string small = caseless_stem(std::string(path));
     for (const std::string_view suffix : {".md", ".markdown"}) {
         if (small.ends_with(suffix)) {
-            return small.substr(0, small.size() - suffix.size());
+            small.resize(small.size() - suffix.size());
+            break;
         }
     }
     return small;
