@@ -26,7 +26,7 @@ std::string name_of(CellHandle cell) {
 }
 
 // By the number of a cell: those that name it, in the web's order.
-using Sources = std::unordered_map<int32_t, Json>;
+using Sources = std::unordered_map<int32_t, std::vector<CellHandle>>;
 
 template <typename Function> void for_targets(CellHandle cell, Function function) {
     const BlockHandle list = cell_out_pointers(cell);
@@ -36,13 +36,15 @@ template <typename Function> void for_targets(CellHandle cell, Function function
     }
 }
 
-// All cells' at once: each list is gone through but once. -1 is the number of any number of cells.
+// All cells' at once, because each list is gone through but once then. A list may name a cell more
+// than once; -1 is the number of any number of cells.
 Sources all_sources() {
     Sources sources;
     for (CellHandle from = first_live_cell(); from != 0; from = next_live_cell(from)) {
         for_targets(from, [&](int32_t number) {
-            if (number >= 0) {
-                sources[number].push_back(name_of(from));
+            std::vector<CellHandle> &cells = sources[number];
+            if (number >= 0 && (cells.empty() || cells.back() != from)) {
+                cells.push_back(from);
             }
         });
     }
@@ -50,8 +52,14 @@ Sources all_sources() {
 }
 
 Json cells_that_name(const Sources &sources, CellHandle cell) {
+    Json names = Json::array();
     const auto found = sources.find(cell_number_of(cell));
-    return found != sources.end() ? found->second : Json::array();
+    if (found != sources.end()) {
+        for (const CellHandle from : found->second) {
+            names.push_back(name_of(from));
+        }
+    }
+    return names;
 }
 
 Json cells_named_by(CellHandle cell) {

@@ -56,11 +56,18 @@ bool work_until_left() {
     }
 }
 
+// On the terminal as it was before.
+void name_kept_files() {
+    host_name_file(work_file().c_str());
+    work_name_kept();
+    name_edited_file();
+}
+
 int end_hung_up() {
     if (web_changed()) {
         work_keep_unsaved();
     }
-    name_edited_file();
+    name_kept_files();
     if (terminal_hung_up() != k_no_signal) {
         terminal_end_by(terminal_hung_up());
     }
@@ -93,5 +100,9 @@ int command_browse(const CommandLine &line) {
     const bool left = work_until_left();
     terminal_close();
     host_show_view(nullptr);
-    return left ? k_exit_done : end_hung_up();
+    if (!left) {
+        return end_hung_up();
+    }
+    name_kept_files();
+    return k_exit_done;
 }

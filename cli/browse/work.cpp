@@ -112,8 +112,13 @@ bool work_keep_unsaved() {
         return false;
     }
     set_web_changed(false);
-    host_message(("unsaved changes are in " + work.kept).c_str());
     return true;
+}
+
+void work_name_kept() {
+    if (!work.kept.empty()) {
+        host_message(("unsaved changes are in " + work.kept).c_str());
+    }
 }
 
 void work_tell_kept() {

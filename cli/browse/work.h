@@ -16,9 +16,12 @@ bool work_may_change();
 // Saves, and says how that went.
 bool work_save();
 
-// Puts the changes that no file has into a new file beside the web's own, or where there is room,
-// and says where. The web's own file stays as the user left it.
+// Puts the changes that no file has into a new file beside the web's own, or where there is room.
+// The web's own file stays as the user left it. False after saying that there is none.
 bool work_keep_unsaved();
+
+// Says where they are, if they were put anywhere.
+void work_name_kept();
 
 // Tells the user of such a file of an earlier run.
 void work_tell_kept();

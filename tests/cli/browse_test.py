@@ -312,6 +312,7 @@ class BrowseTest(unittest.TestCase):
         one.wait_for("Put the changes into a file beside it?")
         one.type("y")
         self.assertEqual(one.end(), 0)
+        self.assertIn(b"qvx: w.qvx: unsaved changes are in w.qvx.unsaved", one.output)
         self.assertEqual(show("w.qvx", "other").strip(), "theirs")
         self.assertIn(b"fig", run("list", "w.qvx.unsaved").stdout)
 

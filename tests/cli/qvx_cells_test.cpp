@@ -99,7 +99,7 @@ TEST_F(QvxCells, ATerminalGetsTextsWithoutControlBytes) {
 }
 
 TEST_F(QvxCells, ReportsOnSeveralWebsAndAsJson) {
-    write_file("v.qvx", "<rtype>inptr</rtype>" + web_of("b\\n", cell_of("b\\n", "home")));
+    write_file("v.qvx", "<rtype>inptr</rtype>" + web_of("b\\n", cell_of("b\\n", "home, Home")));
     expect_rows({
         {{"report", "v.qvx", "w.qvx", "--cell", "home", "--format", "\\N;"},
          0,
