@@ -132,7 +132,7 @@ _qvx_walk() {
             fi
         else
             kind=${arguments[place]-}
-            if [[ $kind == web && -z $web ]] && ((i + 1 < ${#words[@]})); then
+            if [[ ${kind%...} == web && -z $web ]] && ((i + 1 < ${#words[@]})); then
                 _qvx_plain "${words[i]}"
                 web=$plain
             fi
