@@ -2,6 +2,7 @@
 
 #include "cli/exit_status.h"
 #include "cli/host_qvx.h"
+#include "cli/note.h"
 
 #include <CLI/CLI.hpp>
 
@@ -14,6 +15,13 @@ static struct Parser {
 } parser;
 
 namespace {
+
+constexpr const char *k_footer =
+    "- is standard input or output. Exit status: 0 done, 1 nothing found, findings or "
+    "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory,\n"
+    "4 a fault of qvx itself.";
+
+constexpr size_t k_help_width = 80;  // columns
 
 constexpr const char *k_version = "qvx " QUORVANE_VERSION;
 
@@ -85,9 +93,33 @@ void add_argument(CLI::App *app, const ArgumentRow &row) {
     argument->type_name(row.placeholder)->required(row.required);
 }
 
+// A line of a description in lines that a terminal holds; one that is indented stays as it is.
+std::string wrapped(std::string_view line) {
+    std::string lines;
+    while (line.size() > k_help_width && line[0] != ' ') {
+        const size_t blank = line.rfind(' ', k_help_width);
+        if (blank == std::string_view::npos) {
+            break;
+        }
+        lines.append(line.substr(0, blank)).append("\n");
+        line.remove_prefix(blank + 1);
+    }
+    return lines.append(line).append("\n");
+}
+
+// The description below the options, and what every command's help ends with.
+std::string footer_of(const CommandRow &row) {
+    std::string footer;
+    for (const std::string_view line : lines_of(row.description)) {
+        footer += wrapped(line);
+    }
+    return footer.empty() ? k_footer : footer + "\n" + k_footer;
+}
+
 void add_command(CLI::App *app, const CommandGroup &group, const CommandRow &row) {
     CLI::App *command = app->add_subcommand(row.name, row.summary);
     command->group(group.title);
+    command->footer(footer_of(row));
     command->set_version_flag("--version", k_version, "Print the version and exit");
     for (const ArgumentRow &argument : row.arguments) {
         add_argument(command, argument);
@@ -140,10 +172,7 @@ void describe(CLI::App *app) {
     app->failure_message([](const CLI::App *failed, const CLI::Error &error) {
         return "qvx: " + CLI::FailureMessage::simple(failed, error);
     });
-    app->footer(
-        "- is standard input or output. Exit status: 0 done, 1 nothing found, findings or "
-        "refused,\n2 wrong usage or a file that cannot be read or written, 3 out of memory,\n"
-        "4 a fault of qvx itself.");
+    app->footer(k_footer);
     for (const CommandGroup &group : command_groups()) {
         for (const CommandRow &row : group.commands) {
             add_command(app, group, row);
