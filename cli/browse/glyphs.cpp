@@ -1,6 +1,6 @@
 #include "cli/browse/glyphs.h"
 
-#include "pane/characters.h"
+#include "cli/link_words.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -12,18 +12,6 @@ namespace {
 // A screen cell holds a character and four that combine with it.
 constexpr size_t k_combined_max = 5;
 
-// The text as the pane's functions take it; nothing is copied and nothing written.
-Gap gap_over(std::string_view text) {
-    const auto length = static_cast<uint32_t>(text.size());
-    Gap gap = {};
-    gap.memory = const_cast<char *>(text.data());
-    gap.length = length;
-    gap.hole = length;
-    gap.capacity = length;
-    gap.width = 1;
-    return gap;
-}
-
 // Line separators, and what makes a terminal write from right to left.
 bool is_order(uint32_t code) {
     return (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
@@ -31,7 +19,7 @@ bool is_order(uint32_t code) {
 
 // Columns of a character; below 0 for one that is not shown as itself.
 int width_of(uint32_t code) {
-    if ((code & k_bad_byte) != 0 || is_order(code)) {
+    if (code == k_no_character || is_order(code)) {
         return -1;
     }
     return code >= 0x20 && code < 0x7F ? 1 : wcwidth(static_cast<wchar_t>(code));
@@ -55,9 +43,9 @@ Glyph glyph_at(std::string_view text, size_t at, int column) {
     if (text[at] == '\t') {
         return tab_at(column);
     }
-    const Gap gap = gap_over(text);
-    Character character = character_at(&gap, static_cast<uint32_t>(at));
-    Glyph glyph = {0, width_of(character.code), {}};
+    size_t behind = at;
+    uint32_t code = next_character(text, &behind);
+    Glyph glyph = {0, width_of(code), {}};
     // A character that combines with nothing would go to whatever stands before it on the screen.
     if (glyph.width <= 0) {
         return spelled_byte(text[at]);
@@ -65,13 +53,13 @@ Glyph glyph_at(std::string_view text, size_t at, int column) {
     size_t count = 0;
     do {
         if (count < k_combined_max) {
-            glyph.shown[count++] = static_cast<wchar_t>(character.code);
+            glyph.shown[count++] = static_cast<wchar_t>(code);
         }
-        glyph.size += character.size;
-        if (at + glyph.size >= text.size()) {
+        glyph.size = behind - at;
+        if (behind >= text.size()) {
             break;
         }
-        character = character_at(&gap, static_cast<uint32_t>(at + glyph.size));
-    } while (width_of(character.code) == 0);
+        code = next_character(text, &behind);
+    } while (width_of(code) == 0);
     return glyph;
 }

@@ -57,7 +57,8 @@ const CommandRow k_commands[] = {
      "written. When a web cannot be read whole, nothing is written and the exit status is 1, too; "
      "with --force the merge takes what can be read of it. One of the three may be -, standard "
      "input. With -n it prints how OURS would change, and the conflicts. There is no JSON, because "
-     "what is written is a web; `qvx diff --json` of OURS and OUT has the changes. docs/git.md shows "
+     "what is written is a web; `qvx diff --json` of OURS and OUT has the changes. docs/git.md "
+     "shows "
      "this command as the "
      "merge driver of git.",
      k_three_webs, k_merge_options, command_merge},

@@ -30,7 +30,7 @@ _qvx() {
 _qvx "$@"
 )SH";
 
-// Inside the brackets and between the colons of a specification.
+// Inside the brackets and between the colons of what zsh is told of an option.
 std::string escaped(std::string_view text) {
     std::string result = replaced(text, "\\", "\\\\");
     result = replaced(result, ":", "\\:");
