@@ -145,11 +145,16 @@ constexpr int k_nowhere = -1;
 // after), from the start of the range: a row for each d, of 2d + 1 diagonals.
 using Reached = std::vector<int>;
 
+size_t place_of(int d, int diagonal) {
+    const int place = d * d + d + diagonal;
+    return static_cast<size_t>(place);
+}
+
 int reached(const Reached &rows, int d, int diagonal) {
     if (d < 0 || diagonal < -d || diagonal > d) {
         return k_nowhere;
     }
-    return rows[static_cast<size_t>(d * d + d + diagonal)];
+    return rows[place_of(d, diagonal)];
 }
 
 struct Size {
@@ -229,11 +234,11 @@ Size compare_window(Comparison *c, const Range &range) {
                        static_cast<int>(std::min(range.after_to - range.after, k_longest))};
     Reached rows;
     for (int d = 0;; ++d) {
-        rows.resize(static_cast<size_t>((d + 1) * (d + 1)), k_nowhere);
+        rows.resize(place_of(d, d) + 1, k_nowhere);
         for (int diagonal = -d; diagonal <= d; diagonal += 2) {
             const int before =
                 slide(*c, range, size, diagonal, after_step(rows, size, d, diagonal));
-            rows[static_cast<size_t>(d * d + d + diagonal)] = before;
+            rows[place_of(d, diagonal)] = before;
             if (before == size.before && before - diagonal == size.after) {
                 return take_way(c, range, size, rows, d, diagonal);
             }

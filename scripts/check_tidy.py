@@ -35,12 +35,14 @@ def windows_options():
 
 
 def compile_commands(stamps, preset):
-    """Copies a build's compile commands without what clang does not know; returns their folder."""
+    """Copies a build's compile commands without what clang does not know, and without precompiled
+    headers, so that each source is seen to include what it needs; returns their folder."""
     folder = stamps / preset
     folder.mkdir(exist_ok=True)
     commands = (ROOT / "build" / preset / "compile_commands.json").read_text(encoding="utf-8")
     commands = re.sub(r" -f(lto|fat-lto-objects|no-use-linker-plugin|whole-program)[^ \"]*", "", commands)
     commands = re.sub(r" -m(no-thumb-interwork|structure-size-boundary=\d+)", "", commands)
+    commands = re.sub(r" -Winvalid-pch -include [^ ]*/cmake_pch\.hxx", "", commands)
     (folder / "compile_commands.json").write_text(commands, encoding="utf-8")
     return str(folder)
 

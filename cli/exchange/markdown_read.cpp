@@ -49,8 +49,9 @@ uint32_t code_of_reference(std::string_view name) {
     const bool hexadecimal = name.starts_with("#x") || name.starts_with("#X");
     name.remove_prefix(hexadecimal ? 2 : 1);
     uint32_t code = 0;
-    const char *end = name.data() + name.size();
-    const auto result = std::from_chars(name.data(), end, code, hexadecimal ? 16 : 10);
+    const char *begin = name.data();
+    const char *end = begin + name.size();
+    const auto result = std::from_chars(begin, end, code, hexadecimal ? 16 : 10);
     const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
     return result.ec == std::errc() && result.ptr == end && code <= 0x10FFFF && !surrogate ? code
                                                                                            : 0;
@@ -268,7 +269,7 @@ std::string decoded(const CellOfTarget &cell_of_target, std::string_view line) {
 // The row of backticks or tildes that begins or ends a block of code; "" where the line does not.
 std::string fence_of(std::string_view line) {
     const size_t begin = line.find_first_not_of(' ');
-    if (begin == std::string_view::npos || begin > 3 ||
+    if (begin > 3 ||  // npos is more, too
         (line[begin] != '`' && line[begin] != '~')) {
         return "";
     }
