@@ -46,7 +46,7 @@ const char *take_text(uint32_t *length) {
     if (bytes == nullptr) {
         return nullptr;
     }
-    sci_text(text_pane(), SCI_GETTEXT, static_cast<LRESULT>(n + 7), bytes);
+    sci_text(text_pane(), SCI_GETTEXT, static_cast<LRESULT>(n) + 7, bytes);
     *length = 0;
     for (uint32_t i = 0; i < n; ++i) {
         if (bytes[i] != 0) {
