@@ -64,7 +64,7 @@ void pass(WebScanner *scanner, const Markup &markup) {
 
 uint64_t word_of(const std::string &name) {
     char padded[k_markup_name_max + 1 + 8] = {};
-    memcpy(padded, name.data(), std::min(name.size(), sizeof padded - 8));
+    name.copy(padded, sizeof padded - 8);
     return name_word_folded(padded, static_cast<uint32_t>(name.size()));
 }
 
