@@ -145,8 +145,9 @@ struct TakeGuardAway {
     }
     void operator()(std::string CommandLine::*field) const { from(&(parser.line->*field)); }
     void operator()(std::optional<std::string> CommandLine::*field) const {
-        if ((parser.line->*field).has_value()) {
-            from(&*(parser.line->*field));
+        std::optional<std::string> &value = parser.line->*field;
+        if (value.has_value()) {
+            from(&*value);
         }
     }
     void operator()(std::vector<std::string> CommandLine::*field) const {

@@ -36,8 +36,7 @@ void print(std::string_view text) {
 }
 
 std::string json_text(const nlohmann::ordered_json &value, int indent) {
-    const std::string text =
-        value.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace);
+    std::string text = value.dump(indent, ' ', false, nlohmann::json::error_handler_t::replace);
     if (text.find_first_of("\x7f\xc2") == std::string::npos) {
         return text;
     }
